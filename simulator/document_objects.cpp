@@ -1,0 +1,86 @@
+// The application and its documents.
+#include "objects.hpp"
+#include "session.hpp"
+
+namespace simulator {
+
+namespace {
+
+class ApplicationObject : public SessionObject {
+  public:
+    explicit ApplicationObject(LinkPtr link) : SessionObject(std::move(link), nullptr) {}
+
+    [[nodiscard]] const ClassInfo& Class() const override {
+        static const ClassInfo info{
+            "Application",
+            {ReadOnly<ApplicationObject>("ActiveDocument", [](ApplicationObject& application) {
+                const DocumentPtr active = application.link()->session->ActiveDocument();
+                if (active == nullptr) {
+                    throw Refusal();
+                }
+                return MakeDocument(application.link(), active);
+            })}};
+        return info;
+    }
+};
+
+class DocumentObject : public SessionObject {
+  public:
+    using SessionObject::SessionObject;
+
+    [[nodiscard]] const ClassInfo& Class() const override {
+        static const ClassInfo product{
+            ClassName(DocumentKind::kProduct),
+            {Name(), Selection(), ReadOnly<DocumentObject>("Product", [](DocumentObject& object) {
+                 return MakeProduct(object.link(), object.document(), object.document()->product);
+             })}};
+        static const ClassInfo drawing{
+            ClassName(DocumentKind::kDrawing),
+            {Name(), Selection(),
+             ReadOnly<DocumentObject>("Sheets",
+                                      [](DocumentObject& object) {
+                                          return MakeSheets(object.link(), object.document());
+                                      }),
+             ReadOnly<DocumentObject>("DrawingRoot", [](DocumentObject& object) {
+                 return MakeDrawingRoot(object.link(), object.document());
+             })}};
+        static const ClassInfo part{ClassName(DocumentKind::kPart), {Name(), Selection()}};
+        switch (document()->kind) {
+        case DocumentKind::kProduct:
+            return product;
+        case DocumentKind::kDrawing:
+            return drawing;
+        case DocumentKind::kPart:
+            break;
+        }
+        return part;
+    }
+
+    [[nodiscard]] std::string Label() const override {
+        return Class().name + "(\"" + document()->name + "\")";
+    }
+
+  private:
+    static MemberInfo Name() {
+        return ReadOnly<DocumentObject>(
+            "Name", [](DocumentObject& object) { return object.document()->name; });
+    }
+
+    static MemberInfo Selection() {
+        return ReadOnly<DocumentObject>("Selection", [](DocumentObject& object) {
+            return MakeSelection(object.link(), object.document());
+        });
+    }
+};
+
+} // namespace
+
+automation::ObjectPtr MakeApplication(LinkPtr link) {
+    return std::make_shared<ApplicationObject>(std::move(link));
+}
+
+automation::ObjectPtr MakeDocument(LinkPtr link, DocumentPtr document) {
+    return std::make_shared<DocumentObject>(std::move(link), std::move(document));
+}
+
+} // namespace simulator

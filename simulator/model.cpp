@@ -1,0 +1,53 @@
+#include "model.hpp"
+
+#include <numeric>
+#include <utility>
+
+namespace simulator {
+
+std::shared_ptr<Table> MakeTable(std::vector<double> row_sizes, std::vector<double> column_sizes) {
+    auto table = std::make_shared<Table>();
+    table->cells.resize(row_sizes.size() * column_sizes.size());
+    for (auto& cell : table->cells) {
+        cell = std::make_shared<Text>();
+    }
+    table->row_sizes = std::move(row_sizes);
+    table->column_sizes = std::move(column_sizes);
+    return table;
+}
+
+std::shared_ptr<Sheet> MakeSheet(std::string name) {
+    auto sheet = std::make_shared<Sheet>();
+    sheet->name = std::move(name);
+    for (const char* view_name : {"Main View", "Background View"}) {
+        auto view = std::make_shared<View>();
+        view->name = view_name;
+        sheet->views.push_back(std::move(view));
+    }
+    sheet->active_view = sheet->views.front();
+    return sheet;
+}
+
+const char* ClassName(DocumentKind kind) {
+    switch (kind) {
+    case DocumentKind::kProduct:
+        return "ProductDocument";
+    case DocumentKind::kDrawing:
+        return "DrawingDocument";
+    case DocumentKind::kPart:
+        break;
+    }
+    return "PartDocument";
+}
+
+Rectangle Place(const View& view, const Table& table) {
+    const double width = std::accumulate(table.column_sizes.begin(), table.column_sizes.end(), 0.0);
+    const double height = std::accumulate(table.row_sizes.begin(), table.row_sizes.end(), 0.0);
+    const int across = table.anchor_point / 3;
+    const int down = table.anchor_point % 3;
+    const double left = view.x + table.x - width * across / 2;
+    const double top = view.y + table.y + height * down / 2;
+    return {left, top - height, left + width, top};
+}
+
+} // namespace simulator

@@ -1,0 +1,199 @@
+#include "session.hpp"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "automation/run_time_error.hpp"
+#include "document_file.hpp"
+#include "objects.hpp"
+
+namespace simulator {
+
+struct Session::Model {
+    LinkPtr link;
+    std::vector<DocumentPtr> documents;
+    DocumentPtr active;
+    std::vector<std::string> log;
+    Fault fault;
+    int busy_calls_left = 0;
+};
+
+namespace {
+
+auto FindNamed(const std::vector<DocumentPtr>& documents, std::string_view name) {
+    return std::find_if(documents.begin(), documents.end(),
+                        [&](const DocumentPtr& document) { return document->name == name; });
+}
+
+std::shared_ptr<Sheet> FindSheet(const DocumentPtr& document, std::string_view name) {
+    if (document != nullptr) {
+        for (const auto& sheet : document->sheets) {
+            if (sheet->name == name) {
+                return sheet;
+            }
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+Session::Session() : model_(std::make_unique<Model>()) {
+    Arm({});
+}
+
+Session::~Session() {
+    model_->link->session = nullptr;
+}
+
+void Session::LoadDocument(std::string_view file_name, std::string_view content) {
+    DocumentPtr document = ReadDocument(file_name, content);
+    const auto same_name = FindNamed(model_->documents, document->name);
+    if (same_name != model_->documents.end()) {
+        (*same_name)->open = false;
+        model_->documents.erase(same_name);
+    }
+    model_->documents.push_back(document);
+    model_->active = std::move(document);
+    NoteChange();
+}
+
+void Session::CloseAllDocuments() {
+    for (const DocumentPtr& document : model_->documents) {
+        document->open = false;
+    }
+    model_->documents.clear();
+    model_->active = nullptr;
+    NoteChange();
+}
+
+std::vector<std::string> Session::DocumentNames() const {
+    std::vector<std::string> names;
+    for (const DocumentPtr& document : model_->documents) {
+        names.push_back(document->name);
+    }
+    return names;
+}
+
+std::string Session::ActiveDocumentName() const {
+    return model_->active != nullptr ? model_->active->name : std::string();
+}
+
+void Session::Activate(std::string_view document_name) {
+    const auto found = FindNamed(model_->documents, document_name);
+    if (found == model_->documents.end()) {
+        throw std::runtime_error("no open document is named " + std::string(document_name));
+    }
+    model_->active = *found;
+    NoteChange();
+}
+
+automation::ObjectPtr Session::Application() {
+    if (model_->link->session == nullptr) {
+        throw automation::CannotCreateObject();
+    }
+    return MakeApplication(model_->link);
+}
+
+const std::vector<std::string>& Session::Log() const {
+    return model_->log;
+}
+
+void Session::ClearLog() {
+    model_->log.clear();
+}
+
+void Session::Arm(const Fault& fault) {
+    model_->fault = fault;
+    model_->busy_calls_left = 0;
+    if (model_->link == nullptr || model_->link->session == nullptr) {
+        model_->link = std::make_shared<Link>(Link{this});
+    }
+}
+
+std::string Session::DrawingAsText(std::string_view document_name) const {
+    DocumentPtr document = model_->active;
+    if (!document_name.empty()) {
+        const auto found = FindNamed(model_->documents, document_name);
+        document = found != model_->documents.end() ? *found : nullptr;
+    }
+    return document != nullptr && document->kind == DocumentKind::kDrawing ? WriteDrawing(*document)
+                                                                           : std::string();
+}
+
+bool Session::ActivateSheet(std::string_view sheet_name) {
+    const auto sheet = FindSheet(model_->active, sheet_name);
+    if (sheet == nullptr) {
+        return false;
+    }
+    model_->active->active_sheet = sheet;
+    NoteChange();
+    return true;
+}
+
+bool Session::SelectTable(std::string_view sheet_name, std::string_view view_name,
+                          std::size_t table) {
+    const auto sheet = FindSheet(model_->active, sheet_name);
+    if (sheet == nullptr) {
+        return false;
+    }
+    for (const auto& view : sheet->views) {
+        if (view->name == view_name && table < view->tables.size()) {
+            model_->active->selection = {view->tables[table]};
+            NoteChange();
+            return true;
+        }
+    }
+    return false;
+}
+
+void Session::ClearSelection() {
+    if (model_->active != nullptr) {
+        model_->active->selection.clear();
+        NoteChange();
+    }
+}
+
+const DocumentPtr& Session::ActiveDocument() const {
+    return model_->active;
+}
+
+void Session::BeginCall(const std::string& line, std::string_view member_name) {
+    model_->log.push_back(line);
+    if (before_call) {
+        before_call(line);
+    }
+    if (model_->busy_calls_left > 0) {
+        --model_->busy_calls_left;
+        throw CallRejected();
+    }
+    if (model_->fault.call == 0 || --model_->fault.call != 0) {
+        return;
+    }
+    switch (model_->fault.kind) {
+    case FaultKind::kRefused:
+        throw MethodFailed(member_name);
+    case FaultKind::kBusy:
+        if (model_->fault.times < 1) {
+            return;
+        }
+        model_->busy_calls_left = model_->fault.times - 1;
+        throw CallRejected();
+    case FaultKind::kVanished:
+        model_->link->session = nullptr;
+        throw ServerUnavailable();
+    }
+}
+
+void Session::NoteLookup(std::string_view class_name, std::string_view member_name) {
+    model_->log.push_back(
+        std::string("lookup ").append(class_name).append(".").append(member_name));
+}
+
+void Session::NoteChange() {
+    if (changed) {
+        changed();
+    }
+}
+
+} // namespace simulator

@@ -1,0 +1,30 @@
+// What the window's own events do, and the way every handler runs.
+#pragma once
+
+#include <functional>
+
+#include "controls/form1.hpp"
+
+namespace app {
+
+// Runs one event handler. An error that reaches here gets the default handling: a message box with
+// its number and description; the program goes on. When the person closed the window while
+// handlers ran, the outermost one closes the form at its end.
+void Dispatch(controls::Form1& form, const std::function<void()>& handler);
+
+// Binds each control to its action.
+void BindActions(controls::Form1& form);
+
+// Start-up, in its order. `form` is bound to its actions, and its window exists, with hWnd, Width
+// and Height set.
+void Form_Load(controls::Form1& form);
+
+// The window's size changed, or it was restored.
+void Form_Resize(controls::Form1& form);
+
+// The person closes the window: closes the form now, or, while handlers run, as soon as the
+// outermost one has ended; the running action ends at its next yield. form.unloaded is set once
+// the closing steps are done, and the view then destroys the window.
+void RequestClose(controls::Form1& form);
+
+} // namespace app

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string_view>
+
+#include "automation/value.hpp"
+
+namespace automation {
+
+// A member of a class of objects. The class is the caller's name for what it talks to; a late-bound
+// object looks a member's name up once per class, so that a call is one round trip.
+struct Member {
+    std::string_view object_class;
+    std::string_view name; // matched without regard to case
+};
+
+// A late-bound object of an automation server. Every function is one call of the server and raises
+// RunTimeError when the server refuses it or is gone.
+class Object {
+  public:
+    Object() = default;
+    Object(const Object&) = delete;
+    Object& operator=(const Object&) = delete;
+    virtual ~Object() = default;
+
+    // Reads a property, or calls a function without arguments: servers take both alike.
+    virtual Value get(const Member& member) = 0;
+    // Assigns a property.
+    virtual void put(const Member& member, const Value& value) = 0;
+    // Calls a function or sub with arguments in their declared order.
+    virtual Value call(const Member& member, const Array& arguments) = 0;
+};
+
+} // namespace automation

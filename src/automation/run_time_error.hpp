@@ -1,0 +1,38 @@
+#pragma once
+
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace automation {
+
+// The one error of the whole program: a failed automation call, a failed file operation, an index
+// beyond a control's bounds. `number` is one of the classic run-time error numbers, or the HRESULT
+// of the failed call as a signed number; `description` is the text that the user may see.
+class RunTimeError : public std::exception {
+  public:
+    RunTimeError(long error_number, std::string error_description)
+        : number(error_number), description(std::move(error_description)) {}
+
+    [[nodiscard]] const char* what() const noexcept override { return description.c_str(); }
+
+    long number;
+    std::string description;
+};
+
+// Makers of the errors that more than one place raises, under their classic descriptions.
+RunTimeError InvalidProcedureCall(); // 5
+RunTimeError Overflow();             // 6
+RunTimeError SubscriptOutOfRange();  // 9
+RunTimeError TypeMismatch();         // 13
+RunTimeError UserInterrupt();        // 18
+RunTimeError ObjectVariableNotSet(); // 91
+RunTimeError InvalidPropertyValue(); // 380
+RunTimeError ObjectRequired();       // 424
+RunTimeError CannotCreateObject();   // 429
+RunTimeError MemberNotSupported();   // 438
+RunTimeError IndexOutOfBounds();     // 35600
+RunTimeError ElementNotFound();      // 35601
+RunTimeError KeyNotUnique();         // 35602
+
+} // namespace automation

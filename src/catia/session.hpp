@@ -1,0 +1,60 @@
+// CATIA's application and documents: the members that the program calls, one call each. A failing
+// call raises RunTimeError.
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "automation/object.hpp"
+#include "catia/drawing.hpp"
+#include "catia/product.hpp"
+
+namespace catia {
+
+class Document {
+  public:
+    explicit Document(automation::ObjectPtr object) : object_(std::move(object)) {}
+
+    // With its extension: "Product1.CATProduct".
+    [[nodiscard]] std::string Name() const;
+    [[nodiscard]] catia::Selection Selection() const;
+
+    [[nodiscard]] const automation::ObjectPtr& object() const { return object_; }
+
+  private:
+    automation::ObjectPtr object_;
+};
+
+class ProductDocument {
+  public:
+    explicit ProductDocument(const Document& document) : object_(document.object()) {}
+
+    // The top product.
+    [[nodiscard]] catia::Product Product() const;
+
+  private:
+    automation::ObjectPtr object_;
+};
+
+class DrawingDocument {
+  public:
+    explicit DrawingDocument(const Document& document) : object_(document.object()) {}
+
+    [[nodiscard]] DrawingSheets Sheets() const;
+
+  private:
+    automation::ObjectPtr object_;
+};
+
+class Application {
+  public:
+    explicit Application(automation::ObjectPtr object) : object_(std::move(object)) {}
+
+    // Fails when no document is open.
+    [[nodiscard]] Document ActiveDocument() const;
+
+  private:
+    automation::ObjectPtr object_;
+};
+
+} // namespace catia

@@ -1,0 +1,216 @@
+// The small controls of the window. A control owns its data and behaves the same with a window and
+// without one; the view shows what it holds and hands it what the person does. Members whose names
+// begin with "User" are the person's doings, called by the view; everything else is the program's.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace controls {
+
+// Mouse buttons and shift states as the events carry them.
+inline constexpr int kLeftButton = 1;
+inline constexpr int kRightButton = 2;
+inline constexpr int kShiftHeld = 1;
+
+template <typename... Arguments>
+using Event = std::function<void(Arguments...)>;
+
+template <typename... Arguments>
+void Raise(const Event<Arguments...>& event, std::type_identity_t<Arguments>... arguments) {
+    if (event) {
+        event(arguments...);
+    }
+}
+
+// Anything whose content the view shows. A change raises the revision and does nothing else; the
+// view compares revisions when it refreshes.
+class Control {
+  public:
+    [[nodiscard]] std::uint64_t Revision() const { return revision_; }
+
+  protected:
+    void Changed() { ++revision_; }
+
+  private:
+    std::uint64_t revision_ = 0;
+};
+
+class Button : public Control {
+  public:
+    explicit Button(std::string caption) : caption_(std::move(caption)) {}
+
+    [[nodiscard]] const std::string& Caption() const { return caption_; }
+    void SetCaption(std::string caption) {
+        caption_ = std::move(caption);
+        Changed();
+    }
+
+    // A button whose click nothing is bound to is shown disabled.
+    [[nodiscard]] bool Enabled() const { return static_cast<bool>(Click); }
+
+    Event<> Click;
+    Event<int, int, int, int> MouseDown; // button, shift state, x, y
+
+  private:
+    std::string caption_;
+};
+
+class CheckBox : public Control {
+  public:
+    explicit CheckBox(std::string caption) : caption_(std::move(caption)) {}
+
+    [[nodiscard]] const std::string& Caption() const { return caption_; }
+    [[nodiscard]] int Value() const { return value_; }
+
+    // 1 is ticked, 0 is not. A change raises Click, whether the person or the program makes it.
+    void SetValue(int value) {
+        if (value == value_) {
+            return;
+        }
+        value_ = value;
+        Changed();
+        Raise(Click);
+    }
+
+    Event<> Click;
+
+  private:
+    std::string caption_;
+    int value_ = 0;
+};
+
+class TextBox : public Control {
+  public:
+    explicit TextBox(std::string text = {}) : text_(std::move(text)) {}
+
+    [[nodiscard]] const std::string& Text() const { return text_; }
+    void SetText(std::string text) {
+        text_ = std::move(text);
+        ++replacements_;
+        Changed();
+    }
+    void Append(std::string_view more) {
+        text_ += more;
+        Changed();
+    }
+
+    // How often the text was set anew: while it stays the same, the text has only grown at its end,
+    // so a view needs to add no more than that.
+    [[nodiscard]] std::uint64_t Replacements() const { return replacements_; }
+
+    // What the person typed, which the view shows already.
+    void UserChange(std::string text) { text_ = std::move(text); }
+
+  private:
+    std::string text_;
+    std::uint64_t replacements_ = 0;
+};
+
+class ComboBox : public Control {
+  public:
+    // `tag` is the name under which the picker's values are remembered.
+    ComboBox(std::string label, std::string tag) : label_(std::move(label)), tag_(std::move(tag)) {}
+
+    [[nodiscard]] const std::string& Label() const { return label_; }
+    [[nodiscard]] const std::string& Tag() const { return tag_; }
+    [[nodiscard]] const std::string& Text() const { return text_; }
+    [[nodiscard]] const std::vector<std::string>& Items() const { return items_; }
+    [[nodiscard]] bool Enabled() const { return enabled_; }
+
+    void SetText(std::string text) {
+        text_ = std::move(text);
+        Changed();
+    }
+    void SetEnabled(bool enabled) {
+        enabled_ = enabled;
+        Changed();
+    }
+
+    void UserChange(std::string text) { text_ = std::move(text); }
+
+  private:
+    std::string label_;
+    std::string tag_;
+    std::string text_;
+    std::vector<std::string> items_;
+    bool enabled_ = false;
+};
+
+class ListBox : public Control {
+  public:
+    [[nodiscard]] const std::vector<std::string>& Items() const { return items_; }
+    void Clear() {
+        items_.clear();
+        Changed();
+    }
+    void AddItem(std::string item) {
+        items_.push_back(std::move(item));
+        Changed();
+    }
+
+  private:
+    std::vector<std::string> items_;
+};
+
+class StatusBar : public Control {
+  public:
+    // Panels count from 1.
+    [[nodiscard]] const std::string& PanelText(std::size_t panel) const {
+        return panels_.at(panel - 1);
+    }
+    void SetPanelText(std::size_t panel, std::string text) {
+        panels_.at(panel - 1) = std::move(text);
+        Changed();
+    }
+
+  private:
+    std::vector<std::string> panels_ = std::vector<std::string>(2);
+};
+
+class TabControl : public Control {
+  public:
+    explicit TabControl(std::vector<std::string> captions) : captions_(std::move(captions)) {}
+
+    [[nodiscard]] const std::vector<std::string>& Captions() const { return captions_; }
+    // The page that is shown; pages count from 0.
+    [[nodiscard]] std::size_t Tab() const { return tab_; }
+
+    void UserClick(std::size_t tab) {
+        tab_ = tab;
+        Raise(Click);
+    }
+
+    Event<> Click;
+
+  private:
+    std::vector<std::string> captions_;
+    std::size_t tab_ = 0;
+};
+
+// A frame around controls that belong together.
+struct Frame {
+    std::string caption;
+};
+
+// An entry of a popup menu. Without a caption it is a separator; with nothing bound to it, it is
+// shown disabled.
+struct MenuItem {
+    std::string caption;
+    Event<> Click;
+
+    [[nodiscard]] bool IsSeparator() const { return caption.empty(); }
+    [[nodiscard]] bool Enabled() const { return static_cast<bool>(Click); }
+};
+
+struct PopupMenu {
+    std::string caption;
+    std::vector<MenuItem*> items;
+};
+
+} // namespace controls

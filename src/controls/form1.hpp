@@ -1,0 +1,144 @@
+#pragma once
+
+#include "controls/controls.hpp"
+#include "controls/list_view.hpp"
+#include "controls/tree_view.hpp"
+#include "platform/ports.hpp"
+
+namespace controls {
+
+enum class MousePointer { kDefault, kHourglass };
+
+// Where a popup menu opens: at the mouse, or, when the keyboard asked for it, at the current row.
+enum class PopupPlace { kPointer, kCurrentRow };
+
+// The factory default of the table configuration, each line ended by CR LF.
+extern const std::string_view kDefaultConfiguration;
+
+// The main window: one of each control under its form name, the window's own properties, and the
+// values that actions keep between one another.
+struct Form1 {
+    explicit Form1(const platform::Ports& platform_ports) : ports(platform_ports) {}
+    Form1(const Form1&) = delete;
+    Form1& operator=(const Form1&) = delete;
+
+    platform::Ports ports;
+
+    // The window. Places and sizes are in twips (1440 to the inch, title bar included); the view
+    // sets the design size before the form loads and carries later changes to the screen.
+    platform::WindowHandle hWnd = 0;
+    std::string Caption;
+    int Left = 0;
+    int Top = 0;
+    int Width = 0;
+    int Height = 0;
+    MousePointer Pointer = MousePointer::kDefault;
+
+    // Set by the view. `show_now` brings the status bar and the mouse pointer to the screen at
+    // once; everything else waits for the next refresh.
+    std::function<void()> show_now;
+    std::function<void(PopupMenu&, PopupPlace)> show_popup;
+
+    // Top strip
+    CheckBox Check2{"On Top"};
+    Button Command18{"min"};
+
+    TabControl SSTab1{{"Strom", "Editace tabulky", "Export tabulky", "Import tabulky", "Sheet"}};
+    StatusBar StatusBar1;
+
+    // "Strom"
+    Button Command3{"Načtení stromu"};
+    Button Command5{"naplneni tree"};
+    Button Command4{"Naplň list"};
+    Button Command1{"generator"};
+    Button Command2{"test rovnani"};
+    Button Command26{"procesy"};
+    TreeView TreeView1;
+    TextBox Text1;
+    ListView ListView2{{"Jmeno", "Kusů"}};
+    ListBox List1;
+
+    // "Editace tabulky"
+    ListView ListView1{{"Jmeno", "Poz.", "kusů", "List", "Material", "Velikost", "Poznámka"}};
+    ComboBox Combo1{"Material", "Material"};
+    ComboBox Combo2{"Velikost", "Velikost"};
+    ComboBox Combo3{"Poznamka", "Poznamka"};
+    ComboBox Combo4{"Kusu", "Kusu"};
+    Button Command12{""};
+    Button Command13{""};
+    Button Command14{""};
+    Button Command15{""};
+    Button Command17{"Uložení  tabulky"};
+    Button Command27{"Otevreni tabulky"};
+
+    // "Export tabulky"
+    TextBox Text2{std::string(kDefaultConfiguration)};
+    TextBox Text4{std::string(kDefaultConfiguration)};
+    Button Command19{"Reset"};
+    Button Command11{"Vytvorení"};
+    Button Command16{"Export do tabulky"};
+    Button Command30{"Exportovat do tabulky"};
+    Button Command7{"Export 1 tabulky"};
+    Button Command6{"Export jako text"};
+    Button Command8{"text"};
+
+    // "Import tabulky"
+    Button Command10{"Parametry"};
+    Button Command9{"Tabulka"};
+    TextBox Text3;
+
+    // "Sheet"
+    ListView ListView3{{"Catia", "Přejmenovaní", ""}};
+    Button Command21{"Načíst Sheets z catie"};
+    TextBox Text5;
+    Button Command28{""};
+    Frame Frame1{"Číslovat Sheet od"};
+    TextBox Text6;
+    Button Command20{"Udělej"};
+    Frame Frame2{"Jména z tabulky"};
+    CheckBox Check1{"První je sestava "};
+    Button Command22{"Udělej"};
+    Button Command23{"Přejmenuj Sheet v Catii"};
+    Button Command24{"Sheet cislovani"};
+    Button Command25{"Sheet nazvy"};
+    Button Command34{"Přesun Sheetu v Catii"};
+    Button Command33{"Schazi"};
+    Frame Frame3{"Pridat Sheety"};
+    TextBox Text7;
+    Button Command32{"Udělej"};
+    Button Command29{"Sheet prehazovani"};
+    Button Command31{"Sheet Vytvorit"};
+    Button Command35{"Sheet generovat"};
+
+    // Popup menu of the parts list
+    MenuItem m_poslat_jako_tabulku{"Poslat jako tabulku", {}};
+    MenuItem m_vlozit_do_tabulky{"Poslat do tabulky", {}};
+    MenuItem m_od2;
+    MenuItem m_Poslat_jako_text{"Poslat jako text", {}};
+    MenuItem m_od1;
+    MenuItem m_Pridat{"Přidat", {}};
+    MenuItem m_Smazat{"Smazat", {}};
+    PopupMenu m_Tabulka{"Tabulka",
+                        {&m_poslat_jako_tabulku, &m_vlozit_do_tabulky, &m_od2, &m_Poslat_jako_text,
+                         &m_od1, &m_Pridat, &m_Smazat}};
+
+    // Detection of CATIA: whether the enumeration has seen a window of a session.
+    bool CatiaNalezena = false;
+
+    // The structure walk: the current depth, the assemblies and the leaves met so far.
+    int Uroven = 0;
+    int PocetSestav = 0;
+    int PocetPartu = 0;
+
+    // Dragging in the parts list: the row that the mouse went down on, by its id (0 for none), and
+    // the number of the first row of that name.
+    std::uint64_t pressed_row = 0;
+    std::size_t pressed_index = 0;
+
+    // How many handlers run inside one another, and whether the person closed the window meanwhile.
+    int running_handlers = 0;
+    bool close_requested = false;
+    bool unloaded = false;
+};
+
+} // namespace controls

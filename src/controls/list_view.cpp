@@ -1,0 +1,193 @@
+#include "controls/list_view.hpp"
+
+#include <algorithm>
+
+#include "automation/run_time_error.hpp"
+
+namespace controls {
+
+namespace {
+
+const std::string kEmpty;
+
+// A field as a spreadsheet takes it: quoted where it holds what would end the field or the line.
+std::string ClipboardField(const std::string& field) {
+    if (field.find_first_of("\t\r\n\"") == std::string::npos) {
+        return field;
+    }
+    std::string quoted = "\"";
+    for (const char c : field) {
+        quoted.append(c == '"' ? 2 : 1, c);
+    }
+    return quoted + '"';
+}
+
+} // namespace
+
+std::size_t ListView::Index(std::size_t row) const {
+    if (row < 1 || row > rows_.size()) {
+        throw automation::IndexOutOfBounds();
+    }
+    return row - 1;
+}
+
+std::size_t ListView::SubIndex(std::size_t sub_item) const {
+    if (sub_item < 1 || sub_item >= columns_.size()) {
+        throw automation::InvalidPropertyValue();
+    }
+    return sub_item - 1;
+}
+
+const std::string& ListView::SubItem(std::size_t row, std::size_t sub_item) const {
+    const ListRow& found = Row(row);
+    const std::size_t index = SubIndex(sub_item);
+    return index < found.sub_items.size() ? found.sub_items[index] : kEmpty;
+}
+
+const std::string& ListView::SortText(const ListRow& row) const {
+    const std::size_t index = *sorted_by_ - 1;
+    return index < row.sub_items.size() ? row.sub_items[index] : kEmpty;
+}
+
+std::size_t ListView::Add(std::string text) {
+    ListRow row;
+    row.id = ++last_id_;
+    row.text = std::move(text);
+    auto place = rows_.end();
+    if (sorted_by_) {
+        place = std::upper_bound(rows_.begin(), rows_.end(), row,
+                                 [this](const ListRow& left, const ListRow& right) {
+                                     return SortText(left) < SortText(right);
+                                 });
+    }
+    const auto index = static_cast<std::size_t>(place - rows_.begin());
+    rows_.insert(place, std::move(row));
+    if (current_ && *current_ > index) {
+        ++*current_;
+    }
+    Changed();
+    return index + 1;
+}
+
+void ListView::Remove(std::size_t row) {
+    rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(Index(row)));
+    if (rows_.empty()) {
+        current_.reset();
+    } else if (current_ == row) {
+        current_ = std::min(row, rows_.size());
+        rows_[*current_ - 1].selected = true;
+    } else if (current_ && *current_ > row) {
+        --*current_;
+    }
+    Changed();
+}
+
+void ListView::Clear() {
+    rows_.clear();
+    current_.reset();
+    Changed();
+}
+
+void ListView::SetText(std::size_t row, std::string text) {
+    rows_[Index(row)].text = std::move(text);
+    Changed();
+}
+
+void ListView::SetSubItem(std::size_t row, std::size_t sub_item, std::string text) {
+    auto& sub_items = rows_[Index(row)].sub_items;
+    const std::size_t index = SubIndex(sub_item);
+    if (index >= sub_items.size()) {
+        sub_items.resize(index + 1);
+    }
+    sub_items[index] = std::move(text);
+    Changed();
+}
+
+void ListView::SetTag(std::size_t row, std::string tag) {
+    rows_[Index(row)].tag = std::move(tag);
+    Changed();
+}
+
+void ListView::SetChecked(std::size_t row, bool checked) {
+    rows_[Index(row)].checked = checked;
+    Changed();
+}
+
+void ListView::SetSelected(std::size_t row, bool selected) {
+    rows_[Index(row)].selected = selected;
+    Changed();
+}
+
+void ListView::SelectAll() {
+    for (ListRow& row : rows_) {
+        row.selected = true;
+    }
+    Changed();
+}
+
+void ListView::SetCurrentRow(std::optional<std::size_t> row) {
+    if (row) {
+        Index(*row);
+    }
+    current_ = row;
+    Changed();
+}
+
+std::optional<std::size_t> ListView::RowWithId(std::uint64_t id) const {
+    const auto found = std::ranges::find(rows_, id, &ListRow::id);
+    if (found == rows_.end()) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(found - rows_.begin()) + 1;
+}
+
+std::optional<std::size_t> ListView::RowWithText(std::string_view text) const {
+    const auto found = std::ranges::find(rows_, text, &ListRow::text);
+    if (found == rows_.end()) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(found - rows_.begin()) + 1;
+}
+
+void ListView::SetSorted(std::optional<std::size_t> by_sub_item) {
+    if (by_sub_item) {
+        SubIndex(*by_sub_item);
+    }
+    sorted_by_ = by_sub_item;
+    if (!sorted_by_) {
+        return;
+    }
+    const std::uint64_t current_id = current_ ? Row(*current_).id : 0;
+    std::ranges::stable_sort(
+        rows_, {}, [this](const ListRow& row) -> const std::string& { return SortText(row); });
+    if (current_) {
+        current_ = RowWithId(current_id);
+    }
+    Changed();
+}
+
+void ListView::EnsureVisible(std::size_t row) {
+    Index(row);
+    row_to_show_ = row;
+    Changed();
+}
+
+std::string ListView::SelectionAsText() const {
+    std::string lines;
+    for (const ListRow& row : rows_) {
+        if (!row.selected) {
+            continue;
+        }
+        lines += ClipboardField(row.text);
+        for (std::size_t sub_item = 0; sub_item + 1 < columns_.size(); ++sub_item) {
+            lines += '\t';
+            if (sub_item < row.sub_items.size()) {
+                lines += ClipboardField(row.sub_items[sub_item]);
+            }
+        }
+        lines += "\r\n";
+    }
+    return lines;
+}
+
+} // namespace controls

@@ -1,0 +1,99 @@
+#pragma once
+
+#include <optional>
+
+#include "controls/controls.hpp"
+
+namespace controls {
+
+struct ListRow {
+    std::uint64_t id = 0; // stays with the row wherever it moves; never given twice in one list
+    std::string text;
+    std::vector<std::string>
+        sub_items; // sub-item n stands at n - 1; those at the end may be absent
+    std::string tag;
+    bool checked = false;
+    bool selected = false;
+};
+
+// A report-style list with check boxes, several selected rows and one current row. Rows count from
+// 1, sub-items from 1 to the number of columns minus 1. A row that does not exist raises 35600, a
+// sub-item that the list has no column for raises 380.
+class ListView : public Control {
+  public:
+    explicit ListView(std::vector<std::string> column_captions)
+        : columns_(std::move(column_captions)) {}
+
+    [[nodiscard]] const std::vector<std::string>& Columns() const { return columns_; }
+    [[nodiscard]] std::size_t Count() const { return rows_.size(); }
+    [[nodiscard]] const ListRow& Row(std::size_t row) const { return rows_[Index(row)]; }
+    [[nodiscard]] const std::string& SubItem(std::size_t row, std::size_t sub_item) const;
+
+    // Appends a row (or sorts it in, while the list is sorted) and returns its number.
+    std::size_t Add(std::string text);
+    void Remove(std::size_t row);
+    void Clear();
+    void SetText(std::size_t row, std::string text);
+    void SetSubItem(std::size_t row, std::size_t sub_item, std::string text);
+    void SetTag(std::size_t row, std::string tag);
+    void SetChecked(std::size_t row, bool checked);
+    void SetSelected(std::size_t row, bool selected);
+    void SelectAll();
+
+    // The row that has the list's focus. When it is removed, the row that takes its place becomes
+    // the current and selected one.
+    [[nodiscard]] std::optional<std::size_t> CurrentRow() const { return current_; }
+    void SetCurrentRow(std::optional<std::size_t> row);
+
+    [[nodiscard]] std::optional<std::size_t> RowWithId(std::uint64_t id) const;
+    // The first row of that name.
+    [[nodiscard]] std::optional<std::size_t> RowWithText(std::string_view text) const;
+
+    // While the list is sorted, its rows stand in ascending order of a sub-item's text, rows with
+    // equal texts in the order that they had.
+    void SetSorted(std::optional<std::size_t> by_sub_item);
+
+    // Asks the view to scroll the row into sight when it refreshes next.
+    void EnsureVisible(std::size_t row);
+    // The row to scroll to, given once.
+    std::optional<std::size_t> TakeRowToShow() { return std::exchange(row_to_show_, std::nullopt); }
+
+    // The selected rows, a line each ended by CR LF, their fields separated by tabs, in the form
+    // that spreadsheets take from the clipboard.
+    [[nodiscard]] std::string SelectionAsText() const;
+
+    void UserClick() { Raise(Click); }
+    void UserCheck(std::size_t row, bool checked) {
+        SetChecked(row, checked);
+        Raise(ItemCheck, row);
+    }
+    void UserRename(std::size_t row, std::string text) { SetText(row, std::move(text)); }
+    void UserMouseDown(int button, int shift, int x, int y) {
+        Raise(MouseDown, button, shift, x, y);
+    }
+    void UserMouseUp(int button, int shift, int x, int y) { Raise(MouseUp, button, shift, x, y); }
+    void UserMenuKey() { Raise(MenuKey); }
+
+    Event<> Click;
+    Event<std::size_t> ItemCheck;        // the row, already in its new state
+    Event<int, int, int, int> MouseDown; // button, shift state, x, y
+    Event<int, int, int, int> MouseUp;   // button, shift state, x, y
+    Event<> MenuKey;                     // the popup menu asked for by keyboard
+
+    // The row at a point, in the coordinates of the mouse events. Supplied by the view.
+    std::function<std::optional<std::size_t>(int x, int y)> HitTest;
+
+  private:
+    std::size_t Index(std::size_t row) const;
+    std::size_t SubIndex(std::size_t sub_item) const;
+    [[nodiscard]] const std::string& SortText(const ListRow& row) const;
+
+    std::vector<std::string> columns_;
+    std::vector<ListRow> rows_;
+    std::uint64_t last_id_ = 0;
+    std::optional<std::size_t> current_;
+    std::optional<std::size_t> sorted_by_;
+    std::optional<std::size_t> row_to_show_;
+};
+
+} // namespace controls

@@ -1,0 +1,38 @@
+// The parts list in ListView1: one row per distinct part, edited by hand before it goes into a
+// drawing. A ticked row is a part with a drawing sheet of its own.
+//
+// Actions:
+//   ListView1_Click      a click on the list: its current row goes into the pickers
+//   ListView1_ItemCheck  a check box of the list
+//   ListView1_MouseDown  right: the popup menu; left: the start of a drag
+//   ListView1_MouseUp    left: the drop
+//   ListView1_MenuKey    the popup menu by keyboard
+//   m_Pridat_Click       "Přidat"
+//   m_Smazat_Click       "Smazat"
+#pragma once
+
+#include "controls/form1.hpp"
+
+namespace partslist {
+
+using controls::Form1;
+
+// The sub-items of a parts-list row; the row's own text is the part's name.
+enum Field : std::size_t {
+    kPosition = 1, // "Poz."
+    kQuantity = 2, // "kusů"
+    kSheet = 3,    // "List"
+    kMaterial = 4, // "Material"
+    kSize = 5,     // "Velikost"
+    kNote = 6,     // "Poznámka"
+};
+
+void ListView1_Click(Form1& form);
+void ListView1_ItemCheck(Form1& form, std::size_t row);
+void ListView1_MouseDown(Form1& form, int button, int shift, int x, int y);
+void ListView1_MouseUp(Form1& form, int button, int shift, int x, int y);
+void ListView1_MenuKey(Form1& form);
+void m_Pridat_Click(Form1& form);
+void m_Smazat_Click(Form1& form);
+
+} // namespace partslist

@@ -1,0 +1,84 @@
+// The window's own behaviour, the status line, and the ways of every action: how it yields, what
+// traps its errors, how it finds the CATIA session.
+//
+// Actions:
+//   Check2_Click     "On Top"
+//   Command18_Click  "min" / "max"
+//   Command19_Click  "Reset"
+//   Command26_Click  "procesy"
+//   SSTab1_Click     a tab of the window
+#pragma once
+
+#include <string>
+
+#include "automation/run_time_error.hpp"
+#include "catia/session.hpp"
+#include "controls/form1.hpp"
+
+namespace shell {
+
+using controls::Form1;
+
+void Check2_Click(Form1& form);
+void Command18_Click(Form1& form);
+void Command19_Click(Form1& form);
+void Command26_Click(Form1& form);
+void SSTab1_Click(Form1& form);
+
+// Puts the window into the middle of the screen.
+void Vycentruj(Form1& form);
+// Keeps a window above all others, or lets it go back among them.
+void Nastav_Navrch(Form1& form, platform::WindowHandle window);
+void Zrus_Navrch(Form1& form, platform::WindowHandle window);
+
+// Shows a message on the status line. Neither waits nor handles messages.
+void stat(Form1& form, const std::string& tt);
+// Shows the number of parts-list rows beside the status line.
+void ShowRowCount(Form1& form);
+void SetMousePointer(Form1& form, controls::MousePointer pointer);
+
+// The table configuration kept between runs: into Text2 where one is stored, and back.
+void LoadConfigurationSetting(Form1& form);
+void SaveConfigurationSetting(const Form1& form);
+
+// A yield: lets the window repaint and handle what waits for it, other actions included. Raises 18
+// (user interrupt) when the person has closed the window, which ends the running action.
+void DoEvents(Form1& form);
+
+// The trap of an action: runs `body`, and where that raises an error, `handler` with it. Nothing
+// but an action traps, and each at most once; what was done before the error stays done.
+template <typename Body, typename Handler>
+void Trap(Body&& body, Handler&& handler) {
+    try {
+        body();
+    } catch (const automation::RunTimeError& error) {
+        handler(error);
+    }
+}
+
+// The trap of actions that end without a word.
+template <typename Body>
+void TrapSilently(Body&& body) {
+    Trap(body, [](const automation::RunTimeError&) {});
+}
+
+// An error as the status line shows it: the number, a blank and the description.
+std::string ErrorText(const automation::RunTimeError& error);
+
+// Whether a window of this title belongs to a CATIA V5 session: the title begins with
+// "CATIASessionWnd" or "CATIA V5", in any letter case. The words further in do not count.
+bool IsCatiaTitle(std::string_view title);
+
+// Whether a CATIA V5 session runs. Says so on the status line, lists the titles of all windows in
+// List1 and puts the program's window back on top, since the search may bring others forward.
+bool Spusteni_Catie(Form1& form);
+// The search itself: every top-level window through Projdi_Okno.
+bool Hledani_Catie(Form1& form);
+// Looks at one window; always 1, so that the search goes on.
+long Projdi_Okno(Form1& form, platform::WindowHandle window);
+
+// The application object of the running session, obtained anew for each action. Raises 429 when it
+// cannot be had; never starts CATIA.
+catia::Application CatiaApplication(Form1& form);
+
+} // namespace shell

@@ -1,0 +1,72 @@
+#include "shell/shell.hpp"
+
+namespace shell {
+
+namespace {
+
+constexpr int kFullHeight = 7155;     // twips
+constexpr int kCollapsedHeight = 660; // twips: the title bar and the top strip
+
+constexpr std::string_view kApplication = "Lumsek";
+constexpr std::string_view kSection = "Pantrel";
+constexpr std::string_view kConfigurationKey = "export";
+
+} // namespace
+
+void Check2_Click(Form1& form) {
+    if (form.Check2.Value() == 1) {
+        Nastav_Navrch(form, form.hWnd);
+    } else {
+        Zrus_Navrch(form, form.hWnd);
+    }
+}
+
+void Command18_Click(Form1& form) {
+    if (form.Command18.Caption() != "min") {
+        form.Command18.SetCaption("min");
+        form.Height = kFullHeight;
+    } else {
+        form.Command18.SetCaption("max");
+        form.Height = kCollapsedHeight;
+    }
+}
+
+void Command19_Click(Form1& form) {
+    form.Text2.SetText(form.Text4.Text());
+}
+
+void SSTab1_Click(Form1& form) {
+    if (form.Check2.Value() == 1) {
+        Nastav_Navrch(form, form.hWnd);
+    }
+    if (form.Command18.Caption() != "min") {
+        Command18_Click(form);
+    }
+}
+
+void Vycentruj(Form1& form) {
+    form.Left = (form.ports.desktop_windows.ScreenWidth() - form.Width) / 2;
+    form.Top = (form.ports.desktop_windows.ScreenHeight() - form.Height) / 2;
+}
+
+void Nastav_Navrch(Form1& form, platform::WindowHandle window) {
+    form.ports.desktop_windows.SetTopmost(window, true);
+}
+
+void Zrus_Navrch(Form1& form, platform::WindowHandle window) {
+    form.ports.desktop_windows.SetTopmost(window, false);
+}
+
+void LoadConfigurationSetting(Form1& form) {
+    std::string configuration =
+        form.ports.settings.GetSetting(kApplication, kSection, kConfigurationKey, "");
+    if (!configuration.empty()) {
+        form.Text2.SetText(std::move(configuration));
+    }
+}
+
+void SaveConfigurationSetting(const Form1& form) {
+    form.ports.settings.SaveSetting(kApplication, kSection, kConfigurationKey, form.Text2.Text());
+}
+
+} // namespace shell

@@ -1,0 +1,67 @@
+#include "tables/configuration.hpp"
+
+#include <vector>
+
+#include "automation/run_time_error.hpp"
+#include "text/text.hpp"
+
+namespace tables {
+
+namespace {
+
+using Fields = std::vector<std::string_view>;
+
+void FillSlots(Slots& slots, const Fields& fields) {
+    if (fields.size() - 1 > slots.size()) {
+        throw automation::SubscriptOutOfRange();
+    }
+    for (std::size_t value = 1; value < fields.size(); ++value) {
+        slots[value - 1] = fields[value];
+    }
+}
+
+} // namespace
+
+Configuration ParseConfiguration(std::string_view text, std::string_view widths_key) {
+    Configuration configuration;
+    for (const std::string_view line : text::Split(text, "\r\n")) {
+        const Fields fields = text::Split(line, ";");
+        if (fields.size() < 2) {
+            continue;
+        }
+        const std::string_view key = fields[0];
+        const std::string_view value = fields[1];
+        if (key == "/razeni") {
+            FillSlots(configuration.column_order, fields);
+        } else if (key == "/vyska1") {
+            configuration.header_row_height = value;
+        } else if (key == "/vyska2") {
+            configuration.body_row_height = value;
+        } else if (key == widths_key) {
+            FillSlots(configuration.widths, fields);
+        } else if (key == "/hlavicka") {
+            FillSlots(configuration.headers, fields);
+        } else if (key == "/pozice") {
+            if (fields.size() < 3) {
+                throw automation::SubscriptOutOfRange();
+            }
+            configuration.x = text::LeadingNumber(value);
+            configuration.y = text::LeadingNumber(fields[2]);
+        } else if (key == "/volny") {
+            configuration.free_rows = text::LeadingNumber(value);
+        } else if (key == "/fontname") {
+            configuration.font_name = value;
+        } else if (key == "/fontsize1") {
+            configuration.header_font_size = text::LeadingNumber(value);
+        } else if (key == "/fontsize2") {
+            configuration.body_font_size = text::LeadingNumber(value);
+        } else if (key == "/tlouska_cary") {
+            configuration.line_thickness = text::LeadingNumber(value);
+        } else if (key == "/AnchorPoint") {
+            configuration.anchor_point = text::LeadingNumber(value);
+        }
+    }
+    return configuration;
+}
+
+} // namespace tables

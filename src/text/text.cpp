@@ -1,0 +1,116 @@
+#include "text/text.hpp"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace text {
+
+namespace {
+
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+char Lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool EqualIgnoringCase(char left, char right) {
+    return Lower(left) == Lower(right);
+}
+
+struct LeadingPart {
+    bool is_number = false;
+    double value = 0;
+    std::string_view rest;
+};
+
+LeadingPart ReadNumber(std::string_view whole) {
+    const std::size_t first = whole.find_first_not_of(' ');
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    whole.remove_prefix(first);
+    const bool negative = whole.front() == '-';
+    if (negative || whole.front() == '+') {
+        whole.remove_prefix(1);
+    }
+    // std::from_chars reads the number but would also take "inf" and "nan".
+    const bool starts_with_point = whole.size() > 1 && whole[0] == '.' && IsDigit(whole[1]);
+    if (whole.empty() || !(IsDigit(whole.front()) || starts_with_point)) {
+        return {};
+    }
+    double magnitude = 0;
+    const char* const end = whole.data() + whole.size();
+    const auto [after, error] = std::from_chars(whole.data(), end, magnitude);
+    if (error != std::errc()) {
+        return {};
+    }
+    return {true, negative ? -magnitude : magnitude, {after, end}};
+}
+
+} // namespace
+
+std::vector<std::string_view> Split(std::string_view whole, std::string_view separator) {
+    std::vector<std::string_view> pieces;
+    std::size_t start = 0;
+    for (std::size_t end = whole.find(separator); end != std::string_view::npos;
+         end = whole.find(separator, start)) {
+        pieces.push_back(whole.substr(start, end - start));
+        start = end + separator.size();
+    }
+    pieces.push_back(whole.substr(start));
+    return pieces;
+}
+
+std::string_view TrimBlanks(std::string_view whole) {
+    const std::size_t first = whole.find_first_not_of(' ');
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    return whole.substr(first, whole.find_last_not_of(' ') - first + 1);
+}
+
+double LeadingNumber(std::string_view whole) {
+    return ReadNumber(whole).value;
+}
+
+std::optional<double> Number(std::string_view whole) {
+    const LeadingPart part = ReadNumber(whole);
+    if (!part.is_number || !TrimBlanks(part.rest).empty()) {
+        return std::nullopt;
+    }
+    return part.value;
+}
+
+std::string FourDigits(std::size_t number) {
+    constexpr std::size_t kDigits = 4;
+    std::string digits = std::to_string(number);
+    if (digits.size() < kDigits) {
+        digits.insert(0, kDigits - digits.size(), '0');
+    }
+    return digits;
+}
+
+std::string PlainDecimal(double number) {
+    if (number == 0) {
+        return "0"; // and not "-0"
+    }
+    std::array<char, 400> digits{}; // the longest finite double has 309 digits before its point
+    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), number,
+                                      std::chars_format::fixed);
+    return {digits.data(), result.ptr};
+}
+
+bool StartsWithIgnoringCase(std::string_view whole, std::string_view part) {
+    return whole.size() >= part.size() &&
+           std::equal(part.begin(), part.end(), whole.begin(), EqualIgnoringCase);
+}
+
+bool ContainsIgnoringCase(std::string_view whole, std::string_view part) {
+    return part.empty() || std::search(whole.begin(), whole.end(), part.begin(), part.end(),
+                                       EqualIgnoringCase) != whole.end();
+}
+
+} // namespace text

@@ -1,0 +1,41 @@
+// The text rules that every part of the program shares. All texts are UTF-8.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace text {
+
+// The pieces of `whole` between the occurrences of `separator` (which is not empty), empty pieces
+// included. The empty text gives one empty piece.
+std::vector<std::string_view> Split(std::string_view whole, std::string_view separator);
+
+// `whole` without the blanks (only U+0020) at both ends.
+std::string_view TrimBlanks(std::string_view whole);
+
+// The number at the beginning of `whole`: an optional sign, digits with an optional "." among them,
+// an optional exponent. Leading blanks are skipped and whatever follows the number is ignored; "."
+// is the decimal separator in every locale. 0 where there is no number, and where the number is
+// beyond what a double holds.
+double LeadingNumber(std::string_view whole);
+
+// `whole`, blanks at its ends aside, read as one number of the form that LeadingNumber takes;
+// nothing where it is anything else.
+std::optional<double> Number(std::string_view whole);
+
+// `number` in the pattern "000#": at least four digits, leading zeros. 12345 is "12345".
+std::string FourDigits(std::size_t number);
+
+// `number` in its shortest plain decimal form, never with an exponent: "7", "1.5", "-0.25".
+// `number` is finite.
+std::string PlainDecimal(double number);
+
+// Whether `whole` contains `part`, which is ASCII, without regard to the case of ASCII letters.
+bool ContainsIgnoringCase(std::string_view whole, std::string_view part);
+
+// Whether `whole` begins with `part`, compared like ContainsIgnoringCase.
+bool StartsWithIgnoringCase(std::string_view whole, std::string_view part);
+
+} // namespace text

@@ -1,0 +1,72 @@
+#include "win32/layout.hpp"
+
+#include <cwchar>
+#include <iterator>
+
+namespace win32 {
+
+namespace {
+
+// The list of a picker, dropped down.
+constexpr int kDropDownUnitsHigh = 110;
+
+bool IsComboBox(HWND window) {
+    wchar_t name[16];
+    GetClassNameW(window, name, static_cast<int>(std::size(name)));
+    return std::wcscmp(name, L"ComboBox") == 0;
+}
+
+} // namespace
+
+void Layout::Collect(HWND dialog) {
+    RECT base{0, 0, 4, 8};
+    MapDialogRect(dialog, &base);
+    for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        RECT place;
+        GetWindowRect(child, &place);
+        MapWindowPoints(HWND_DESKTOP, dialog, reinterpret_cast<POINT*>(&place), 2);
+        places_.push_back({child,
+                           {MulDiv(place.left, 4, base.right), MulDiv(place.top, 8, base.bottom),
+                            MulDiv(place.right, 4, base.right),
+                            MulDiv(place.bottom, 8, base.bottom)}});
+    }
+}
+
+void Layout::Place(int width, int height, HFONT font) const {
+    const auto x = [width](int units) { return MulDiv(units, width, kClientUnitsWide); };
+    const auto y = [height](int units) { return MulDiv(units, height, kClientUnitsHigh); };
+    for (const auto& [window, units] : places_) {
+        SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+        const bool combo_box = IsComboBox(window);
+        const int bottom = combo_box ? units.top + kDropDownUnitsHigh : units.bottom;
+        SetWindowPos(window, nullptr, x(units.left), y(units.top), x(units.right) - x(units.left),
+                     y(bottom) - y(units.top), SWP_NOZORDER | SWP_NOACTIVATE);
+        if (combo_box) {
+            // The selection's field takes its height from the font; its button stands beside it.
+            RECT closed;
+            GetWindowRect(window, &closed);
+            const auto field = SendMessageW(window, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0);
+            const LRESULT frame = closed.bottom - closed.top - field;
+            const LRESULT wanted = y(units.bottom) - y(units.top) - frame;
+            if (wanted > field) {
+                SendMessageW(window, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), wanted);
+            }
+        }
+    }
+}
+
+Owned<HFONT> MessageFont(UINT dpi) {
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, dpi);
+    return Owned<HFONT>(CreateFontIndirectW(&metrics.lfMessageFont));
+}
+
+Owned<HICON> LoadIconOfSize(int resource, int size) {
+    return Owned<HICON>(static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr),
+                                                      MAKEINTRESOURCEW(resource), IMAGE_ICON, size,
+                                                      size, LR_DEFAULTCOLOR)));
+}
+
+} // namespace win32

@@ -1,0 +1,46 @@
+// Where everything stands. The dialog resources give places in dialog units on a grid that fills
+// the window's client area at full height; the layout maps that grid to pixels, so that the window
+// has the same proportions at every DPI and whatever the height of the title bar.
+#pragma once
+
+#include <vector>
+
+#include "win32/owned.hpp"
+
+namespace win32 {
+
+// The client area at full height, in dialog units, as in the resource.
+inline constexpr int kClientUnitsWide = 396;
+inline constexpr int kClientUnitsHigh = 239;
+// Where the pages stand in it.
+inline constexpr POINT kPageUnits{6, 24};
+
+class Layout {
+  public:
+    // Notes the places of a dialog's children. Call it once, before anything moves them.
+    void Collect(HWND dialog);
+    // Adds a window that stands at a place of its own.
+    void Add(HWND window, const RECT& units) { places_.push_back({window, units}); }
+    // Puts every noted window to its place in a client area of `width` by `height` pixels and
+    // gives it `font`.
+    void Place(int width, int height, HFONT font) const;
+
+  private:
+    struct PlacedWindow {
+        HWND window;
+        RECT units;
+    };
+    std::vector<PlacedWindow> places_;
+};
+
+// Design pixels, of which there are 96 to the inch, as pixels at `dpi`.
+inline int Scaled(int design_pixels, UINT dpi) {
+    return MulDiv(design_pixels, static_cast<int>(dpi), 96);
+}
+
+// The system's font for messages and dialogs, at `dpi`.
+Owned<HFONT> MessageFont(UINT dpi);
+// An icon of the resources with an edge of `size` pixels.
+Owned<HICON> LoadIconOfSize(int resource, int size);
+
+} // namespace win32

@@ -1,0 +1,9 @@
+// Texts at the Windows API: UTF-16 there, UTF-8 in the program.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// What is no valid UTF-8 or UTF-16 becomes the replacement character U+FFFD.
+std::wstring Widen(std::string_view text);
+std::string Narrow(std::wstring_view text);

@@ -1,0 +1,223 @@
+#include "win32/views.hpp"
+
+#include <windowsx.h>
+
+#include "win32/utf.hpp"
+
+namespace win32 {
+
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+
+} // namespace
+
+std::string WindowText(HWND window) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)), L'\0');
+    const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1);
+    text.resize(static_cast<std::size_t>(length));
+    return Narrow(text);
+}
+
+void SetWindowText(HWND window, std::string_view text) {
+    SetWindowTextW(window, Widen(text).c_str());
+}
+
+int ShiftState() {
+    return GetKeyState(VK_SHIFT) < 0 ? controls::kShiftHeld : 0;
+}
+
+ButtonView::ButtonView(HWND window, controls::Button& button, RunEvent run_event)
+    : window_(window), button_(button), run_event_(std::move(run_event)) {
+    SetWindowSubclass(window_, WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+}
+
+ButtonView::~ButtonView() {
+    RemoveWindowSubclass(window_, WindowProcedure, kSubclass);
+}
+
+void ButtonView::Refresh() {
+    if (button_.Enabled() != shown_enabled_) {
+        shown_enabled_ = button_.Enabled();
+        EnableWindow(window_, shown_enabled_ ? TRUE : FALSE);
+    }
+    if (button_.Revision() != shown_revision_) {
+        shown_revision_ = button_.Revision();
+        SetWindowText(window_, button_.Caption());
+    }
+}
+
+void ButtonView::Click() {
+    run_event_([this] { controls::Raise(button_.Click); });
+}
+
+void ButtonView::ShowPicture(int icon_resource, int size) {
+    Owned<HICON> picture = LoadIconOfSize(icon_resource, size);
+    SendMessageW(window_, BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(picture.get()));
+    picture_ = std::move(picture);
+}
+
+LRESULT CALLBACK ButtonView::WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
+                                             UINT_PTR, DWORD_PTR view) {
+    if (message == WM_RBUTTONDOWN) {
+        auto& self = *reinterpret_cast<ButtonView*>(view);
+        self.run_event_([&] {
+            controls::Raise(self.button_.MouseDown, controls::kRightButton, ShiftState(),
+                            GET_X_LPARAM(l), GET_Y_LPARAM(l));
+        });
+        return 0;
+    }
+    return DefSubclassProc(window, message, w, l);
+}
+
+CheckBoxView::CheckBoxView(HWND window, controls::CheckBox& check_box, RunEvent run_event)
+    : window_(window), check_box_(check_box), run_event_(std::move(run_event)) {
+    SetWindowText(window_, check_box_.Caption());
+}
+
+void CheckBoxView::Refresh() {
+    if (check_box_.Revision() != shown_revision_) {
+        shown_revision_ = check_box_.Revision();
+        Button_SetCheck(window_, check_box_.Value() == 1 ? BST_CHECKED : BST_UNCHECKED);
+    }
+}
+
+void CheckBoxView::Click() {
+    run_event_([this] {
+        check_box_.SetValue(Button_GetCheck(window_) == BST_CHECKED ? 1 : 0);
+    });
+}
+
+TextBoxView::TextBoxView(HWND window, controls::TextBox& text_box)
+    : window_(window), text_box_(text_box) {
+    SendMessageW(window_, EM_SETLIMITTEXT, 0, 0);
+    SetWindowSubclass(window_, WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+}
+
+TextBoxView::~TextBoxView() {
+    RemoveWindowSubclass(window_, WindowProcedure, kSubclass);
+}
+
+void TextBoxView::Refresh() {
+    if (text_box_.Revision() == shown_revision_) {
+        return;
+    }
+    const FlagWhile refreshing(refreshing_);
+    const std::string& text = text_box_.Text();
+    if (text_box_.Replacements() == shown_replacements_ && shown_length_ <= text.size()) {
+        const int end = GetWindowTextLengthW(window_);
+        SendMessageW(window_, EM_SETSEL, static_cast<WPARAM>(end), end);
+        const std::wstring more = Widen(std::string_view(text).substr(shown_length_));
+        SendMessageW(window_, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(more.c_str()));
+    } else {
+        SetWindowText(window_, text);
+    }
+    shown_revision_ = text_box_.Revision();
+    shown_replacements_ = text_box_.Replacements();
+    shown_length_ = text.size();
+}
+
+void TextBoxView::Pull() {
+    if (!changed_by_person_) {
+        return;
+    }
+    changed_by_person_ = false;
+    if (text_box_.Replacements() != shown_replacements_) {
+        return; // the program has set another text meanwhile
+    }
+    // What was appended since the last refresh is not on the screen yet and stays to be shown.
+    std::string text = WindowText(window_);
+    const std::size_t shown = text.size();
+    text += std::string_view(text_box_.Text()).substr(shown_length_);
+    shown_length_ = shown;
+    text_box_.UserChange(std::move(text));
+}
+
+LRESULT CALLBACK TextBoxView::WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
+                                              UINT_PTR, DWORD_PTR) {
+    constexpr WPARAM kControlA = 1;
+    if (message == WM_CHAR && w == kControlA) {
+        SendMessageW(window, EM_SETSEL, 0, -1);
+        return 0;
+    }
+    const LRESULT result = DefSubclassProc(window, message, w, l);
+    if (message == WM_GETDLGCODE) {
+        // The focus moved by the tab key does not select a whole multi-line text.
+        if ((GetWindowLongPtrW(window, GWL_STYLE) & ES_MULTILINE) != 0) {
+            return result & ~DLGC_HASSETSEL;
+        }
+    }
+    return result;
+}
+
+ComboBoxView::ComboBoxView(HWND window, HWND label, controls::ComboBox& combo_box)
+    : window_(window), combo_box_(combo_box) {
+    SetWindowText(label, combo_box_.Label());
+}
+
+void ComboBoxView::Refresh() {
+    if (combo_box_.Revision() == shown_revision_) {
+        return;
+    }
+    const FlagWhile refreshing(refreshing_);
+    shown_revision_ = combo_box_.Revision();
+    const auto& items = combo_box_.Items();
+    if (items.size() < shown_items_) {
+        ComboBox_ResetContent(window_);
+        shown_items_ = 0;
+    }
+    for (; shown_items_ < items.size(); ++shown_items_) {
+        ComboBox_AddString(window_, Widen(items[shown_items_]).c_str());
+    }
+    if (WindowText(window_) != combo_box_.Text()) {
+        SetWindowText(window_, combo_box_.Text());
+    }
+    EnableWindow(window_, combo_box_.Enabled() ? TRUE : FALSE);
+}
+
+void ComboBoxView::Pull() {
+    if (!changed_by_person_) {
+        return;
+    }
+    changed_by_person_ = false;
+    if (combo_box_.Revision() == shown_revision_) {
+        combo_box_.UserChange(WindowText(window_));
+    }
+}
+
+void ListBoxView::Refresh() {
+    if (list_box_.Revision() == shown_revision_) {
+        return;
+    }
+    shown_revision_ = list_box_.Revision();
+    SetWindowRedraw(window_, FALSE);
+    ListBox_ResetContent(window_);
+    for (const std::string& item : list_box_.Items()) {
+        ListBox_AddString(window_, Widen(item).c_str());
+    }
+    SetWindowRedraw(window_, TRUE);
+    InvalidateRect(window_, nullptr, TRUE);
+}
+
+void StatusBarView::SetPanels(int width, int second_panel) const {
+    const int edges[2] = {width - second_panel, -1};
+    SendMessageW(window_, SB_SETPARTS, 2, reinterpret_cast<LPARAM>(edges));
+}
+
+void StatusBarView::Refresh() {
+    if (status_bar_.Revision() == shown_revision_) {
+        return;
+    }
+    shown_revision_ = status_bar_.Revision();
+    for (std::size_t panel = 0; panel < 2; ++panel) {
+        const std::string& text = status_bar_.PanelText(panel + 1);
+        if (text != shown_[panel]) {
+            shown_[panel] = text;
+            SendMessageW(window_, SB_SETTEXTW, panel,
+                         reinterpret_cast<LPARAM>(Widen(text).c_str()));
+        }
+    }
+    UpdateWindow(window_);
+}
+
+} // namespace win32

@@ -1,0 +1,180 @@
+// The whole program without a window: Form1 bound to its actions, with ports that live in memory.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/form_events.hpp"
+#include "automation/run_time_error.hpp"
+#include "controls/form1.hpp"
+#include "simulator/session.hpp"
+#include "text/text.hpp"
+
+namespace testing_support {
+
+constexpr platform::WindowHandle kFormWindow = 1000;
+
+struct MemoryDesktop : platform::DesktopWindows {
+    std::vector<std::string> titles; // of the top-level windows, in the system's order
+    std::map<platform::WindowHandle, bool> topmost;
+    int times_put_on_top = 0;
+    int screen_width = 19200; // twips: 1280 pixels
+    int screen_height = 15360;
+
+    void EnumWindows(const std::function<long(platform::WindowHandle)>& callback) override {
+        for (std::size_t window = 1; window <= titles.size(); ++window) {
+            if (callback(window) == 0) {
+                return;
+            }
+        }
+    }
+    std::string GetWindowText(platform::WindowHandle window) override {
+        return titles.at(window - 1);
+    }
+    void SetTopmost(platform::WindowHandle window, bool on) override {
+        topmost[window] = on;
+        times_put_on_top += on ? 1 : 0;
+    }
+    int ScreenWidth() override { return screen_width; }
+    int ScreenHeight() override { return screen_height; }
+};
+
+struct MemorySettings : platform::SettingsStore {
+    std::map<std::string, std::string> stored;
+    bool broken = false;
+
+    static std::string Path(std::string_view application, std::string_view section,
+                            std::string_view key) {
+        return std::string(application) + "\\" + std::string(section) + "\\" + std::string(key);
+    }
+    std::string GetSetting(std::string_view application, std::string_view section,
+                           std::string_view key, std::string_view fallback) override {
+        if (broken) {
+            throw automation::RunTimeError(75, "Path/File access error");
+        }
+        const auto found = stored.find(Path(application, section, key));
+        return found == stored.end() ? std::string(fallback) : found->second;
+    }
+    void SaveSetting(std::string_view application, std::string_view section, std::string_view key,
+                     std::string_view value) override {
+        if (broken) {
+            throw automation::RunTimeError(75, "Path/File access error");
+        }
+        stored[Path(application, section, key)] = value;
+    }
+};
+
+struct ScriptedEvents : platform::EventPump {
+    int yields = 0;
+    std::function<void(int)> at_yield; // what the person does at the n-th yield
+
+    void DoEvents() override {
+        ++yields;
+        if (at_yield) {
+            at_yield(yields);
+        }
+    }
+};
+
+struct SessionServers : platform::AutomationServers {
+    simulator::Session* session = nullptr;
+    int obtained = 0;
+
+    automation::ObjectPtr GetActiveObject(std::string_view program_id) override {
+        if (session == nullptr || program_id != "Catia.application") {
+            throw automation::CannotCreateObject();
+        }
+        ++obtained;
+        return session->Application();
+    }
+};
+
+// Numbers with a decimal comma, as Czech users write them.
+struct CzechNumbers : platform::NumberFormat {
+    std::optional<double> ReadNumber(std::string_view text) override {
+        std::string plain(text);
+        if (plain.find('.') != std::string::npos) {
+            return std::nullopt;
+        }
+        if (const auto comma = plain.find(','); comma != std::string::npos) {
+            plain[comma] = '.';
+        }
+        return text::Number(plain);
+    }
+};
+
+struct RecordedBoxes : platform::MessageBoxes {
+    std::vector<automation::RunTimeError> shown;
+
+    void ShowError(const automation::RunTimeError& error) override { shown.push_back(error); }
+};
+
+class HeadlessForm {
+  public:
+    HeadlessForm()
+        : form({desktop, settings, events, servers, number_format, message_boxes}) {
+        form.hWnd = kFormWindow;
+        form.Width = 9600;
+        form.Height = 7155;
+        form.show_now = [this] {
+            const std::string& message = form.StatusBar1.PanelText(1);
+            if (messages.empty() || messages.back() != message) {
+                messages.push_back(message);
+            }
+        };
+        form.show_popup = [this](controls::PopupMenu& menu, controls::PopupPlace place) {
+            popups.emplace_back(menu.caption, place);
+        };
+        // A list whose rows are one pixel high.
+        form.ListView1.HitTest = [this](int, int y) -> std::optional<std::size_t> {
+            if (y < 1 || static_cast<std::size_t>(y) > form.ListView1.Count()) {
+                return std::nullopt;
+            }
+            return static_cast<std::size_t>(y);
+        };
+        app::BindActions(form);
+    }
+
+    // Lets the desktop show the session's window, and its application be found.
+    void Connect(simulator::Session& session) {
+        desktop.titles = {"Desktop", "CATIA V5 - [" + session.ActiveDocumentName() + "]"};
+        servers.session = &session;
+    }
+
+    [[nodiscard]] const std::string& Status() const { return form.StatusBar1.PanelText(1); }
+    [[nodiscard]] const std::string& RowCount() const { return form.StatusBar1.PanelText(2); }
+    [[nodiscard]] bool Busy() const { return form.Pointer == controls::MousePointer::kHourglass; }
+
+    MemoryDesktop desktop;
+    MemorySettings settings;
+    ScriptedEvents events;
+    SessionServers servers;
+    CzechNumbers number_format;
+    RecordedBoxes message_boxes;
+    std::vector<std::string> messages; // that the status line has shown, in their order
+    std::vector<std::pair<std::string, controls::PopupPlace>> popups;
+
+    controls::Form1 form;
+};
+
+// A row of a list view as its texts, from the name on.
+inline std::vector<std::string> RowTexts(const controls::ListView& list, std::size_t row) {
+    std::vector<std::string> texts{list.Row(row).text};
+    for (std::size_t sub_item = 1; sub_item < list.Columns().size(); ++sub_item) {
+        texts.push_back(list.SubItem(row, sub_item));
+    }
+    return texts;
+}
+
+inline std::vector<std::string> Column(const controls::ListView& list, std::size_t sub_item) {
+    std::vector<std::string> texts;
+    for (std::size_t row = 1; row <= list.Count(); ++row) {
+        texts.push_back(sub_item == 0 ? list.Row(row).text : list.SubItem(row, sub_item));
+    }
+    return texts;
+}
+
+} // namespace testing_support

@@ -1,0 +1,140 @@
+#include "controls/list_view.hpp"
+
+#include <gtest/gtest.h>
+
+#include "automation/run_time_error.hpp"
+
+namespace {
+
+using controls::ListView;
+
+long ErrorOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const automation::RunTimeError& error) {
+        return error.number;
+    }
+    return 0;
+}
+
+ListView ThreeColumns(const std::vector<std::string>& names) {
+    ListView list({"Name", "One", "Two"});
+    for (const std::string& name : names) {
+        list.Add(name);
+    }
+    return list;
+}
+
+std::string Names(const ListView& list) {
+    std::string names;
+    for (std::size_t row = 1; row <= list.Count(); ++row) {
+        names += list.Row(row).text + " ";
+    }
+    return names;
+}
+
+TEST(ListView, RowsCountFromOneAndOthersAreOutOfBounds) {
+    ListView list = ThreeColumns({"a"});
+    EXPECT_EQ(list.Row(1).text, "a");
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(list.Row(0)); }), 35600);
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(list.Row(2)); }), 35600);
+    EXPECT_EQ(ErrorOf([&] { list.Remove(2); }), 35600);
+    EXPECT_EQ(ErrorOf([&] { list.SetCurrentRow(2); }), 35600);
+    EXPECT_EQ(ErrorOf([&] { list.EnsureVisible(2); }), 35600);
+}
+
+TEST(ListView, ASubItemWithoutAColumnIsAnInvalidPropertyValue) {
+    ListView list = ThreeColumns({"a"});
+    list.SetSubItem(1, 2, "x");
+    EXPECT_EQ(list.SubItem(1, 2), "x");
+    EXPECT_EQ(list.SubItem(1, 1), "");
+    EXPECT_EQ(ErrorOf([&] { list.SetSubItem(1, 3, "x"); }), 380);
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(list.SubItem(1, 0)); }), 380);
+}
+
+TEST(ListView, EveryChangeRaisesTheRevision) {
+    ListView list = ThreeColumns({"a"});
+    const std::vector<std::function<void()>> changes{
+        [&] { list.Add("b"); },           [&] { list.SetText(1, "c"); },
+        [&] { list.SetSubItem(1, 1, "d"); }, [&] { list.SetChecked(1, true); },
+        [&] { list.SetSelected(1, true); },  [&] { list.SetTag(1, "t"); },
+        [&] { list.SelectAll(); },        [&] { list.SetCurrentRow(1); },
+        [&] { list.SetSorted(1); },       [&] { list.EnsureVisible(1); },
+        [&] { list.Remove(1); },          [&] { list.Clear(); }};
+    for (const auto& change : changes) {
+        const auto before = list.Revision();
+        change();
+        EXPECT_NE(list.Revision(), before);
+    }
+}
+
+TEST(ListView, SortsOnceByTheTextOfASubItemAndKeepsTheOrderOfEquals) {
+    ListView list = ThreeColumns({"a", "b", "c", "d"});
+    list.SetSubItem(1, 1, "2");
+    list.SetSubItem(2, 1, "10");
+    list.SetSubItem(3, 1, "2");
+    list.SetCurrentRow(4);
+    list.SetSorted(1);
+    EXPECT_EQ(Names(list), "d b a c ");
+    EXPECT_EQ(list.CurrentRow(), 1U);
+    list.SetSorted(std::nullopt);
+    list.Add("e");
+    EXPECT_EQ(Names(list), "d b a c e ");
+}
+
+TEST(ListView, SortsNewRowsInWhileItIsSorted) {
+    ListView list = ThreeColumns({"a", "b"});
+    list.SetSubItem(1, 1, "1");
+    list.SetSubItem(2, 1, "2");
+    list.SetSorted(1);
+    EXPECT_EQ(list.Add("new"), 1U);
+    EXPECT_EQ(Names(list), "new a b ");
+}
+
+TEST(ListView, TheRowThatTakesTheRemovedCurrentRowsPlaceIsCurrent) {
+    ListView list = ThreeColumns({"a", "b", "c"});
+    list.SetCurrentRow(2);
+    list.Remove(2);
+    EXPECT_EQ(list.CurrentRow(), 2U);
+    EXPECT_TRUE(list.Row(2).selected);
+    list.Remove(2);
+    EXPECT_EQ(list.CurrentRow(), 1U);
+    list.Remove(1);
+    EXPECT_EQ(list.CurrentRow(), std::nullopt);
+}
+
+TEST(ListView, TheCurrentRowStaysTheSameRowWhenOthersAreRemoved) {
+    ListView list = ThreeColumns({"a", "b", "c"});
+    list.SetCurrentRow(3);
+    list.Remove(1);
+    EXPECT_EQ(list.CurrentRow(), 2U);
+    EXPECT_EQ(list.Row(2).text, "c");
+}
+
+TEST(ListView, RowsAreFoundByIdAndByTheFirstOfTheirName) {
+    ListView list = ThreeColumns({"a", "b", "b"});
+    const auto id = list.Row(3).id;
+    EXPECT_EQ(list.RowWithId(id), 3U);
+    EXPECT_EQ(list.RowWithText("b"), 2U);
+    EXPECT_EQ(list.RowWithText("B"), std::nullopt);
+    list.Remove(1);
+    EXPECT_EQ(list.RowWithId(id), 2U);
+    list.Clear();
+    list.Add("x");
+    EXPECT_EQ(list.RowWithId(id), std::nullopt);
+}
+
+TEST(ListView, SelectionGoesOutAsTabSeparatedLines) {
+    ListView list = ThreeColumns({"Hřídel", "b", "c\td"});
+    list.SetSubItem(1, 2, "20x40");
+    list.SetSubItem(3, 1, "5\"");
+    list.SetSelected(1, true);
+    list.SetSelected(3, true);
+    EXPECT_EQ(list.SelectionAsText(), "Hřídel\t\t20x40\r\n\"c\td\"\t\"5\"\"\"\t\r\n");
+}
+
+TEST(ListView, AnEmptySelectionGoesOutAsNothing) {
+    EXPECT_EQ(ThreeColumns({"a"}).SelectionAsText(), "");
+}
+
+} // namespace

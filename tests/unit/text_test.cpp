@@ -1,0 +1,109 @@
+#include "text/text.hpp"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Pieces = std::vector<std::string_view>;
+
+TEST(Split, EmptyTextGivesOneEmptyPiece) {
+    EXPECT_EQ(text::Split("", ";"), Pieces{""});
+}
+
+TEST(Split, KeepsEmptyPiecesBetweenAndAtTheEnds) {
+    EXPECT_EQ(text::Split(";a;;b;", ";"), (Pieces{"", "a", "", "b", ""}));
+}
+
+TEST(Split, TakesASeparatorOfSeveralCharacters) {
+    EXPECT_EQ(text::Split("a\r\nb\nc\r\n", "\r\n"), (Pieces{"a", "b\nc", ""}));
+}
+
+TEST(TrimBlanks, RemovesBlanksOnly) {
+    EXPECT_EQ(text::TrimBlanks("  a b  "), "a b");
+    EXPECT_EQ(text::TrimBlanks("\r\n a"), "\r\n a");
+    EXPECT_EQ(text::TrimBlanks("   "), "");
+    EXPECT_EQ(text::TrimBlanks(""), "");
+}
+
+TEST(LeadingNumber, ReadsSignDigitsFractionAndExponent) {
+    EXPECT_EQ(text::LeadingNumber("12"), 12);
+    EXPECT_EQ(text::LeadingNumber("-12.5"), -12.5);
+    EXPECT_EQ(text::LeadingNumber("+3"), 3);
+    EXPECT_EQ(text::LeadingNumber("1.5e2"), 150);
+    EXPECT_EQ(text::LeadingNumber("2E-1"), 0.2);
+    EXPECT_EQ(text::LeadingNumber("5."), 5);
+}
+
+TEST(LeadingNumber, SkipsLeadingBlanksAndIgnoresWhatFollows) {
+    EXPECT_EQ(text::LeadingNumber("  7"), 7);
+    EXPECT_EQ(text::LeadingNumber("2 "), 2);
+    EXPECT_EQ(text::LeadingNumber("12a"), 12);
+    EXPECT_EQ(text::LeadingNumber("12,5"), 12);
+    EXPECT_EQ(text::LeadingNumber("1e"), 1);
+    EXPECT_EQ(text::LeadingNumber("1.2.3"), 1.2);
+}
+
+TEST(LeadingNumber, IsZeroWithoutANumber) {
+    for (const char* none : {"", " ", "abc", "a1", "-", "+", ".", "-.", "e5", ",5", "--1", "+-1",
+                             "\t7", "Hřídel"}) {
+        EXPECT_EQ(text::LeadingNumber(none), 0) << '"' << none << '"';
+    }
+}
+
+TEST(LeadingNumber, TakesNoInfinityNanOrHexadecimal) {
+    for (const char* none : {"inf", "INF", "-inf", "infinity", "nan", "NaN", "nan(1)"}) {
+        EXPECT_EQ(text::LeadingNumber(none), 0) << none;
+    }
+    EXPECT_EQ(text::LeadingNumber("0x10"), 0);
+    EXPECT_EQ(text::LeadingNumber("1x"), 1);
+}
+
+TEST(LeadingNumber, IsZeroBeyondWhatADoubleHolds) {
+    EXPECT_EQ(text::LeadingNumber("1e999"), 0);
+    EXPECT_EQ(text::LeadingNumber("-1e999"), 0);
+}
+
+TEST(Number, TakesOnlyAWholeText) {
+    EXPECT_EQ(text::Number("0"), 0.0);
+    EXPECT_EQ(text::Number(" 12.5 "), 12.5);
+    EXPECT_EQ(text::Number("12a"), std::nullopt);
+    EXPECT_EQ(text::Number("1 2"), std::nullopt);
+    EXPECT_EQ(text::Number(""), std::nullopt);
+    EXPECT_EQ(text::Number("nan"), std::nullopt);
+}
+
+TEST(FourDigits, HasAtLeastFourDigits) {
+    EXPECT_EQ(text::FourDigits(0), "0000");
+    EXPECT_EQ(text::FourDigits(1), "0001");
+    EXPECT_EQ(text::FourDigits(12), "0012");
+    EXPECT_EQ(text::FourDigits(9999), "9999");
+    EXPECT_EQ(text::FourDigits(12345), "12345");
+}
+
+TEST(PlainDecimal, HasNoExponentAndNoTrailingZeros) {
+    EXPECT_EQ(text::PlainDecimal(7), "7");
+    EXPECT_EQ(text::PlainDecimal(100), "100");
+    EXPECT_EQ(text::PlainDecimal(1.5), "1.5");
+    EXPECT_EQ(text::PlainDecimal(13.88), "13.88");
+    EXPECT_EQ(text::PlainDecimal(-2), "-2");
+    EXPECT_EQ(text::PlainDecimal(-0.0), "0");
+    EXPECT_EQ(text::PlainDecimal(1e21), "1000000000000000000000");
+    EXPECT_EQ(text::PlainDecimal(1e-7), "0.0000001");
+    EXPECT_EQ(text::PlainDecimal(1.7976931348623157e308).size(), 309U);
+}
+
+TEST(ContainsIgnoringCase, FoldsAsciiLettersOnly) {
+    EXPECT_TRUE(text::ContainsIgnoringCase("Skříň.catdrawing", ".CATDrawing"));
+    EXPECT_TRUE(text::ContainsIgnoringCase("a", ""));
+    EXPECT_FALSE(text::ContainsIgnoringCase("", "a"));
+    EXPECT_FALSE(text::ContainsIgnoringCase("x.CATPart", ".CATProduct"));
+    EXPECT_FALSE(text::ContainsIgnoringCase("[", "{"));
+}
+
+TEST(StartsWithIgnoringCase, LooksAtTheBeginningOnly) {
+    EXPECT_TRUE(text::StartsWithIgnoringCase("catia v5 - [a]", "CATIA V5"));
+    EXPECT_FALSE(text::StartsWithIgnoringCase("My CATIA V5", "CATIA V5"));
+    EXPECT_FALSE(text::StartsWithIgnoringCase("CATIA", "CATIA V5"));
+}
+
+} // namespace
