@@ -27,7 +27,7 @@ class Value {
                                  Array, Reference>;
 
     Value() = default;
-    Value(bool boolean) : storage_(boolean) {}
+    Value(bool truth) : storage_(truth) {}
     Value(std::int32_t integer) : storage_(integer) {}
     Value(double real) : storage_(real) {}
     Value(std::string text) : storage_(std::move(text)) {}

@@ -16,4 +16,37 @@ const std::string_view kDefaultConfiguration =
     "/fontsize2;3\r\n"
     "/sirka1;13.88;43.67;15.76;37.51;34.61;44.6;14.68\r\n";
 
+const std::string_view kSampleStructure =
+    // clang-format off
+    "\r\n0\tProduct1"
+    "\r\n1\tPart 77\tProduct1"
+    "\r\n1\tPart 46\tProduct1"
+    "\r\n1\tPart 46\tProduct1"
+    "\r\n1\tPart 46\tProduct1"
+    "\r\n1\tProduct2.2\tProduct1\tProduct1|||||Product2.2*1*"
+    "\r\n2\tPart 12\tProduct1|||||Product2.2*1*"
+    "\r\n2\tPart 12\tProduct1|||||Product2.2*1*"
+    "\r\n2\tProduct3.1\tProduct1|||||Product2.2*1*\tProduct1|||||Product2.2*1*|||||Product3.1*2*"
+    "\r\n3\tPart 46\tProduct1|||||Product2.2*1*|||||Product3.1*2*"
+    "\r\n3\tPart 46\tProduct1|||||Product2.2*1*|||||Product3.1*2*"
+    "\r\n3\tPart 46\tProduct1|||||Product2.2*1*|||||Product3.1*2*"
+    "\r\n3\tPart 46\tProduct1|||||Product2.2*1*|||||Product3.1*2*"
+    "\r\n3\tPart 87\tProduct1|||||Product2.2*1*|||||Product3.1*2*"
+    "\r\n3\tPart 87\tProduct1|||||Product2.2*1*|||||Product3.1*2*"
+    "\r\n3\tPart 87\tProduct1|||||Product2.2*1*|||||Product3.1*2*"
+    "\r\n3\tPart 87\tProduct1|||||Product2.2*1*|||||Product3.1*2*"
+    "\r\n1\tProduct2.2\tProduct1\tProduct1|||||Product2.2*3*"
+    "\r\n2\tPart 12\tProduct1|||||Product2.2*3*"
+    "\r\n2\tPart 12\tProduct1|||||Product2.2*3*"
+    "\r\n2\tProduct3.1\tProduct1|||||Product2.2*3*\tProduct1|||||Product2.2*3*|||||Product3.1*4*"
+    "\r\n3\tPart 46\tProduct1|||||Product2.2*3*|||||Product3.1*4*"
+    "\r\n3\tPart 46\tProduct1|||||Product2.2*3*|||||Product3.1*4*"
+    "\r\n3\tPart 46\tProduct1|||||Product2.2*3*|||||Product3.1*4*"
+    "\r\n3\tPart 46\tProduct1|||||Product2.2*3*|||||Product3.1*4*"
+    "\r\n3\tPart 87\tProduct1|||||Product2.2*3*|||||Product3.1*4*"
+    "\r\n3\tPart 87\tProduct1|||||Product2.2*3*|||||Product3.1*4*"
+    "\r\n3\tPart 87\tProduct1|||||Product2.2*3*|||||Product3.1*4*"
+    "\r\n3\tPart 87\tProduct1|||||Product2.2*3*|||||Product3.1*4*";
+    // clang-format on
+
 } // namespace controls

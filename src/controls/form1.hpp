@@ -15,6 +15,9 @@ enum class PopupPlace { kPointer, kCurrentRow };
 // The factory default of the table configuration, each line ended by CR LF.
 extern const std::string_view kDefaultConfiguration;
 
+// A structure text to try the program with before CATIA's is read: five assemblies, 24 parts.
+extern const std::string_view kSampleStructure;
+
 // The main window: one of each control under its form name, the window's own properties, and the
 // values that actions keep between one another.
 struct Form1 {
@@ -54,7 +57,7 @@ struct Form1 {
     Button Command2{"test rovnani"};
     Button Command26{"procesy"};
     TreeView TreeView1;
-    TextBox Text1;
+    TextBox Text1{std::string(kSampleStructure)};
     ListView ListView2{{"Jmeno", "Kusů"}};
     ListBox List1;
 

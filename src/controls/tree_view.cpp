@@ -28,7 +28,7 @@ std::size_t TreeView::AddRoot(std::string_view key, std::string text, int image)
 
 std::size_t TreeView::AddChild(std::string_view parent_key, std::string_view key, std::string text,
                                int image) {
-    const auto parent = node_by_key_.find(std::string(parent_key));
+    const auto parent = node_by_key_.find(parent_key);
     if (parent == node_by_key_.end()) {
         throw automation::ElementNotFound();
     }

@@ -33,7 +33,7 @@ class TreeView : public Control {
     std::size_t AddChild(std::string_view parent_key, std::string_view key, std::string text,
                          int image);
     [[nodiscard]] bool HasKey(std::string_view key) const {
-        return node_by_key_.contains(std::string(key));
+        return node_by_key_.contains(key);
     }
     void Clear();
     void SetExpanded(std::size_t node, bool expanded);
@@ -66,7 +66,15 @@ class TreeView : public Control {
     std::size_t Add(std::size_t parent, std::string_view key, std::string text, int image);
 
     std::vector<TreeNode> nodes_;
-    std::unordered_map<std::string, std::size_t> node_by_key_;
+    // Lets keys be looked up without making a string of them.
+    struct KeyHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view key) const {
+            return std::hash<std::string_view>()(key);
+        }
+    };
+
+    std::unordered_map<std::string, std::size_t, KeyHash, std::equal_to<>> node_by_key_;
     std::optional<std::size_t> node_to_show_;
     std::uint64_t restructurings_ = 0;
 };
