@@ -49,6 +49,7 @@ void Command3_Click(Form1& form) {
 
 void OtevreniStromu(Form1& form, const catia::Products& children, int count,
                     const std::string& part_number, const std::string& otec) {
+    const std::string announcement = "Product: " + part_number + " Part: ";
     // Uroven is lowered at the end and nowhere else: a walk that an error ended leaves it raised.
     ++form.Uroven;
     shell::DoEvents(form);
@@ -58,7 +59,7 @@ void OtevreniStromu(Form1& form, const catia::Products& children, int count,
         const std::string child_number = child.PartNumber();
         const catia::Products grandchildren = child.Products();
         const int grandchild_count = grandchildren.Count();
-        shell::stat(form, "Product: " + part_number + " Part: " + child_number);
+        shell::stat(form, announcement + child_number);
         if (grandchild_count == 0) {
             ++form.PocetPartu;
             zapsat(form, LeafLine(form.Uroven, child_number, otec));
