@@ -153,8 +153,8 @@ class Fields {
     void
     TakeOptions(std::initializer_list<std::pair<std::string_view, std::function<void()>>> options) {
         while (!AtEnd()) {
-            const auto option = std::find_if(options.begin(), options.end(),
-                                             [&](const auto& each) { return Take(each.first); });
+            const auto* const option = std::find_if(
+                options.begin(), options.end(), [&](const auto& each) { return Take(each.first); });
             if (option == options.end()) {
                 throw Malformed{"\"" + words_[next_].text + "\" is not expected here"};
             }
@@ -170,6 +170,18 @@ class Fields {
 // Builds a document line by line.
 class Reader {
   public:
+    Reader() = default;
+    Reader(const Reader&) = delete;
+    Reader& operator=(const Reader&) = delete;
+    ~Reader() {
+        if (!finished_) {
+            // Products that contain one another, or go too deep, cannot be left to their owners.
+            for (const auto& [part_number, product] : products_) {
+                product->instances.clear();
+            }
+        }
+    }
+
     void ReadLine(Fields& fields) {
         static const std::map<std::string, void (Reader::*)(Fields&)> kLines{
             {"product", &Reader::ReadProduct}, {"child", &Reader::ReadChild},
@@ -220,6 +232,7 @@ class Reader {
                 document_->active_sheet = document_->sheets.front();
             }
         }
+        finished_ = true;
         return document_;
     }
 
@@ -461,6 +474,7 @@ class Reader {
     std::shared_ptr<Document> document_ = std::make_shared<Document>();
     std::map<std::string, std::shared_ptr<Product>> products_;
     std::map<const Product*, int> heights_;
+    bool finished_ = false;
     std::shared_ptr<Product> product_; // the ones that the next lines belong to
     std::shared_ptr<Sheet> sheet_;
     std::shared_ptr<View> view_;

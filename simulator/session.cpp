@@ -138,8 +138,8 @@ bool Session::SelectTable(std::string_view sheet_name, std::string_view view_nam
         return false;
     }
     for (const auto& view : sheet->views) {
-        if (view->name == view_name && table < view->tables.size()) {
-            model_->active->selection = {view->tables[table]};
+        if (view->name == view_name && table >= 1 && table <= view->tables.size()) {
+            model_->active->selection = {view->tables[table - 1]};
             NoteChange();
             return true;
         }

@@ -67,7 +67,7 @@ class Session {
     [[nodiscard]] std::string DrawingAsText(std::string_view document_name = {}) const;
 
     // What a person does in the session's window, with the active document. Each is false where
-    // there is no such sheet, view or table; `table` counts from 0.
+    // there is no such sheet, view or table; `table` counts from 1.
     bool ActivateSheet(std::string_view sheet_name);
     bool SelectTable(std::string_view sheet_name, std::string_view view_name, std::size_t table);
     void ClearSelection();

@@ -17,8 +17,7 @@ std::wstring Widen(std::string_view text) {
     }
     const int length = Length(text.size());
     std::wstring wide(
-        static_cast<std::size_t>(
-            MultiByteToWideChar(CP_UTF8, 0, text.data(), length, nullptr, 0)),
+        static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(), length, nullptr, 0)),
         L'\0');
     MultiByteToWideChar(CP_UTF8, 0, text.data(), length, wide.data(), Length(wide.size()));
     return wide;
@@ -29,8 +28,8 @@ std::string Narrow(std::wstring_view text) {
         return {};
     }
     const int length = Length(text.size());
-    std::string narrow(static_cast<std::size_t>(WideCharToMultiByte(
-                           CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr)),
+    std::string narrow(static_cast<std::size_t>(WideCharToMultiByte(CP_UTF8, 0, text.data(), length,
+                                                                    nullptr, 0, nullptr, nullptr)),
                        '\0');
     WideCharToMultiByte(CP_UTF8, 0, text.data(), length, narrow.data(), Length(narrow.size()),
                         nullptr, nullptr);

@@ -1,0 +1,30 @@
+#include "files.hpp"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include "win32/utf.hpp"
+
+namespace simulator {
+
+std::string ReadWholeFile(const std::string& path) {
+    std::ifstream file(std::filesystem::path(Widen(path)), std::ios::binary);
+    std::string content{std::istreambuf_iterator<char>(file), {}};
+    if (!file.is_open() || file.bad()) {
+        throw std::runtime_error(path + ": cannot be read");
+    }
+    return content;
+}
+
+void WriteWholeFile(const std::string& path, const std::string& content) {
+    std::ofstream file(std::filesystem::path(Widen(path)), std::ios::binary);
+    file << content;
+    file.close();
+    if (!file) {
+        throw std::runtime_error(path + ": cannot be written");
+    }
+}
+
+} // namespace simulator

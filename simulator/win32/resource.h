@@ -1,0 +1,27 @@
+#pragma once
+
+#define IDI_CATIASIM 100
+#define IDR_MENU 101
+
+#define ID_OPEN 201
+#define ID_CLOSE_ALL 202
+#define ID_WRITE_DRAWING 203
+#define ID_WRITE_LOG 204
+#define ID_CLEAR_LOG 205
+#define ID_EXIT 206
+#define ID_CLEAR_SELECTION 207
+#define ID_REFUSE_NEXT 210
+#define ID_REFUSE_TENTH 211
+#define ID_BUSY_SHORT 212
+#define ID_BUSY_LONG 213
+#define ID_VANISH_NEXT 214
+#define ID_VANISH_TENTH 215
+#define ID_DISARM 216
+#define ID_DETAIL_AS_NUMBER 217
+#define ID_NONE 299
+
+// Menu items made from the open documents, the active drawing's sheets and the sheet's tables.
+#define ID_FIRST_DOCUMENT 1000
+#define ID_FIRST_SHEET 2000
+#define ID_FIRST_TABLE 3000
+#define ID_LIST_LENGTH 1000

@@ -1,0 +1,483 @@
+#include "session_window.hpp"
+
+#include <algorithm>
+#include <stdexcept>
+#include <vector>
+
+#include <commctrl.h>
+#include <commdlg.h>
+#include <windowsx.h>
+
+#include "files.hpp"
+#include "painter.hpp"
+#include "remote_control.hpp"
+#include "resource.h"
+#include "simulator/model.hpp"
+#include "win32/utf.hpp"
+
+namespace simulator {
+
+namespace {
+
+constexpr const wchar_t* kClassName = L"CatiaSimWindow";
+constexpr const wchar_t* kProgramName = L"CatiaSim";
+
+// Changes come by the thousand while a table is filled: they show a few times a second.
+constexpr UINT_PTR kShowTimer = 1;
+constexpr UINT kShowEvery = 60; // milliseconds
+
+enum MenuPlace { kFileMenu, kDocumentMenu, kSheetMenu, kSelectionMenu, kFaultsMenu };
+
+// A menu that lists things: `checked` is the current one's place, or the list's length.
+void FillList(HMENU menu, const std::vector<std::string>& names, std::size_t checked, UINT first_id,
+              const wchar_t* none) {
+    while (DeleteMenu(menu, 0, MF_BYPOSITION)) {
+    }
+    if (names.empty()) {
+        AppendMenuW(menu, MF_STRING | MF_GRAYED, ID_NONE, none);
+        return;
+    }
+    for (std::size_t i = 0; i < std::min<std::size_t>(names.size(), ID_LIST_LENGTH); ++i) {
+        std::wstring name = Widen(names[i]);
+        for (std::size_t at = name.find(L'&'); at != std::wstring::npos;
+             at = name.find(L'&', at + 2)) {
+            name.insert(at, 1, L'&'); // an ampersand, not a mnemonic
+        }
+        AppendMenuW(menu, MF_STRING | (i == checked ? MF_CHECKED : MF_UNCHECKED),
+                    first_id + static_cast<UINT>(i), name.c_str());
+    }
+}
+
+} // namespace
+
+SessionWindow::SessionWindow(HINSTANCE program, Session& session)
+    : program_(program), session_(session) {
+    WNDCLASSEXW window_class{};
+    window_class.cbSize = sizeof window_class;
+    window_class.style = CS_HREDRAW | CS_VREDRAW;
+    window_class.lpfnWndProc = WindowProcedure;
+    window_class.hInstance = program;
+    window_class.hIcon = LoadIconW(program, MAKEINTRESOURCEW(IDI_CATIASIM));
+    window_class.hIconSm = static_cast<HICON>(LoadImageW(program, MAKEINTRESOURCEW(IDI_CATIASIM),
+                                                         IMAGE_ICON, GetSystemMetrics(SM_CXSMICON),
+                                                         GetSystemMetrics(SM_CYSMICON), LR_SHARED));
+    window_class.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512)); // the arrow
+    window_class.lpszMenuName = MAKEINTRESOURCEW(IDR_MENU);
+    window_class.lpszClassName = kClassName;
+    RegisterClassExW(&window_class);
+
+    const int dpi = static_cast<int>(GetDpiForSystem());
+    CreateWindowExW(0, kClassName, L"CATIA V5", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+                    CW_USEDEFAULT, CW_USEDEFAULT, MulDiv(860, dpi, USER_DEFAULT_SCREEN_DPI),
+                    MulDiv(680, dpi, USER_DEFAULT_SCREEN_DPI), nullptr, nullptr, program, this);
+    if (window_ == nullptr) {
+        throw std::runtime_error("the window cannot be created");
+    }
+    session_.changed = [this] { Changed(); };
+    ShowChanges();
+    ShowWindow(window_, SW_SHOWNORMAL);
+}
+
+SessionWindow::~SessionWindow() {
+    session_.changed = nullptr;
+    if (window_ != nullptr) {
+        DestroyWindow(window_);
+    }
+}
+
+int SessionWindow::Run() {
+    const ACCEL keys[] = {{FCONTROL | FVIRTKEY, 'O', ID_OPEN}};
+    const HACCEL accelerators = CreateAcceleratorTableW(const_cast<ACCEL*>(keys), 1);
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (!TranslateAcceleratorW(window_, accelerators, &message)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+    DestroyAcceleratorTable(accelerators);
+    return static_cast<int>(message.wParam);
+}
+
+void SessionWindow::Open(const std::string& path) {
+    Trap([&] { session_.LoadDocument(path, ReadWholeFile(path)); });
+}
+
+LRESULT CALLBACK SessionWindow::WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
+    if (message == WM_NCCREATE) {
+        auto* const created =
+            static_cast<SessionWindow*>(reinterpret_cast<CREATESTRUCTW*>(l)->lpCreateParams);
+        created->window_ = window;
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
+    }
+    auto* const self = reinterpret_cast<SessionWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    return self != nullptr ? self->Handle(message, w, l) : DefWindowProcW(window, message, w, l);
+}
+
+LRESULT SessionWindow::Handle(UINT message, WPARAM w, LPARAM l) {
+    switch (message) {
+    case WM_CREATE:
+        status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP,
+                                  0, 0, 0, 0, window_, nullptr, program_, nullptr);
+        return 0;
+    case WM_SIZE:
+        LayOut();
+        return 0;
+    case WM_ERASEBKGND:
+        return 1; // painted whole
+    case WM_PAINT:
+        Paint();
+        return 0;
+    case WM_TIMER:
+        KillTimer(window_, kShowTimer);
+        ShowChanges();
+        return 0;
+    case WM_VSCROLL:
+        Scroll(w);
+        return 0;
+    case WM_MOUSEWHEEL: {
+        constexpr int kLinesPerNotch = 3;
+        ScrollTo(first_line_ - GET_WHEEL_DELTA_WPARAM(w) * kLinesPerNotch / WHEEL_DELTA);
+        return 0;
+    }
+    case WM_LBUTTONDOWN:
+        Click({GET_X_LPARAM(l), GET_Y_LPARAM(l)});
+        return 0;
+    case WM_INITMENUPOPUP:
+        if (HIWORD(l) == FALSE) { // not the system menu
+            FillMenu(reinterpret_cast<HMENU>(w), LOWORD(l));
+        }
+        return 0;
+    case WM_COMMAND:
+        Do(LOWORD(w));
+        return 0;
+    case WM_COPYDATA: {
+        const auto& data = *reinterpret_cast<COPYDATASTRUCT*>(l);
+        if (data.dwData != kRemoteControl) {
+            return 0;
+        }
+        try {
+            DoRemoteCommand(session_, {static_cast<const char*>(data.lpData), data.cbData},
+                            [this](const std::string& title) { title_ = title; });
+        } catch (const std::runtime_error&) {
+            return 0; // the driver reports it
+        }
+        ShowChanges();
+        return 1;
+    }
+    case WM_DESTROY:
+        PostQuitMessage(0);
+        return 0;
+    case WM_NCDESTROY:
+        SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
+        window_ = nullptr;
+        return 0;
+    default:
+        return DefWindowProcW(window_, message, w, l);
+    }
+}
+
+RECT SessionWindow::DocumentArea() const {
+    RECT area;
+    RECT status;
+    GetClientRect(window_, &area);
+    GetWindowRect(status_, &status);
+    area.bottom = std::max(area.bottom - (status.bottom - status.top), area.top);
+    return area;
+}
+
+// Drawn to memory first, so that the window does not flicker while a table fills.
+void SessionWindow::Paint() {
+    PAINTSTRUCT paint;
+    const HDC dc = BeginPaint(window_, &paint);
+    const RECT area = DocumentArea();
+    const HDC memory = CreateCompatibleDC(dc);
+    const HBITMAP bitmap =
+        CreateCompatibleBitmap(dc, std::max(area.right, 1L), std::max(area.bottom, 1L));
+    const HGDIOBJ before = SelectObject(memory, bitmap);
+    PaintDocument(memory, area, session_.ActiveDocument().get(), first_line_);
+    BitBlt(dc, 0, 0, area.right, area.bottom, memory, 0, 0, SRCCOPY);
+    SelectObject(memory, before);
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    EndPaint(window_, &paint);
+}
+
+void SessionWindow::Changed() {
+    // A timer that runs is left alone: set anew by every change, it would never end.
+    if (window_ != nullptr && !show_pending_) {
+        show_pending_ = SetTimer(window_, kShowTimer, kShowEvery, nullptr) != 0;
+    }
+}
+
+void SessionWindow::ShowChanges() {
+    show_pending_ = false;
+    const std::string name = session_.ActiveDocumentName();
+    const std::string own_title = name.empty() ? "CATIA V5" : "CATIA V5 - [" + name + "]";
+    const std::wstring title = Widen(title_.empty() ? own_title : title_);
+    std::wstring shown(title.size() + 2, L'\0');
+    shown.resize(static_cast<std::size_t>(
+        GetWindowTextW(window_, shown.data(), static_cast<int>(shown.size()))));
+    if (shown != title) {
+        SetWindowTextW(window_, title.c_str());
+    }
+    ShowStatus();
+    UpdateScrollBar();
+    InvalidateRect(window_, nullptr, FALSE);
+}
+
+void SessionWindow::ShowStatus() {
+    const auto& document = session_.ActiveDocument();
+    std::string text = "Ready";
+    if (document != nullptr && document->active_sheet != nullptr) {
+        const Sheet& sheet = *document->active_sheet;
+        std::size_t tables = 0;
+        for (const auto& view : sheet.views) {
+            tables += view->tables.size();
+        }
+        text = sheet.name + (sheet.detail ? " (detail)" : "") +
+               "    tables: " + std::to_string(tables) +
+               "    selected: " + std::to_string(document->selection.size());
+    } else if (document != nullptr && document->product != nullptr) {
+        text = document->product->part_number +
+               "    instances: " + std::to_string(TreeLines(*document->product) - 1);
+    }
+    SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
+}
+
+void SessionWindow::LayOut() {
+    SendMessageW(status_, WM_SIZE, 0, 0);
+    UpdateScrollBar();
+    InvalidateRect(window_, nullptr, FALSE);
+}
+
+void SessionWindow::UpdateScrollBar() {
+    const auto& document = session_.ActiveDocument();
+    const bool tree = document != nullptr && document->product != nullptr;
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+    info.nMax = tree ? TreeLines(*document->product) - 1 : 0;
+    info.nPage = tree ? static_cast<UINT>(TreeLinesIn(DocumentArea())) : 1;
+    info.nPos = first_line_;
+    first_line_ = SetScrollInfo(window_, SB_VERT, &info, TRUE);
+}
+
+void SessionWindow::ScrollTo(int line) {
+    first_line_ = std::max(line, 0);
+    UpdateScrollBar();
+    InvalidateRect(window_, nullptr, FALSE);
+}
+
+void SessionWindow::Scroll(WPARAM request) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_ALL;
+    GetScrollInfo(window_, SB_VERT, &info);
+    switch (LOWORD(request)) {
+    case SB_LINEUP:
+        return ScrollTo(first_line_ - 1);
+    case SB_LINEDOWN:
+        return ScrollTo(first_line_ + 1);
+    case SB_PAGEUP:
+        return ScrollTo(first_line_ - static_cast<int>(info.nPage));
+    case SB_PAGEDOWN:
+        return ScrollTo(first_line_ + static_cast<int>(info.nPage));
+    case SB_THUMBTRACK:
+    case SB_THUMBPOSITION:
+        return ScrollTo(info.nTrackPos);
+    case SB_TOP:
+        return ScrollTo(info.nMin);
+    case SB_BOTTOM:
+        return ScrollTo(info.nMax);
+    default:
+        return;
+    }
+}
+
+void SessionWindow::Click(POINT point) {
+    const auto& document = session_.ActiveDocument();
+    if (document == nullptr) {
+        return;
+    }
+    if (const auto table = TableAt(DocumentArea(), *document, point)) {
+        document->selection = {table};
+    } else {
+        document->selection.clear();
+    }
+    ShowChanges();
+}
+
+void SessionWindow::FillMenu(HMENU menu, int place) {
+    const auto& document = session_.ActiveDocument();
+    std::vector<std::string> names;
+    switch (place) {
+    case kDocumentMenu: {
+        names = session_.DocumentNames();
+        const auto active = std::find(names.begin(), names.end(), session_.ActiveDocumentName());
+        FillList(menu, names, static_cast<std::size_t>(active - names.begin()), ID_FIRST_DOCUMENT,
+                 L"(none open)");
+        break;
+    }
+    case kSheetMenu: {
+        std::size_t active = 0;
+        if (document != nullptr) {
+            const auto& sheets = document->sheets;
+            active = static_cast<std::size_t>(
+                std::find(sheets.begin(), sheets.end(), document->active_sheet) - sheets.begin());
+            for (const auto& sheet : sheets) {
+                names.push_back(sheet->name + (sheet->detail ? " (detail)" : ""));
+            }
+        }
+        FillList(menu, names, active, ID_FIRST_SHEET, L"(no drawing)");
+        break;
+    }
+    case kSelectionMenu: {
+        std::size_t selected = ID_LIST_LENGTH;
+        if (document != nullptr && document->active_sheet != nullptr) {
+            for (const auto& view : document->active_sheet->views) {
+                for (std::size_t i = 0; i < view->tables.size(); ++i) {
+                    const auto& all = document->selection;
+                    if (std::find(all.begin(), all.end(), view->tables[i]) != all.end()) {
+                        selected = names.size();
+                    }
+                    names.push_back(view->name + ": table " + std::to_string(i + 1));
+                }
+            }
+        }
+        FillList(menu, names, selected, ID_FIRST_TABLE, L"(no table)");
+        AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+        AppendMenuW(menu, MF_STRING, ID_CLEAR_SELECTION, L"&Clear selection");
+        break;
+    }
+    case kFaultsMenu:
+        CheckMenuItem(menu, ID_DETAIL_AS_NUMBER,
+                      session_.detail_as_number ? MF_CHECKED : MF_UNCHECKED);
+        break;
+    default:
+        EnableMenuItem(menu, ID_WRITE_DRAWING,
+                       document != nullptr && document->kind == DocumentKind::kDrawing ? MF_ENABLED
+                                                                                       : MF_GRAYED);
+    }
+}
+
+void SessionWindow::Do(int command) {
+    constexpr int kTenth = 10;
+    constexpr int kShort = 4;
+    constexpr int kEndless = 1'000'000'000;
+    switch (command) {
+    case ID_OPEN:
+        if (const std::string path = AskPath(false, L"Open a document"); !path.empty()) {
+            Open(path);
+        }
+        break;
+    case ID_CLOSE_ALL:
+        session_.CloseAllDocuments();
+        break;
+    case ID_WRITE_DRAWING:
+        if (const std::string path = AskPath(true, L"Write the drawing as text"); !path.empty()) {
+            Trap([&] { WriteWholeFile(path, session_.DrawingAsText()); });
+        }
+        break;
+    case ID_WRITE_LOG:
+        if (const std::string path = AskPath(true, L"Write the call log"); !path.empty()) {
+            Trap([&] { WriteWholeFile(path, LogAsText(session_)); });
+        }
+        break;
+    case ID_CLEAR_LOG:
+        session_.ClearLog();
+        break;
+    case ID_EXIT:
+        SendMessageW(window_, WM_CLOSE, 0, 0);
+        return;
+    case ID_CLEAR_SELECTION:
+        session_.ClearSelection();
+        break;
+    case ID_REFUSE_NEXT:
+        session_.Arm({1, FaultKind::kRefused, 1});
+        break;
+    case ID_REFUSE_TENTH:
+        session_.Arm({kTenth, FaultKind::kRefused, 1});
+        break;
+    case ID_BUSY_SHORT:
+        session_.Arm({1, FaultKind::kBusy, kShort});
+        break;
+    case ID_BUSY_LONG:
+        session_.Arm({1, FaultKind::kBusy, kEndless});
+        break;
+    case ID_VANISH_NEXT:
+        session_.Arm({1, FaultKind::kVanished, 1});
+        break;
+    case ID_VANISH_TENTH:
+        session_.Arm({kTenth, FaultKind::kVanished, 1});
+        break;
+    case ID_DISARM:
+        session_.Arm({});
+        break;
+    case ID_DETAIL_AS_NUMBER:
+        session_.detail_as_number = !session_.detail_as_number;
+        break;
+    default:
+        DoInList(command);
+    }
+    ShowChanges();
+}
+
+// A command of one of the menus that list things. The list may have changed since the menu opened.
+void SessionWindow::DoInList(int command) {
+    const auto& document = session_.ActiveDocument();
+    const auto place = static_cast<std::size_t>(command % ID_LIST_LENGTH);
+    switch (command - command % ID_LIST_LENGTH) {
+    case ID_FIRST_DOCUMENT:
+        if (const auto names = session_.DocumentNames(); place < names.size()) {
+            first_line_ = 0;
+            session_.Activate(names[place]);
+        }
+        break;
+    case ID_FIRST_SHEET:
+        if (document != nullptr && place < document->sheets.size()) {
+            session_.ActivateSheet(document->sheets[place]->name);
+        }
+        break;
+    case ID_FIRST_TABLE:
+        if (document != nullptr && document->active_sheet != nullptr) {
+            std::size_t first = 0;
+            for (const auto& view : document->active_sheet->views) {
+                if (place < first + view->tables.size()) {
+                    document->selection = {view->tables[place - first]};
+                    break;
+                }
+                first += view->tables.size();
+            }
+        }
+        break;
+    default:
+        break;
+    }
+}
+
+void SessionWindow::Trap(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const std::runtime_error& error) {
+        MessageBoxW(window_, Widen(error.what()).c_str(), kProgramName, MB_OK | MB_ICONERROR);
+    }
+}
+
+std::string SessionWindow::AskPath(bool save, const wchar_t* title) const {
+    wchar_t path[32768] = L"";
+    OPENFILENAMEW dialog{};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = window_;
+    dialog.lpstrFilter = L"Text files (*.txt)\0*.txt\0All files\0*.*\0";
+    dialog.lpstrFile = path;
+    dialog.nMaxFile = 32768;
+    dialog.lpstrTitle = title;
+    dialog.lpstrDefExt = L"txt";
+    dialog.Flags =
+        OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST | (save ? OFN_OVERWRITEPROMPT : OFN_FILEMUSTEXIST);
+    const BOOL chosen = save ? GetSaveFileNameW(&dialog) : GetOpenFileNameW(&dialog);
+    return chosen ? Narrow(path) : std::string();
+}
+
+} // namespace simulator

@@ -1,0 +1,57 @@
+// The session's window: it shows the active document and lets the person switch documents and
+// sheets, select a table and arm failures.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include <windows.h>
+
+#include "simulator/session.hpp"
+
+namespace simulator {
+
+class SessionWindow {
+  public:
+    // Creates and shows the window. `session` outlives it; its `changed` is taken.
+    SessionWindow(HINSTANCE program, Session& session);
+    ~SessionWindow();
+    SessionWindow(const SessionWindow&) = delete;
+    SessionWindow& operator=(const SessionWindow&) = delete;
+
+    // Runs until the window is closed.
+    int Run();
+
+    // Opens the document in the file; shows a message where that fails.
+    void Open(const std::string& path);
+
+  private:
+    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l);
+    LRESULT Handle(UINT message, WPARAM w, LPARAM l);
+
+    void Paint();
+    void Changed();
+    void ShowChanges();
+    void ShowStatus();
+    void LayOut();
+    void Scroll(WPARAM request);
+    void ScrollTo(int line);
+    void UpdateScrollBar();
+    void Click(POINT point);
+    void FillMenu(HMENU menu, int place);
+    void Do(int command);
+    void DoInList(int command);
+    void Trap(const std::function<void()>& action);
+    [[nodiscard]] std::string AskPath(bool save, const wchar_t* title) const;
+    [[nodiscard]] RECT DocumentArea() const;
+
+    HINSTANCE program_;
+    Session& session_;
+    HWND window_ = nullptr;
+    HWND status_ = nullptr;
+    std::string title_; // in place of its own, where not empty
+    bool show_pending_ = false;
+    int first_line_ = 0; // of a product's tree
+};
+
+} // namespace simulator

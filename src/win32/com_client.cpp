@@ -1,0 +1,290 @@
+#include "win32/com_client.hpp"
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <windows.h>
+
+#include <ole2.h>
+#include <wrl/client.h>
+
+#include "automation/run_time_error.hpp"
+#include "win32/com_value.hpp"
+#include "win32/utf.hpp"
+
+using automation::Array;
+using automation::Member;
+using automation::ObjectPtr;
+using automation::RunTimeError;
+using automation::Value;
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+// "." is the decimal separator of texts whatever the user's locale.
+constexpr LCID kUnitedStates = 0x0409;
+
+constexpr DWORD kRetryEvery = 250;    // milliseconds
+constexpr DWORD kGiveUpAfter = 30000; // milliseconds since the first attempt
+
+// Lets windows that are to be painted paint. Input stays in the queue.
+void DispatchPaints() {
+    constexpr int kMost = 64; // a window that never gets itself painted must not hold us here
+    MSG message;
+    for (int i = 0; i < kMost && PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE);
+         ++i) {
+        if (message.message == WM_QUIT) {
+            PostQuitMessage(static_cast<int>(message.wParam)); // it comes whatever is asked for
+            return;
+        }
+        DispatchMessageW(&message);
+    }
+}
+
+void WaitPainting(DWORD milliseconds) {
+    const ULONGLONG end = GetTickCount64() + milliseconds;
+    for (ULONGLONG now = GetTickCount64(); now < end; now = GetTickCount64()) {
+        MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(end - now),
+                                    QS_PAINT | QS_SENDMESSAGE, MWMO_INPUTAVAILABLE);
+        DispatchPaints();
+    }
+}
+
+bool IsRejection(HRESULT result) {
+    return result == RPC_E_CALL_REJECTED || result == RPC_E_SERVERCALL_RETRYLATER;
+}
+
+// Repeats `call`, which returns an HRESULT, while the server rejects it, up to the time limit.
+template <typename Call>
+HRESULT Retrying(Call call) {
+    const ULONGLONG start = GetTickCount64();
+    while (true) {
+        const HRESULT result = call();
+        if (!IsRejection(result) || GetTickCount64() - start + kRetryEvery > kGiveUpAfter) {
+            return result;
+        }
+        WaitPainting(kRetryEvery);
+    }
+}
+
+// The system's text for `result`, without the line break at its end.
+std::string SystemText(HRESULT result) {
+    wchar_t* text = nullptr;
+    const DWORD length = FormatMessageW(
+        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+        nullptr, static_cast<DWORD>(result), 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
+    if (length == 0) {
+        return "Automation error";
+    }
+    std::wstring_view line(text, length);
+    while (line.ends_with(L'\n') || line.ends_with(L'\r')) {
+        line.remove_suffix(1);
+    }
+    std::string narrow = Narrow(line);
+    LocalFree(text);
+    return narrow;
+}
+
+RunTimeError ErrorOf(HRESULT result) {
+    switch (result) {
+    case DISP_E_UNKNOWNNAME:
+    case DISP_E_MEMBERNOTFOUND:
+        return automation::MemberNotSupported();
+    case DISP_E_TYPEMISMATCH:
+        return automation::TypeMismatch();
+    case DISP_E_BADPARAMCOUNT:
+        return {450, "Wrong number of arguments or invalid property assignment"};
+    default:
+        return {result, SystemText(result)};
+    }
+}
+
+// An EXCEPINFO that frees its texts.
+struct ExceptionInfo : EXCEPINFO {
+    ExceptionInfo() : EXCEPINFO{} {}
+    ExceptionInfo(const ExceptionInfo&) = delete;
+    ExceptionInfo& operator=(const ExceptionInfo&) = delete;
+    ~ExceptionInfo() {
+        SysFreeString(bstrSource);
+        SysFreeString(bstrDescription);
+        SysFreeString(bstrHelpFile);
+    }
+};
+
+RunTimeError ErrorOf(ExceptionInfo& info) {
+    if (info.pfnDeferredFillIn != nullptr) {
+        info.pfnDeferredFillIn(&info);
+    }
+    // Classic run-time errors travel in HRESULTs of the control facility.
+    constexpr unsigned long kClassic = 0x800A0000;
+    const auto scode = static_cast<unsigned long>(info.scode);
+    long number = info.wCode;
+    if (number == 0) {
+        number = (scode & 0xFFFF0000) == kClassic ? static_cast<long>(scode & 0xFFFF)
+                                                  : static_cast<long>(info.scode);
+    }
+    const std::string description =
+        info.bstrDescription != nullptr
+            ? Narrow({info.bstrDescription, SysStringLen(info.bstrDescription)})
+            : SystemText(info.scode);
+    return {number, description};
+}
+
+// The DISPIDs of members by class of object and name, for all objects of one application object.
+using MemberIds = std::map<std::pair<std::string, std::string>, DISPID>;
+
+class ComObject : public automation::Object {
+  public:
+    ComObject(ComPtr<IDispatch> dispatch, std::shared_ptr<MemberIds> ids)
+        : dispatch_(std::move(dispatch)), ids_(std::move(ids)) {}
+
+    Value get(const Member& member) override { return call(member, {}); }
+
+    Value call(const Member& member, const Array& arguments) override {
+        return Invoke(member, arguments, DISPATCH_METHOD | DISPATCH_PROPERTYGET);
+    }
+
+    void put(const Member& member, const Value& value) override {
+        Invoke(member, {value}, DISPATCH_PROPERTYPUT);
+    }
+
+  private:
+    DISPID IdOf(const Member& member) {
+        std::pair key(std::string(member.object_class), std::string(member.name));
+        if (const auto known = ids_->find(key); known != ids_->end()) {
+            return known->second;
+        }
+        std::wstring name = Widen(member.name);
+        LPOLESTR names[] = {name.data()};
+        DISPID id = DISPID_UNKNOWN;
+        const HRESULT result = Retrying(
+            [&] { return dispatch_->GetIDsOfNames(IID_NULL, names, 1, kUnitedStates, &id); });
+        if (FAILED(result)) {
+            throw ErrorOf(result);
+        }
+        ids_->emplace(std::move(key), id);
+        return id;
+    }
+
+    Value Invoke(const Member& member, const Array& arguments, WORD flags) {
+        const auto to_dispatch = [](const ObjectPtr& object) {
+            const auto* ours = dynamic_cast<const ComObject*>(object.get());
+            if (ours == nullptr) {
+                throw automation::TypeMismatch();
+            }
+            return ours->dispatch_;
+        };
+        const auto to_object = [this](IDispatch* dispatch) -> ObjectPtr {
+            return std::make_shared<ComObject>(dispatch, ids_);
+        };
+
+        const DISPID id = IdOf(member);
+        std::deque<OutgoingArgument> outgoing; // does not move its elements
+        std::vector<VARIANT> reversed(arguments.size());
+        for (std::size_t i = 0; i < arguments.size(); ++i) {
+            outgoing.emplace_back(arguments[i], to_dispatch);
+            reversed[arguments.size() - 1 - i] = outgoing.back().variant();
+        }
+        DISPID named = DISPID_PROPERTYPUT;
+        DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+        if (flags == DISPATCH_PROPERTYPUT) {
+            parameters.rgdispidNamedArgs = &named;
+            parameters.cNamedArgs = 1;
+        }
+
+        _variant_t returned;
+        ExceptionInfo exception;
+        const HRESULT result = Retrying([&] {
+            return dispatch_->Invoke(id, IID_NULL, kUnitedStates, flags, &parameters,
+                                     flags == DISPATCH_PROPERTYPUT ? nullptr : &returned,
+                                     &exception, nullptr);
+        });
+        if (result == DISP_E_EXCEPTION) {
+            throw ErrorOf(exception);
+        }
+        if (FAILED(result)) {
+            throw ErrorOf(result);
+        }
+        for (const OutgoingArgument& argument : outgoing) {
+            argument.TakeBack(to_object);
+        }
+        return FromVariant(returned, to_object);
+    }
+
+    ComPtr<IDispatch> dispatch_;
+    std::shared_ptr<MemberIds> ids_;
+};
+
+class MessageFilter : public IMessageFilter {
+  public:
+    MessageFilter() = default;
+    MessageFilter(const MessageFilter&) = delete;
+    MessageFilter& operator=(const MessageFilter&) = delete;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+        if (id != IID_IUnknown && id != IID_IMessageFilter) {
+            *object = nullptr;
+            return E_NOINTERFACE;
+        }
+        *object = static_cast<IMessageFilter*>(this);
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --references_;
+        if (left == 0) {
+            delete this;
+        }
+        return left;
+    }
+
+    DWORD STDMETHODCALLTYPE HandleInComingCall(DWORD, HTASK, DWORD, LPINTERFACEINFO) override {
+        return SERVERCALL_ISHANDLED;
+    }
+    DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK, DWORD milliseconds_since_call,
+                                              DWORD) override {
+        constexpr DWORD kCancel = static_cast<DWORD>(-1);
+        return milliseconds_since_call + kRetryEvery > kGiveUpAfter ? kCancel : kRetryEvery;
+    }
+    DWORD STDMETHODCALLTYPE MessagePending(HTASK, DWORD, DWORD) override {
+        DispatchPaints();
+        return PENDINGMSG_WAITNOPROCESS;
+    }
+
+  private:
+    virtual ~MessageFilter() = default;
+
+    ULONG references_ = 1; // all on the thread that registers it
+};
+
+} // namespace
+
+ObjectPtr GetActiveObject(std::string_view program_id) {
+    CLSID class_id{};
+    ComPtr<IUnknown> running;
+    ComPtr<IDispatch> application;
+    if (FAILED(CLSIDFromProgID(Widen(program_id).c_str(), &class_id)) ||
+        FAILED(::GetActiveObject(class_id, nullptr, &running)) ||
+        FAILED(running.As(&application))) {
+        throw automation::CannotCreateObject();
+    }
+    return std::make_shared<ComObject>(std::move(application), std::make_shared<MemberIds>());
+}
+
+MessageFilterRegistration::MessageFilterRegistration() {
+    const ComPtr<IMessageFilter> filter = [] {
+        ComPtr<IMessageFilter> made;
+        made.Attach(new MessageFilter());
+        return made;
+    }();
+    CoRegisterMessageFilter(filter.Get(), nullptr);
+}
+
+MessageFilterRegistration::~MessageFilterRegistration() {
+    CoRegisterMessageFilter(nullptr, nullptr);
+}
