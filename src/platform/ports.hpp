@@ -25,7 +25,7 @@ class DesktopWindows {
     virtual void EnumWindows(const std::function<long(WindowHandle)>& callback) = 0;
     // The first 255 bytes of the window's title in the system's code page, as UTF-8. Never waits
     // for the window's program.
-    virtual std::string GetWindowText(WindowHandle window) = 0;
+    virtual std::string GetWindowTitle(WindowHandle window) = 0;
     // Puts the window above all others, or back among them. Ignores a failure.
     virtual void SetTopmost(WindowHandle window, bool topmost) = 0;
     // The size of the primary screen in twips.

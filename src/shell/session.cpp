@@ -15,7 +15,7 @@ bool IsCatiaTitle(std::string_view title) {
 }
 
 long Projdi_Okno(Form1& form, platform::WindowHandle window) {
-    const std::string title = form.ports.desktop_windows.GetWindowText(window);
+    const std::string title = form.ports.desktop_windows.GetWindowTitle(window);
     if (!title.empty()) {
         form.List1.AddItem(title);
     }

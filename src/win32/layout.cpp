@@ -26,10 +26,10 @@ void Layout::Collect(HWND dialog) {
         RECT place;
         GetWindowRect(child, &place);
         MapWindowPoints(HWND_DESKTOP, dialog, reinterpret_cast<POINT*>(&place), 2);
-        places_.push_back({child,
-                           {MulDiv(place.left, 4, base.right), MulDiv(place.top, 8, base.bottom),
-                            MulDiv(place.right, 4, base.right),
-                            MulDiv(place.bottom, 8, base.bottom)}});
+        places_.push_back(
+            {child,
+             {MulDiv(place.left, 4, base.right), MulDiv(place.top, 8, base.bottom),
+              MulDiv(place.right, 4, base.right), MulDiv(place.bottom, 8, base.bottom)}});
     }
 }
 
@@ -42,17 +42,6 @@ void Layout::Place(int width, int height, HFONT font) const {
         const int bottom = combo_box ? units.top + kDropDownUnitsHigh : units.bottom;
         SetWindowPos(window, nullptr, x(units.left), y(units.top), x(units.right) - x(units.left),
                      y(bottom) - y(units.top), SWP_NOZORDER | SWP_NOACTIVATE);
-        if (combo_box) {
-            // The selection's field takes its height from the font; its button stands beside it.
-            RECT closed;
-            GetWindowRect(window, &closed);
-            const auto field = SendMessageW(window, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0);
-            const LRESULT frame = closed.bottom - closed.top - field;
-            const LRESULT wanted = y(units.bottom) - y(units.top) - frame;
-            if (wanted > field) {
-                SendMessageW(window, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), wanted);
-            }
-        }
     }
 }
 
@@ -64,9 +53,9 @@ Owned<HFONT> MessageFont(UINT dpi) {
 }
 
 Owned<HICON> LoadIconOfSize(int resource, int size) {
-    return Owned<HICON>(static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr),
-                                                      MAKEINTRESOURCEW(resource), IMAGE_ICON, size,
-                                                      size, LR_DEFAULTCOLOR)));
+    return Owned<HICON>(
+        static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(resource),
+                                      IMAGE_ICON, size, size, LR_DEFAULTCOLOR)));
 }
 
 } // namespace win32

@@ -12,14 +12,14 @@ constexpr UINT_PTR kSubclass = 1;
 
 } // namespace
 
-std::string WindowText(HWND window) {
+std::string ReadText(HWND window) {
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)), L'\0');
     const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1);
     text.resize(static_cast<std::size_t>(length));
     return Narrow(text);
 }
 
-void SetWindowText(HWND window, std::string_view text) {
+void ShowText(HWND window, std::string_view text) {
     SetWindowTextW(window, Widen(text).c_str());
 }
 
@@ -43,7 +43,7 @@ void ButtonView::Refresh() {
     }
     if (button_.Revision() != shown_revision_) {
         shown_revision_ = button_.Revision();
-        SetWindowText(window_, button_.Caption());
+        ShowText(window_, button_.Caption());
     }
 }
 
@@ -72,7 +72,7 @@ LRESULT CALLBACK ButtonView::WindowProcedure(HWND window, UINT message, WPARAM w
 
 CheckBoxView::CheckBoxView(HWND window, controls::CheckBox& check_box, RunEvent run_event)
     : window_(window), check_box_(check_box), run_event_(std::move(run_event)) {
-    SetWindowText(window_, check_box_.Caption());
+    ShowText(window_, check_box_.Caption());
 }
 
 void CheckBoxView::Refresh() {
@@ -83,9 +83,7 @@ void CheckBoxView::Refresh() {
 }
 
 void CheckBoxView::Click() {
-    run_event_([this] {
-        check_box_.SetValue(Button_GetCheck(window_) == BST_CHECKED ? 1 : 0);
-    });
+    run_event_([this] { check_box_.SetValue(Button_GetCheck(window_) == BST_CHECKED ? 1 : 0); });
 }
 
 TextBoxView::TextBoxView(HWND window, controls::TextBox& text_box)
@@ -106,11 +104,15 @@ void TextBoxView::Refresh() {
     const std::string& text = text_box_.Text();
     if (text_box_.Replacements() == shown_replacements_ && shown_length_ <= text.size()) {
         const int end = GetWindowTextLengthW(window_);
-        SendMessageW(window_, EM_SETSEL, static_cast<WPARAM>(end), end);
         const std::wstring more = Widen(std::string_view(text).substr(shown_length_));
+        SetWindowRedraw(window_, FALSE);
+        SendMessageW(window_, EM_SETSEL, static_cast<WPARAM>(end), end);
         SendMessageW(window_, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(more.c_str()));
+        SendMessageW(window_, WM_HSCROLL, SB_LEFT, 0); // the lines' beginnings stay in sight
+        SetWindowRedraw(window_, TRUE);
+        InvalidateRect(window_, nullptr, TRUE);
     } else {
-        SetWindowText(window_, text);
+        ShowText(window_, text);
     }
     shown_revision_ = text_box_.Revision();
     shown_replacements_ = text_box_.Replacements();
@@ -126,7 +128,7 @@ void TextBoxView::Pull() {
         return; // the program has set another text meanwhile
     }
     // What was appended since the last refresh is not on the screen yet and stays to be shown.
-    std::string text = WindowText(window_);
+    std::string text = ReadText(window_);
     const std::size_t shown = text.size();
     text += std::string_view(text_box_.Text()).substr(shown_length_);
     shown_length_ = shown;
@@ -134,25 +136,27 @@ void TextBoxView::Pull() {
 }
 
 LRESULT CALLBACK TextBoxView::WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
-                                              UINT_PTR, DWORD_PTR) {
+                                              UINT_PTR, DWORD_PTR view) {
     constexpr WPARAM kControlA = 1;
     if (message == WM_CHAR && w == kControlA) {
         SendMessageW(window, EM_SETSEL, 0, -1);
         return 0;
     }
     const LRESULT result = DefSubclassProc(window, message, w, l);
-    if (message == WM_GETDLGCODE) {
+    if (message == WM_SETTEXT) {
+        // Multi-line edits do not notify of a text that an assistive program sets as a whole.
+        reinterpret_cast<TextBoxView*>(view)->Changed();
+    }
+    if (message == WM_GETDLGCODE && (GetWindowLongPtrW(window, GWL_STYLE) & ES_MULTILINE) != 0) {
         // The focus moved by the tab key does not select a whole multi-line text.
-        if ((GetWindowLongPtrW(window, GWL_STYLE) & ES_MULTILINE) != 0) {
-            return result & ~DLGC_HASSETSEL;
-        }
+        return result & ~DLGC_HASSETSEL;
     }
     return result;
 }
 
 ComboBoxView::ComboBoxView(HWND window, HWND label, controls::ComboBox& combo_box)
     : window_(window), combo_box_(combo_box) {
-    SetWindowText(label, combo_box_.Label());
+    ShowText(label, combo_box_.Label());
 }
 
 void ComboBoxView::Refresh() {
@@ -169,8 +173,8 @@ void ComboBoxView::Refresh() {
     for (; shown_items_ < items.size(); ++shown_items_) {
         ComboBox_AddString(window_, Widen(items[shown_items_]).c_str());
     }
-    if (WindowText(window_) != combo_box_.Text()) {
-        SetWindowText(window_, combo_box_.Text());
+    if (ReadText(window_) != combo_box_.Text()) {
+        ShowText(window_, combo_box_.Text());
     }
     EnableWindow(window_, combo_box_.Enabled() ? TRUE : FALSE);
 }
@@ -181,7 +185,7 @@ void ComboBoxView::Pull() {
     }
     changed_by_person_ = false;
     if (combo_box_.Revision() == shown_revision_) {
-        combo_box_.UserChange(WindowText(window_));
+        combo_box_.UserChange(ReadText(window_));
     }
 }
 

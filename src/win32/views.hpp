@@ -131,8 +131,8 @@ class StatusBarView {
 };
 
 // The text of a window, UTF-8.
-std::string WindowText(HWND window);
-void SetWindowText(HWND window, std::string_view text);
+std::string ReadText(HWND window);
+void ShowText(HWND window, std::string_view text);
 // The shift states that mouse events carry.
 int ShiftState();
 

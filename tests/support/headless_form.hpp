@@ -31,7 +31,7 @@ struct MemoryDesktop : platform::DesktopWindows {
             }
         }
     }
-    std::string GetWindowText(platform::WindowHandle window) override {
+    std::string GetWindowTitle(platform::WindowHandle window) override {
         return titles.at(window - 1);
     }
     void SetTopmost(platform::WindowHandle window, bool on) override {

@@ -1,0 +1,509 @@
+#include "win32/list_view_window.hpp"
+
+#include <windowsx.h>
+
+#include <cstring>
+
+#include "win32/utf.hpp"
+
+namespace win32 {
+
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+constexpr UINT kUnticked = 1; // images of the list's own check boxes
+constexpr UINT kTicked = 2;
+
+int ToItem(std::size_t row) {
+    return static_cast<int>(row) - 1;
+}
+
+POINT PointOf(LPARAM l) {
+    return {GET_X_LPARAM(l), GET_Y_LPARAM(l)};
+}
+
+void PutOnClipboard(HWND owner, std::wstring_view text) {
+    const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, bytes);
+    if (memory == nullptr) {
+        return;
+    }
+    std::memcpy(GlobalLock(memory), text.data(), text.size() * sizeof(wchar_t));
+    GlobalUnlock(memory);
+    if (OpenClipboard(owner) != FALSE) {
+        EmptyClipboard();
+        const bool taken = SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
+        CloseClipboard();
+        if (taken) {
+            return; // the clipboard owns the memory now
+        }
+    }
+    GlobalFree(memory);
+}
+
+} // namespace
+
+ListViewWindow::ListViewWindow(HWND window, controls::ListView& list, Look look, RunEvent run_event)
+    : window_(window), list_(list), look_(std::move(look)), run_event_(std::move(run_event)) {
+    const DWORD check_boxes = look_.check_boxes ? LVS_EX_CHECKBOXES : 0U;
+    ListView_SetExtendedListViewStyle(window_, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER |
+                                                   LVS_EX_LABELTIP | check_boxes);
+    if (look_.check_boxes) {
+        ListView_SetCallbackMask(window_, LVIS_STATEIMAGEMASK);
+    }
+    int index = 0;
+    for (const std::string& caption : list_.Columns()) {
+        std::wstring text = Widen(caption);
+        LVCOLUMNW column{};
+        column.mask = LVCF_TEXT | LVCF_SUBITEM;
+        column.pszText = text.data();
+        column.iSubItem = index;
+        SendMessageW(window_, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index),
+                     reinterpret_cast<LPARAM>(&column));
+        ++index;
+    }
+    list_.HitTest = [this](int x, int y) { return RowAt({x, y}); };
+    SetWindowSubclass(window_, WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+    SetWindowSubclass(ListView_GetHeader(window_), HeaderProcedure, kSubclass, 0);
+}
+
+ListViewWindow::~ListViewWindow() {
+    list_.HitTest = nullptr;
+    RemoveWindowSubclass(window_, WindowProcedure, kSubclass);
+}
+
+void ListViewWindow::SetDpi(UINT dpi) const {
+    int index = 0;
+    for (const int width : look_.column_widths) {
+        ListView_SetColumnWidth(window_, index, Scaled(width, dpi));
+        ++index;
+    }
+}
+
+void ListViewWindow::Refresh() {
+    if (list_.Revision() == shown_revision_) {
+        return;
+    }
+    const FlagWhile refreshing(refreshing_);
+    shown_revision_ = list_.Revision();
+    if (list_.Count() != shown_count_) {
+        const bool grows = list_.Count() > shown_count_;
+        ListView_SetItemCountEx(window_, static_cast<int>(list_.Count()),
+                                LVSICF_NOINVALIDATEALL | (grows ? LVSICF_NOSCROLL : 0U));
+        shown_count_ = list_.Count();
+        // Which rows stay selected and current when their number changes is Windows' affair.
+        shown_selected_.assign(shown_count_, false);
+        for (int item = ListView_GetNextItem(window_, -1, LVNI_SELECTED); item >= 0;
+             item = ListView_GetNextItem(window_, item, LVNI_SELECTED)) {
+            shown_selected_[static_cast<std::size_t>(item)] = true;
+        }
+    }
+    PushSelection();
+    if (const auto row = list_.TakeRowToShow(); row && *row <= shown_count_) {
+        ListView_EnsureVisible(window_, ToItem(*row), FALSE);
+    }
+    InvalidateRect(window_, nullptr, FALSE);
+}
+
+void ListViewWindow::PushSelection() {
+    for (std::size_t row = 1; row <= shown_count_; ++row) {
+        const bool selected = list_.Row(row).selected;
+        if (selected != shown_selected_[row - 1]) {
+            shown_selected_[row - 1] = selected;
+            SetItemState(ToItem(row), selected ? LVIS_SELECTED : 0U, LVIS_SELECTED);
+        }
+    }
+    const auto current = list_.CurrentRow();
+    if (current && !HasItemState(ToItem(*current), LVIS_FOCUSED)) {
+        SetItemState(ToItem(*current), LVIS_FOCUSED, LVIS_FOCUSED);
+    } else if (!current) {
+        SetItemState(-1, 0, LVIS_FOCUSED);
+    }
+}
+
+void ListViewWindow::Pull() {
+    if (!selection_changed_) {
+        return;
+    }
+    selection_changed_ = false;
+    if (list_.Count() != shown_count_) {
+        return; // the program has changed the rows meanwhile
+    }
+    const bool in_step = list_.Revision() == shown_revision_;
+    std::vector<bool> selected(shown_count_, false);
+    for (int item = ListView_GetNextItem(window_, -1, LVNI_SELECTED); item >= 0;
+         item = ListView_GetNextItem(window_, item, LVNI_SELECTED)) {
+        selected[static_cast<std::size_t>(item)] = true;
+    }
+    for (std::size_t row = 1; row <= shown_count_; ++row) {
+        if (selected[row - 1] != shown_selected_[row - 1]) {
+            list_.SetSelected(row, selected[row - 1]);
+        }
+    }
+    shown_selected_ = std::move(selected);
+    const int focused = ListView_GetNextItem(window_, -1, LVNI_FOCUSED);
+    list_.SetCurrentRow(focused < 0 ? std::nullopt
+                                    : std::optional(static_cast<std::size_t>(focused) + 1));
+    if (in_step) {
+        shown_revision_ = list_.Revision();
+    }
+}
+
+LRESULT ListViewWindow::OnNotify(NMHDR& header) {
+    switch (header.code) {
+    case LVN_GETDISPINFOW:
+        OnGetDisplayInfo(reinterpret_cast<NMLVDISPINFOW&>(header).item);
+        return 0;
+    case LVN_ITEMCHANGED:
+    case LVN_ODSTATECHANGED:
+        selection_changed_ = selection_changed_ || !refreshing_;
+        return 0;
+    case LVN_ODFINDITEMW:
+        return FindByPrefix(reinterpret_cast<const NMLVFINDITEMW&>(header));
+    case NM_CLICK:
+        if (!dragging_) {
+            run_event_([this] { list_.UserClick(); });
+        }
+        return 0;
+    case LVN_BEGINDRAG: {
+        const auto& begin = reinterpret_cast<const NMLISTVIEW&>(header);
+        const auto row = static_cast<std::size_t>(begin.iItem + 1);
+        if (left_down_ && begin.iItem >= 0) {
+            dragging_ = true;
+            dragged_row_ = can_drag && row <= list_.Count() && can_drag(row) ? row : 0;
+            SetCapture(window_);
+        }
+        return 0;
+    }
+    case LVN_ENDLABELEDITW: {
+        const LVITEMW& item = reinterpret_cast<const NMLVDISPINFOW&>(header).item;
+        const auto row = static_cast<std::size_t>(item.iItem + 1);
+        if (item.pszText == nullptr || row < 1 || row > list_.Count()) {
+            return FALSE;
+        }
+        run_event_([&] { list_.UserRename(row, Narrow(item.pszText)); });
+        return TRUE;
+    }
+    case NM_CUSTOMDRAW:
+        return OnCustomDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
+    default:
+        return 0;
+    }
+}
+
+void ListViewWindow::OnGetDisplayInfo(LVITEMW& item) {
+    const auto row = static_cast<std::size_t>(item.iItem + 1);
+    const bool exists = row >= 1 && row <= list_.Count();
+    if ((item.mask & LVIF_TEXT) != 0) {
+        display_text_.clear();
+        if (exists) {
+            display_text_ = Widen(
+                item.iSubItem == 0 ? list_.Row(row).text
+                                   : list_.SubItem(row, static_cast<std::size_t>(item.iSubItem)));
+        }
+        item.pszText = display_text_.data();
+    }
+    if ((item.mask & LVIF_STATE) != 0 && look_.check_boxes && item.iSubItem == 0) {
+        const bool checked = exists && list_.Row(row).checked;
+        item.state = INDEXTOSTATEIMAGEMASK(checked ? kTicked : kUnticked);
+        item.stateMask = LVIS_STATEIMAGEMASK;
+    }
+}
+
+LRESULT ListViewWindow::FindByPrefix(const NMLVFINDITEMW& find) const {
+    const std::size_t count = list_.Count();
+    if ((find.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || count == 0) {
+        return -1;
+    }
+    const std::wstring_view wanted = find.lvfi.psz;
+    const auto first = static_cast<std::size_t>(std::max(find.iStart, 0));
+    for (std::size_t step = 0; step < count; ++step) {
+        const std::size_t row = (first + step) % count + 1;
+        const std::wstring text = Widen(list_.Row(row).text).substr(0, wanted.size());
+        if (CompareStringEx(LOCALE_NAME_USER_DEFAULT, NORM_IGNORECASE, text.data(),
+                            static_cast<int>(text.size()), wanted.data(),
+                            static_cast<int>(wanted.size()), nullptr, nullptr, 0) == CSTR_EQUAL) {
+            return ToItem(row);
+        }
+    }
+    return -1;
+}
+
+LRESULT CALLBACK ListViewWindow::HeaderProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
+                                                 UINT_PTR, DWORD_PTR) {
+    // The header shows a pointer of its own over the dividers; the busy pointer goes first.
+    if (message == WM_SETCURSOR && SendMessageW(GetParent(window), message, w, l) != 0) {
+        return TRUE;
+    }
+    return DefSubclassProc(window, message, w, l);
+}
+
+LRESULT CALLBACK ListViewWindow::WindowProcedure(HWND, UINT message, WPARAM w, LPARAM l, UINT_PTR,
+                                                 DWORD_PTR self) {
+    return reinterpret_cast<ListViewWindow*>(self)->OnMessage(message, w, l);
+}
+
+LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
+    switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+        return OnButtonDown(message, w, l);
+    case WM_RBUTTONDOWN:
+        return OnRightButtonDown(l);
+    case WM_RBUTTONUP:
+        RaiseMouseUp(controls::kRightButton, PointOf(l));
+        return 0;
+    case WM_LBUTTONUP:
+        if (on_check_box_) {
+            on_check_box_ = false;
+            ReleaseCapture();
+            run_event_([this] { list_.UserClick(); });
+        } else {
+            const FlagWhile releasing(releasing_);
+            DefSubclassProc(window_, message, w, l);
+        }
+        RaiseMouseUp(controls::kLeftButton, PointOf(l));
+        return 0;
+    case WM_MOUSEMOVE:
+        if (dragging_) {
+            DragOver(PointOf(l));
+            return 0;
+        }
+        break;
+    case WM_CAPTURECHANGED:
+        if (!releasing_ && reinterpret_cast<HWND>(l) != window_) {
+            CancelDrag();
+        }
+        break;
+    case WM_KEYDOWN:
+        if (OnKeyDown(w)) {
+            return 0;
+        }
+        break;
+    case WM_CHAR:
+        if (w == L' ' && look_.check_boxes) {
+            return 0; // the key has toggled the check box already
+        }
+        break;
+    case WM_CONTEXTMENU:
+        // The mouse's menu belongs to the press of the button; this one comes from the keyboard.
+        if (l == -1) {
+            run_event_([this] { list_.UserMenuKey(); });
+        }
+        return 0;
+    default:
+        break;
+    }
+    return DefSubclassProc(window_, message, w, l);
+}
+
+LRESULT ListViewWindow::OnButtonDown(UINT message, WPARAM w, LPARAM l) {
+    const POINT at = PointOf(l);
+    left_down_ = true;
+    run_event_([&] { list_.UserMouseDown(controls::kLeftButton, ShiftState(), at.x, at.y); });
+    UINT flags = 0;
+    const auto row = RowAt(at, &flags);
+    if (row && look_.check_boxes && flags == LVHT_ONITEMSTATEICON) {
+        SetFocus(window_);
+        on_check_box_ = true;
+        SetCapture(window_);
+        Toggle(*row);
+        return 0;
+    }
+    const LRESULT result = DefSubclassProc(window_, message, w, l);
+    // Where Windows detected by itself that this was no drag, the release never arrives here.
+    if (left_down_ && !dragging_ && GetKeyState(VK_LBUTTON) >= 0) {
+        const DWORD position = GetMessagePos();
+        POINT released{GET_X_LPARAM(position), GET_Y_LPARAM(position)};
+        ScreenToClient(window_, &released);
+        RaiseMouseUp(controls::kLeftButton, released);
+    }
+    return result;
+}
+
+LRESULT ListViewWindow::OnRightButtonDown(LPARAM l) {
+    const POINT at = PointOf(l);
+    SetFocus(window_);
+    if (const auto row = RowAt(at)) {
+        if (!HasItemState(ToItem(*row), LVIS_SELECTED)) {
+            SetItemState(-1, 0, LVIS_SELECTED);
+        }
+        SetItemState(ToItem(*row), LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    }
+    run_event_([&] { list_.UserMouseDown(controls::kRightButton, ShiftState(), at.x, at.y); });
+    return 0;
+}
+
+void ListViewWindow::RaiseMouseUp(int button, POINT at) {
+    if (button == controls::kLeftButton) {
+        if (!left_down_) {
+            return;
+        }
+        left_down_ = false;
+        CancelDrag();
+    }
+    run_event_([&] { list_.UserMouseUp(button, ShiftState(), at.x, at.y); });
+}
+
+bool ListViewWindow::OnKeyDown(WPARAM key) {
+    const bool control = GetKeyState(VK_CONTROL) < 0;
+    switch (key) {
+    case VK_SPACE:
+        if (!look_.check_boxes || control) {
+            return false;
+        }
+        Pull();
+        if (const auto row = list_.CurrentRow()) {
+            Toggle(*row);
+        }
+        return true;
+    case VK_F2:
+        Pull();
+        if (const auto row = list_.CurrentRow()) {
+            SendMessageW(window_, LVM_EDITLABELW, static_cast<WPARAM>(ToItem(*row)), 0);
+        }
+        return true;
+    case 'A':
+        if (control) {
+            run_event_([this] { list_.SelectAll(); });
+        }
+        return control;
+    case 'C':
+        if (control) {
+            Pull();
+            CopySelection();
+        }
+        return control;
+    default:
+        return false;
+    }
+}
+
+void ListViewWindow::Toggle(std::size_t row) {
+    run_event_([this, row] {
+        if (row <= list_.Count()) {
+            list_.UserCheck(row, !list_.Row(row).checked);
+        }
+    });
+}
+
+void ListViewWindow::DragOver(POINT at) {
+    RECT client;
+    GetClientRect(window_, &client);
+    RECT header{};
+    GetClientRect(ListView_GetHeader(window_), &header);
+    const int top = ListView_GetTopIndex(window_);
+    if (at.y < header.bottom && top > 0) {
+        ListView_EnsureVisible(window_, top - 1, FALSE);
+    } else if (at.y >= client.bottom) {
+        const int below = top + ListView_GetCountPerPage(window_);
+        if (below < static_cast<int>(shown_count_)) {
+            ListView_EnsureVisible(window_, below, FALSE);
+        }
+    }
+    const auto row = RowAt(at);
+    const bool lands = row && dragged_row_ != 0 && *row != dragged_row_;
+    ShowDropMark(lands ? row : std::nullopt);
+    SetCursor(LoadCursorW(nullptr, lands || dragged_row_ == row ? IDC_ARROW : IDC_NO));
+}
+
+void ListViewWindow::CancelDrag() {
+    if (dragging_) {
+        dragging_ = false;
+        left_down_ = false;
+        ShowDropMark(std::nullopt);
+        if (GetCapture() == window_) {
+            ReleaseCapture();
+        }
+    }
+}
+
+void ListViewWindow::ShowDropMark(std::optional<std::size_t> row) {
+    if (row == drop_row_) {
+        return;
+    }
+    for (const auto& changed : {drop_row_, row}) {
+        if (changed) {
+            ListView_RedrawItems(window_, ToItem(*changed), ToItem(*changed));
+        }
+    }
+    drop_row_ = row;
+}
+
+LRESULT ListViewWindow::OnCustomDraw(const NMLVCUSTOMDRAW& draw) const {
+    switch (draw.nmcd.dwDrawStage) {
+    case CDDS_PREPAINT:
+        return drop_row_ ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
+    case CDDS_ITEMPREPAINT:
+        return CDRF_NOTIFYPOSTPAINT;
+    case CDDS_ITEMPOSTPAINT: {
+        // A line at the edge where the dragged row would land: above a row before it, below a row
+        // after it.
+        const auto item = static_cast<int>(draw.nmcd.dwItemSpec);
+        RECT line;
+        if (!drop_row_ || item != ToItem(*drop_row_) ||
+            ListView_GetItemRect(window_, item, &line, LVIR_BOUNDS) == FALSE) {
+            return CDRF_DODEFAULT;
+        }
+        if (*drop_row_ < dragged_row_) {
+            line.bottom = line.top + 2;
+        } else {
+            line.top = line.bottom - 2;
+        }
+        FillRect(draw.nmcd.hdc, &line, GetSysColorBrush(COLOR_HIGHLIGHT));
+        return CDRF_DODEFAULT;
+    }
+    default:
+        return CDRF_DODEFAULT;
+    }
+}
+
+std::optional<std::size_t> ListViewWindow::RowAt(POINT at, UINT* flags) const {
+    LVHITTESTINFO hit{};
+    hit.pt = at;
+    const int item = ListView_HitTest(window_, &hit);
+    if (flags != nullptr) {
+        *flags = hit.flags;
+    }
+    if (item < 0 || static_cast<std::size_t>(item) >= list_.Count()) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(item) + 1;
+}
+
+void ListViewWindow::SetItemState(int item, UINT state, UINT mask) const {
+    LVITEMW change{};
+    change.state = state;
+    change.stateMask = mask;
+    SendMessageW(window_, LVM_SETITEMSTATE, static_cast<WPARAM>(item),
+                 reinterpret_cast<LPARAM>(&change));
+}
+
+bool ListViewWindow::HasItemState(int item, UINT state) const {
+    return (SendMessageW(window_, LVM_GETITEMSTATE, static_cast<WPARAM>(item),
+                         static_cast<LPARAM>(state)) &
+            static_cast<LRESULT>(state)) != 0;
+}
+
+void ListViewWindow::CopySelection() const {
+    const std::string text = list_.SelectionAsText();
+    if (!text.empty()) {
+        PutOnClipboard(window_, Widen(text));
+    }
+}
+
+POINT ListViewWindow::MenuPlace() const {
+    POINT place{0, 0};
+    RECT client;
+    GetClientRect(window_, &client);
+    RECT row;
+    const auto current = list_.CurrentRow();
+    if (current && *current <= shown_count_ &&
+        ListView_GetItemRect(window_, ToItem(*current), &row, LVIR_LABEL) != FALSE) {
+        place = {row.left, std::clamp(row.bottom, client.top, client.bottom)};
+    }
+    ClientToScreen(window_, &place);
+    return place;
+}
+
+} // namespace win32

@@ -1,0 +1,86 @@
+// A report list on the screen. The Windows control is virtual: it asks for texts and check marks
+// when it paints, so the control object stays the only copy of the rows. Windows keeps the selected
+// and the current rows itself; they are brought in step both ways.
+//
+// Windows leaves the check boxes of virtual lists to the program, and its own drag detection
+// swallows the release of the mouse button; this file has what it takes for both.
+#pragma once
+
+#include <vector>
+
+#include "controls/list_view.hpp"
+#include "win32/views.hpp"
+
+namespace win32 {
+
+class ListViewWindow {
+  public:
+    struct Look {
+        std::vector<int> column_widths; // in design pixels
+        bool check_boxes = false;
+    };
+
+    ListViewWindow(HWND window, controls::ListView& list, Look look, RunEvent run_event);
+    ~ListViewWindow();
+    ListViewWindow(const ListViewWindow&) = delete;
+    ListViewWindow& operator=(const ListViewWindow&) = delete;
+
+    [[nodiscard]] HWND Window() const { return window_; }
+    void SetDpi(UINT dpi) const;
+    void Refresh();
+    void Pull();
+    LRESULT OnNotify(NMHDR& header);
+    // Ends a drag without a drop.
+    void CancelDrag();
+    // Where a menu asked for by keyboard opens: below the current row's beginning, in screen
+    // coordinates.
+    [[nodiscard]] POINT MenuPlace() const;
+
+    // Whether a row may be dragged by the mouse; shows where it would land while it is dragged.
+    // Rows cannot be dragged where this is not set.
+    std::function<bool(std::size_t row)> can_drag;
+
+  private:
+    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
+                                            UINT_PTR id, DWORD_PTR self);
+    static LRESULT CALLBACK HeaderProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
+                                            UINT_PTR id, DWORD_PTR self);
+    LRESULT OnMessage(UINT message, WPARAM w, LPARAM l);
+    LRESULT OnButtonDown(UINT message, WPARAM w, LPARAM l);
+    LRESULT OnRightButtonDown(LPARAM l);
+    bool OnKeyDown(WPARAM key);
+    void RaiseMouseUp(int button, POINT at);
+    void DragOver(POINT at);
+    void ShowDropMark(std::optional<std::size_t> row);
+    LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& draw) const;
+    void OnGetDisplayInfo(LVITEMW& item);
+    [[nodiscard]] LRESULT FindByPrefix(const NMLVFINDITEMW& find) const;
+    [[nodiscard]] std::optional<std::size_t> RowAt(POINT at, UINT* flags = nullptr) const;
+    void Toggle(std::size_t row);
+    void PushSelection();
+    void SetItemState(int item, UINT state, UINT mask) const;
+    [[nodiscard]] bool HasItemState(int item, UINT state) const;
+    void CopySelection() const;
+
+    HWND window_;
+    controls::ListView& list_;
+    Look look_;
+    RunEvent run_event_;
+
+    std::uint64_t shown_revision_ = UINT64_MAX;
+    std::size_t shown_count_ = 0;
+    std::vector<bool> shown_selected_;
+    std::optional<std::size_t> shown_current_;
+    bool selection_changed_ = false; // by the person
+    bool refreshing_ = false;
+    std::wstring display_text_;
+
+    bool left_down_ = false;
+    bool on_check_box_ = false;
+    bool releasing_ = false; // the left button, which ends the mouse's capture
+    bool dragging_ = false;
+    std::size_t dragged_row_ = 0;
+    std::optional<std::size_t> drop_row_;
+};
+
+} // namespace win32

@@ -1,0 +1,127 @@
+#include "win32/ports.hpp"
+
+#include <oleauto.h>
+
+#include <memory>
+#include <vector>
+
+#include "win32/com_client.hpp"
+#include "win32/utf.hpp"
+
+namespace win32 {
+
+namespace {
+
+using Callback = std::function<long(platform::WindowHandle)>;
+
+constexpr int kTwipsPerInch = 1440;
+
+struct CloseKey {
+    void operator()(HKEY key) const { RegCloseKey(key); }
+};
+using OwnedKey = std::unique_ptr<std::remove_pointer_t<HKEY>, CloseKey>;
+
+std::wstring KeyPath(std::string_view application, std::string_view section) {
+    return L"Software\\" + Widen(application) + L"\\" + Widen(section);
+}
+
+// Of the 8-bit code page that the system's files and titles are in.
+std::string FromSystemCodePage(std::string_view bytes) {
+    std::wstring wide(bytes.size(), L'\0');
+    const int length = MultiByteToWideChar(CP_ACP, 0, bytes.data(), static_cast<int>(bytes.size()),
+                                           wide.data(), static_cast<int>(wide.size()));
+    return Narrow(std::wstring_view(wide).substr(0, static_cast<std::size_t>(length)));
+}
+
+BOOL CALLBACK VisitWindow(HWND window, LPARAM callback) {
+    return (*reinterpret_cast<const Callback*>(callback))(
+               reinterpret_cast<platform::WindowHandle>(window)) != 0
+               ? TRUE
+               : FALSE;
+}
+
+int ScreenTwips(int metric) {
+    const UINT dpi = GetDpiForSystem();
+    return MulDiv(GetSystemMetricsForDpi(metric, dpi), kTwipsPerInch, static_cast<int>(dpi));
+}
+
+} // namespace
+
+void WindowsDesktop::EnumWindows(const Callback& callback) {
+    ::EnumWindows(VisitWindow, reinterpret_cast<LPARAM>(&callback));
+}
+
+std::string WindowsDesktop::GetWindowTitle(platform::WindowHandle window) {
+    char title[256];
+    const int length =
+        GetWindowTextA(reinterpret_cast<HWND>(window), title, static_cast<int>(sizeof title));
+    return FromSystemCodePage({title, static_cast<std::size_t>(length)});
+}
+
+void WindowsDesktop::SetTopmost(platform::WindowHandle window, bool topmost) {
+    SetWindowPos(reinterpret_cast<HWND>(window), topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0,
+                 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
+}
+
+int WindowsDesktop::ScreenWidth() {
+    return ScreenTwips(SM_CXSCREEN);
+}
+
+int WindowsDesktop::ScreenHeight() {
+    return ScreenTwips(SM_CYSCREEN);
+}
+
+std::string RegistrySettings::GetSetting(std::string_view application, std::string_view section,
+                                         std::string_view key, std::string_view fallback) {
+    const std::wstring path = KeyPath(application, section);
+    const std::wstring name = Widen(key);
+    DWORD bytes = 0;
+    if (RegGetValueW(HKEY_CURRENT_USER, path.c_str(), name.c_str(), RRF_RT_REG_SZ, nullptr, nullptr,
+                     &bytes) != ERROR_SUCCESS) {
+        return std::string(fallback);
+    }
+    std::vector<wchar_t> value(bytes / sizeof(wchar_t) + 1);
+    bytes = static_cast<DWORD>(value.size() * sizeof(wchar_t));
+    if (RegGetValueW(HKEY_CURRENT_USER, path.c_str(), name.c_str(), RRF_RT_REG_SZ, nullptr,
+                     value.data(), &bytes) != ERROR_SUCCESS) {
+        return std::string(fallback);
+    }
+    return Narrow(value.data());
+}
+
+void RegistrySettings::SaveSetting(std::string_view application, std::string_view section,
+                                   std::string_view key, std::string_view value) {
+    const automation::RunTimeError failure(75, "Path/File access error");
+    HKEY opened = nullptr;
+    if (RegCreateKeyExW(HKEY_CURRENT_USER, KeyPath(application, section).c_str(), 0, nullptr, 0,
+                        KEY_SET_VALUE, nullptr, &opened, nullptr) != ERROR_SUCCESS) {
+        throw failure;
+    }
+    const OwnedKey registry_key(opened);
+    const std::wstring wide = Widen(value);
+    if (RegSetValueExW(registry_key.get(), Widen(key).c_str(), 0, REG_SZ,
+                       reinterpret_cast<const BYTE*>(wide.c_str()),
+                       static_cast<DWORD>((wide.size() + 1) * sizeof(wchar_t))) != ERROR_SUCCESS) {
+        throw failure;
+    }
+}
+
+automation::ObjectPtr ComServers::GetActiveObject(std::string_view program_id) {
+    return ::GetActiveObject(program_id);
+}
+
+std::optional<double> UserNumberFormat::ReadNumber(std::string_view text) {
+    std::wstring wide = Widen(text);
+    double number = 0;
+    if (FAILED(VarR8FromStr(wide.data(), GetUserDefaultLCID(), 0, &number))) {
+        return std::nullopt;
+    }
+    return number;
+}
+
+void WindowMessageBoxes::ShowError(const automation::RunTimeError& error) {
+    const std::string text = std::to_string(error.number) + "\n" + error.description;
+    MessageBoxW(owner, Widen(text).c_str(), L"Dorvak", MB_OK | MB_ICONERROR);
+}
+
+} // namespace win32

@@ -1,0 +1,206 @@
+#include "win32/tree_view_window.hpp"
+
+#include <windowsx.h>
+
+#include "win32/resource.h"
+#include "win32/utf.hpp"
+
+namespace win32 {
+
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+constexpr int kImageEdge = 16; // design pixels
+constexpr UINT kUnticked = 1;  // images of the tree's own check boxes
+constexpr UINT kTicked = 2;
+
+UINT CheckState(bool checked) {
+    return INDEXTOSTATEIMAGEMASK(checked ? kTicked : kUnticked);
+}
+
+} // namespace
+
+TreeViewWindow::TreeViewWindow(HWND window, controls::TreeView& tree, RunEvent run_event)
+    : window_(window), tree_(tree), run_event_(std::move(run_event)) {
+    // Check boxes asked for at creation do not take states; they must come afterwards.
+    SetWindowLongPtrW(window_, GWL_STYLE, GetWindowLongPtrW(window_, GWL_STYLE) | TVS_CHECKBOXES);
+    SendMessageW(window_, TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
+    // The tips of cut-off names belong to the main window, and Wine does not put a window on top that
+    // owns another. They are topmost themselves and do not need an owner.
+    SetWindowLongPtrW(TreeView_GetToolTips(window_), GWLP_HWNDPARENT, 0);
+    SetWindowSubclass(window_, WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+}
+
+TreeViewWindow::~TreeViewWindow() {
+    RemoveWindowSubclass(window_, WindowProcedure, kSubclass);
+}
+
+void TreeViewWindow::SetDpi(UINT dpi) {
+    const int edge = Scaled(kImageEdge, dpi);
+    Owned<HIMAGELIST> images(ImageList_Create(edge, edge, ILC_COLOR32 | ILC_MASK, 2, 0));
+    for (const int resource : {IDI_ASSEMBLY, IDI_PART}) {
+        ImageList_ReplaceIcon(images.get(), -1, LoadIconOfSize(resource, edge).get());
+    }
+    TreeView_SetImageList(window_, images.get(), TVSIL_NORMAL);
+    images_ = std::move(images);
+}
+
+void TreeViewWindow::Refresh() {
+    if (tree_.Revision() == shown_revision_) {
+        return;
+    }
+    const FlagWhile refreshing(refreshing_);
+    shown_revision_ = tree_.Revision();
+    if (tree_.Restructurings() != shown_restructurings_) {
+        shown_restructurings_ = tree_.Restructurings();
+        SetWindowRedraw(window_, FALSE);
+        Rebuild();
+        SetWindowRedraw(window_, TRUE);
+    } else {
+        UpdateVisibleChecks();
+    }
+    if (const auto node = tree_.TakeNodeToShow(); node && *node <= items_.size()) {
+        TreeView_EnsureVisible(window_, items_[*node - 1]);
+    }
+}
+
+void TreeViewWindow::Rebuild() {
+    TreeView_SelectItem(window_, nullptr);
+    TreeView_DeleteAllItems(window_);
+    const std::size_t count = tree_.Count();
+    items_.clear();
+    items_.reserve(count);
+    shown_checked_.clear();
+    shown_checked_.reserve(count);
+    // The last child so far of each node, and of the root at 0: inserting after it spares the tree
+    // the search for the end of the siblings.
+    std::vector<HTREEITEM> last_child(count + 1, TVI_FIRST);
+    for (std::size_t number = 1; number <= count; ++number) {
+        const controls::TreeNode& node = tree_.Node(number);
+        std::wstring text = Widen(node.text);
+        TVINSERTSTRUCTW insert{};
+        insert.hParent = node.parent == 0 ? TVI_ROOT : items_[node.parent - 1];
+        insert.hInsertAfter = last_child[node.parent];
+        insert.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_STATE | TVIF_PARAM;
+        insert.item.pszText = text.data();
+        insert.item.iImage = node.image - 1;
+        insert.item.iSelectedImage = node.image - 1;
+        insert.item.lParam = static_cast<LPARAM>(number);
+        insert.item.state = CheckState(node.checked) | (node.expanded ? TVIS_EXPANDED : 0U);
+        insert.item.stateMask = TVIS_STATEIMAGEMASK | TVIS_EXPANDED;
+        const auto item = reinterpret_cast<HTREEITEM>(
+            SendMessageW(window_, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+        last_child[node.parent] = item;
+        items_.push_back(item);
+        shown_checked_.push_back(node.checked);
+    }
+}
+
+void TreeViewWindow::UpdateCheck(HTREEITEM handle) {
+    const std::size_t node = NodeOf(handle);
+    if (node < 1 || node > shown_checked_.size() || node > tree_.Count()) {
+        return;
+    }
+    const bool checked = tree_.Node(node).checked;
+    if (checked != shown_checked_[node - 1]) {
+        shown_checked_[node - 1] = checked;
+        TVITEMW item{};
+        item.mask = TVIF_HANDLE | TVIF_STATE;
+        item.hItem = handle;
+        item.state = CheckState(checked);
+        item.stateMask = TVIS_STATEIMAGEMASK;
+        SendMessageW(window_, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    }
+}
+
+void TreeViewWindow::UpdateVisibleChecks() {
+    if (tree_.Restructurings() != shown_restructurings_) {
+        return; // the native tree is still the one before
+    }
+    HTREEITEM item = TreeView_GetFirstVisible(window_);
+    for (UINT left = TreeView_GetVisibleCount(window_) + 1; item != nullptr && left > 0; --left) {
+        UpdateCheck(item);
+        item = TreeView_GetNextVisible(window_, item);
+    }
+}
+
+LRESULT TreeViewWindow::OnNotify(NMHDR& header) {
+    if (header.code == TVN_ITEMEXPANDEDW && !refreshing_) {
+        const auto& expanded = reinterpret_cast<const NMTREEVIEWW&>(header);
+        const auto node = static_cast<std::size_t>(expanded.itemNew.lParam);
+        if (node >= 1 && node <= tree_.Count()) {
+            const bool in_step = tree_.Revision() == shown_revision_;
+            tree_.UserExpand(node, (expanded.itemNew.state & TVIS_EXPANDED) != 0);
+            if (in_step) {
+                shown_revision_ = tree_.Revision();
+            }
+        }
+    }
+    return 0;
+}
+
+LRESULT CALLBACK TreeViewWindow::WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
+                                                 UINT_PTR, DWORD_PTR self) {
+    if (reinterpret_cast<TreeViewWindow*>(self)->OnMessage(message, w, l)) {
+        return 0;
+    }
+    return DefSubclassProc(window, message, w, l);
+}
+
+bool TreeViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
+    switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK: {
+        TVHITTESTINFO hit{};
+        hit.pt = {GET_X_LPARAM(l), GET_Y_LPARAM(l)};
+        TreeView_HitTest(window_, &hit);
+        if (hit.flags != TVHT_ONITEMSTATEICON) {
+            return false;
+        }
+        SetFocus(window_);
+        Toggle(hit.hItem);
+        return true;
+    }
+    case WM_KEYDOWN:
+        if (w == VK_SPACE) {
+            Toggle(TreeView_GetSelection(window_));
+            return true;
+        }
+        return false;
+    case WM_CHAR:
+        return w == L' ';
+    case WM_PAINT:
+        UpdateVisibleChecks();
+        return false;
+    case TVM_GETITEMSTATE:
+        UpdateCheck(reinterpret_cast<HTREEITEM>(w));
+        return false;
+    case TVM_GETITEMW:
+        if ((reinterpret_cast<const TVITEMW*>(l)->mask & TVIF_STATE) != 0) {
+            UpdateCheck(reinterpret_cast<const TVITEMW*>(l)->hItem);
+        }
+        return false;
+    default:
+        return false;
+    }
+}
+
+void TreeViewWindow::Toggle(HTREEITEM item) {
+    const std::size_t node = NodeOf(item);
+    if (node >= 1 && node <= tree_.Count()) {
+        run_event_([this, node] { tree_.UserCheck(node, !tree_.Node(node).checked); });
+    }
+}
+
+std::size_t TreeViewWindow::NodeOf(HTREEITEM handle) const {
+    TVITEMW item{};
+    item.mask = TVIF_HANDLE | TVIF_PARAM;
+    item.hItem = handle;
+    if (handle == nullptr ||
+        SendMessageW(window_, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item)) == FALSE) {
+        return 0;
+    }
+    return static_cast<std::size_t>(item.lParam);
+}
+
+} // namespace win32
