@@ -25,8 +25,8 @@ TreeViewWindow::TreeViewWindow(HWND window, controls::TreeView& tree, RunEvent r
     // Check boxes asked for at creation do not take states; they must come afterwards.
     SetWindowLongPtrW(window_, GWL_STYLE, GetWindowLongPtrW(window_, GWL_STYLE) | TVS_CHECKBOXES);
     SendMessageW(window_, TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
-    // The tips of cut-off names belong to the main window, and Wine does not put a window on top that
-    // owns another. They are topmost themselves and do not need an owner.
+    // The tips of cut-off names belong to the main window, and Wine does not put a window on top
+    // that owns another. They are topmost themselves and do not need an owner.
     SetWindowLongPtrW(TreeView_GetToolTips(window_), GWLP_HWNDPARENT, 0);
     SetWindowSubclass(window_, WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
