@@ -26,16 +26,16 @@ void WriteStructure(controls::Form1& form, int nodes) {
         ++written;
         for (int part = 0; part < kPartsPerAssembly && written < nodes; ++part, ++written) {
             structure::zapsat(
-                form, structure::LeafLine(2, "Part " + std::to_string(written / kNodesPerPart),
-                                          path));
+                form,
+                structure::LeafLine(2, "Part " + std::to_string(written / kNodesPerPart), path));
         }
     }
 }
 
 void Count(benchmark::State& state) {
-    state.counters["per_node"] = benchmark::Counter(
-        static_cast<double>(state.range(0)),
-        benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["per_node"] = benchmark::Counter(static_cast<double>(state.range(0)),
+                                                    benchmark::Counter::kIsIterationInvariantRate |
+                                                        benchmark::Counter::kInvert);
 }
 
 void WriteStructureText(benchmark::State& state) {

@@ -47,6 +47,6 @@ const std::string_view kSampleStructure =
     "\r\n3\tPart 87\tProduct1|||||Product2.2*3*|||||Product3.1*4*"
     "\r\n3\tPart 87\tProduct1|||||Product2.2*3*|||||Product3.1*4*"
     "\r\n3\tPart 87\tProduct1|||||Product2.2*3*|||||Product3.1*4*";
-    // clang-format on
+// clang-format on
 
 } // namespace controls

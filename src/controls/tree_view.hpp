@@ -32,9 +32,7 @@ class TreeView : public Control {
     std::size_t AddRoot(std::string_view key, std::string text, int image);
     std::size_t AddChild(std::string_view parent_key, std::string_view key, std::string text,
                          int image);
-    [[nodiscard]] bool HasKey(std::string_view key) const {
-        return node_by_key_.contains(key);
-    }
+    [[nodiscard]] bool HasKey(std::string_view key) const { return node_by_key_.contains(key); }
     void Clear();
     void SetExpanded(std::size_t node, bool expanded);
     void SetChecked(std::size_t node, bool checked);

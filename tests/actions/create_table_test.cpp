@@ -66,8 +66,7 @@ TEST_F(CreateTable, WritesTheListFromTheBottomUpUnderTheHeaderAndTheFreeRows) {
     EXPECT_EQ(
         DrawnRows(),
         (Texts{R"("Pozice" "nazev" "Kusu" "Ciste rozmery" "Material" "Poznamka" "List")", empty,
-               empty, empty, empty, empty,
-               R"("3" "Šroub M8" "12" "M8x25" "8.8" "DIN 933" "3")",
+               empty, empty, empty, empty, R"("3" "Šroub M8" "12" "M8x25" "8.8" "DIN 933" "3")",
                R"("2" "Kolo" "1" "" "C45" "" "")",
                R"("1" "Hřídel" "2" "D25x120" "S235" "kalit" "2")"}));
 }
@@ -109,8 +108,8 @@ TEST_F(CreateTable, MakesExactlyTheCallsThatItNeedsInTheirOrderAndKinds) {
               R"("Poznamka")", R"("List")"});
     cells(9, {"1.0", R"("Hřídel")", R"("2")", R"("D25x120")", R"("S235")", R"("kalit")", R"("2")"});
     cells(8, {"2.0", R"("Kolo")", R"("1")", R"("")", R"("C45")", R"("")", R"("")"});
-    cells(7, {"3.0", R"("Šroub M8")", R"("12")", R"("M8x25")", R"("8.8")", R"("DIN 933")",
-              R"("3")"});
+    cells(7,
+          {"3.0", R"("Šroub M8")", R"("12")", R"("M8x25")", R"("8.8")", R"("DIN 933")", R"("3")"});
     expected.insert(expected.end(), {"Application.ActiveDocument", "DrawingDocument.Selection",
                                      "Selection.Add(DrawingTable)", "Selection.VisProperties",
                                      "VisPropertySet.SetRealWidth(2.0, 1)"});
@@ -121,17 +120,16 @@ TEST_F(CreateTable, AnnouncesEveryStepAndYieldsThreeKindsOfTimes) {
     AddThreeRows(form);
     form.Text2.SetText(form.Text2.Text() + "/AnchorPoint;2\r\n");
     form.Command11.Click();
-    Texts expected{"Zjistuju spusteni Catie",         "Cekam na Catii",
-                   "Catie vytvari tabulku",           "Catie upravuje velikost 1 radku",
-                   "Catie upravuje pocatecni bod",    "Catie upravuje sirku slopcu",
+    Texts expected{"Zjistuju spusteni Catie",      "Cekam na Catii",
+                   "Catie vytvari tabulku",        "Catie upravuje velikost 1 radku",
+                   "Catie upravuje pocatecni bod", "Catie upravuje sirku slopcu",
                    "Catie upravuje font"};
     for (int row = 2; row <= 9; ++row) {
         expected.push_back("Catie upravuje font " + std::to_string(row) + "/9");
     }
-    expected.insert(expected.end(),
-                    {"Catie doplnuje hlavicku", "Catie doplnuje radku 9/9",
-                     "Catie doplnuje radku 8/9", "Catie doplnuje radku 7/9",
-                     "Catie meni tlousku cary", "Tabulka vytvorena Ok "});
+    expected.insert(expected.end(), {"Catie doplnuje hlavicku", "Catie doplnuje radku 9/9",
+                                     "Catie doplnuje radku 8/9", "Catie doplnuje radku 7/9",
+                                     "Catie meni tlousku cary", "Tabulka vytvorena Ok "});
     EXPECT_EQ(messages, expected);
     EXPECT_EQ(events.yields, 2 + 3);
 }
@@ -368,7 +366,8 @@ TEST_F(CreateTable, EndsSilentlyWhicheverCallFails) {
     for (std::size_t call = 1; call <= calls; ++call) {
         for (const auto kind : {simulator::FaultKind::kRefused, simulator::FaultKind::kVanished,
                                 simulator::FaultKind::kBusy}) {
-            SCOPED_TRACE(testing::Message() << "call " << call << " kind " << static_cast<int>(kind));
+            SCOPED_TRACE(testing::Message()
+                         << "call " << call << " kind " << static_cast<int>(kind));
             HeadlessForm fresh;
             AddThreeRows(fresh.form);
             simulator::Session doomed;
@@ -379,8 +378,8 @@ TEST_F(CreateTable, EndsSilentlyWhicheverCallFails) {
 
             EXPECT_EQ(doomed.Log().size(), call);
             ASSERT_LE(fresh.messages.size(), all_messages.size() - 1);
-            EXPECT_TRUE(std::equal(fresh.messages.begin(), fresh.messages.end(),
-                                   all_messages.begin()))
+            EXPECT_TRUE(
+                std::equal(fresh.messages.begin(), fresh.messages.end(), all_messages.begin()))
                 << "the status line keeps the last announcement: " << fresh.Status();
             EXPECT_TRUE(fresh.Busy());
             EXPECT_TRUE(fresh.message_boxes.shown.empty());

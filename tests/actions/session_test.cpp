@@ -84,8 +84,8 @@ TEST_F(Detection, PutsTheWindowBackOnTopOnlyWhileOnTopIsTicked) {
 TEST_F(Detection, ProcesyShowsTheResultAsAWord) {
     desktop.titles = {"CATIA V5 - [a]"};
     form.Command26.Click();
-    EXPECT_EQ(messages, (std::vector<std::string>{"Zjistuju spusteni Catie",
-                                                  "Spusteni Catie = True"}));
+    EXPECT_EQ(messages,
+              (std::vector<std::string>{"Zjistuju spusteni Catie", "Spusteni Catie = True"}));
     desktop.titles.clear();
     form.Command26.Click();
     EXPECT_EQ(Status(), "Spusteni Catie = False");

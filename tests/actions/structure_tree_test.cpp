@@ -109,7 +109,8 @@ TEST_F(Tree, CheckingAgainChecksTheSameNodes) {
 
 TEST_F(Tree, APathThatMerelyContainsThePrefixChangesToo) {
     // "X\A\B" holds "A\" though it stands elsewhere.
-    Build("0\tX\r\n1\tA\tX\tX|A\r\n2\tB\tX|A\r\n0\tA\r\n1\tC\tA\r\n0\tBA\r\n1\tD\tBA\r\n0\tAB\r\n1\tE\tAB");
+    Build("0\tX\r\n1\tA\tX\tX|A\r\n2\tB\tX|"
+          "A\r\n0\tA\r\n1\tC\tA\r\n0\tBA\r\n1\tD\tBA\r\n0\tAB\r\n1\tE\tAB");
     tree.UserCheck(NodesAt("A")[0], false);
     EXPECT_EQ(Unchecked(), (std::vector<std::string>{"X\\A\\B", "A", "A\\C", "BA\\D"}));
 }

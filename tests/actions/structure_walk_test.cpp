@@ -66,11 +66,11 @@ TEST_F(Walk, AnExtensionInLowerCaseLettersIsAccepted) {
 }
 
 TEST_F(Walk, AnnouncesEveryChildAndYieldsOncePerAssembly) {
-    OpenAndWalk("ProductDocument a.CATProduct\nproduct A\n child B\n child d\nproduct B\n child c\n");
-    EXPECT_EQ(messages,
-              (std::vector<std::string>{"Zjistuju spusteni Catie", "Cekam na Catii",
-                                        "Product: A Part: B", "Product: B Part: c",
-                                        "Product: A Part: d", "Sestav: 2 Partu: 2"}));
+    OpenAndWalk(
+        "ProductDocument a.CATProduct\nproduct A\n child B\n child d\nproduct B\n child c\n");
+    EXPECT_EQ(messages, (std::vector<std::string>{"Zjistuju spusteni Catie", "Cekam na Catii",
+                                                  "Product: A Part: B", "Product: B Part: c",
+                                                  "Product: A Part: d", "Sestav: 2 Partu: 2"}));
     EXPECT_EQ(events.yields, 2);
 }
 
@@ -191,7 +191,8 @@ TEST_F(Walk, EndsCleanlyWhicheverCallFails) {
     for (std::size_t call = 1; call <= calls; ++call) {
         for (const auto kind : {simulator::FaultKind::kRefused, simulator::FaultKind::kVanished,
                                 simulator::FaultKind::kBusy}) {
-            SCOPED_TRACE(testing::Message() << "call " << call << " kind " << static_cast<int>(kind));
+            SCOPED_TRACE(testing::Message()
+                         << "call " << call << " kind " << static_cast<int>(kind));
             HeadlessForm fresh;
             simulator::Session doomed;
             doomed.LoadDocument("test", kSampleProduct);
@@ -207,11 +208,11 @@ TEST_F(Walk, EndsCleanlyWhicheverCallFails) {
             EXPECT_EQ(fresh.form.TreeView1.Count(), 1U) << "the tree is not rebuilt";
             EXPECT_FALSE(fresh.Busy());
             EXPECT_TRUE(fresh.message_boxes.shown.empty());
-            const std::string expected =
-                kind == simulator::FaultKind::kVanished ? "-2147023174 The RPC server is unavailable."
-                : kind == simulator::FaultKind::kBusy
-                    ? "-2147418111 Call was rejected by callee."
-                    : "-2147467259 The method ";
+            const std::string expected = kind == simulator::FaultKind::kVanished
+                                             ? "-2147023174 The RPC server is unavailable."
+                                         : kind == simulator::FaultKind::kBusy
+                                             ? "-2147418111 Call was rejected by callee."
+                                             : "-2147467259 The method ";
             EXPECT_EQ(fresh.Status().substr(0, expected.size()), expected);
 
             fresh.Connect(session); // the next run, with CATIA started again

@@ -114,8 +114,7 @@ struct RecordedBoxes : platform::MessageBoxes {
 
 class HeadlessForm {
   public:
-    HeadlessForm()
-        : form({desktop, settings, events, servers, number_format, message_boxes}) {
+    HeadlessForm() : form({desktop, settings, events, servers, number_format, message_boxes}) {
         form.hWnd = kFormWindow;
         form.Width = 9600;
         form.Height = 7155;

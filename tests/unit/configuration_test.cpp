@@ -46,8 +46,8 @@ TEST(Configuration, TheDefaultTextYieldsTheDefaultLayout) {
     EXPECT_EQ(parsed.column_order, (Slots{"1", "0", "2", "5", "4", "6", "3"}));
     EXPECT_EQ(parsed.widths,
               (Slots{"13.88", "43.67", "15.76", "37.51", "34.61", "31.53", "14.68"}));
-    EXPECT_EQ(parsed.headers, (Slots{"Pozice", "nazev", "Kusu", "Ciste rozmery", "Material",
-                                     "Poznamka", "List"}));
+    EXPECT_EQ(parsed.headers,
+              (Slots{"Pozice", "nazev", "Kusu", "Ciste rozmery", "Material", "Poznamka", "List"}));
     EXPECT_EQ(parsed.header_row_height, "4.9");
     EXPECT_EQ(parsed.body_row_height, "6.8");
     EXPECT_EQ(parsed.free_rows, 5);

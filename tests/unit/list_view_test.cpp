@@ -54,13 +54,18 @@ TEST(ListView, ASubItemWithoutAColumnIsAnInvalidPropertyValue) {
 
 TEST(ListView, EveryChangeRaisesTheRevision) {
     ListView list = ThreeColumns({"a"});
-    const std::vector<std::function<void()>> changes{
-        [&] { list.Add("b"); },           [&] { list.SetText(1, "c"); },
-        [&] { list.SetSubItem(1, 1, "d"); }, [&] { list.SetChecked(1, true); },
-        [&] { list.SetSelected(1, true); },  [&] { list.SetTag(1, "t"); },
-        [&] { list.SelectAll(); },        [&] { list.SetCurrentRow(1); },
-        [&] { list.SetSorted(1); },       [&] { list.EnsureVisible(1); },
-        [&] { list.Remove(1); },          [&] { list.Clear(); }};
+    const std::vector<std::function<void()>> changes{[&] { list.Add("b"); },
+                                                     [&] { list.SetText(1, "c"); },
+                                                     [&] { list.SetSubItem(1, 1, "d"); },
+                                                     [&] { list.SetChecked(1, true); },
+                                                     [&] { list.SetSelected(1, true); },
+                                                     [&] { list.SetTag(1, "t"); },
+                                                     [&] { list.SelectAll(); },
+                                                     [&] { list.SetCurrentRow(1); },
+                                                     [&] { list.SetSorted(1); },
+                                                     [&] { list.EnsureVisible(1); },
+                                                     [&] { list.Remove(1); },
+                                                     [&] { list.Clear(); }};
     for (const auto& change : changes) {
         const auto before = list.Revision();
         change();

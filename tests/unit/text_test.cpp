@@ -44,8 +44,8 @@ TEST(LeadingNumber, SkipsLeadingBlanksAndIgnoresWhatFollows) {
 }
 
 TEST(LeadingNumber, IsZeroWithoutANumber) {
-    for (const char* none : {"", " ", "abc", "a1", "-", "+", ".", "-.", "e5", ",5", "--1", "+-1",
-                             "\t7", "Hřídel"}) {
+    for (const char* none :
+         {"", " ", "abc", "a1", "-", "+", ".", "-.", "e5", ",5", "--1", "+-1", "\t7", "Hřídel"}) {
         EXPECT_EQ(text::LeadingNumber(none), 0) << '"' << none << '"';
     }
 }

@@ -1,0 +1,127 @@
+// Drives Windows programs as a person would: finds their windows and controls, clicks and types
+// with real mouse and keyboard input, and reads back what stands on the screen.
+//
+// Every wait has a time limit; when it runs out, and whenever something that is looked for is not
+// there, std::runtime_error says what was awaited. All texts are UTF-8.
+#pragma once
+
+#include <windows.h>
+// after windows.h
+#include <commctrl.h>
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace driver {
+
+using Milliseconds = std::chrono::milliseconds;
+inline constexpr Milliseconds kPatience{20000};
+
+// Waits until `holds`; `awaited` describes it.
+void WaitUntil(std::string_view awaited, const std::function<bool()>& holds,
+               Milliseconds limit = kPatience);
+
+// Waits until `read` gives `expected`; the failure shows what it gave last.
+void WaitForText(std::string_view what, const std::string& expected,
+                 const std::function<std::string()>& read, Milliseconds limit = kPatience);
+
+// A program that was started here and is ended here.
+class Program {
+  public:
+    // `arguments` are quoted as needed.
+    explicit Program(const std::string& path, const std::vector<std::string>& arguments = {});
+    ~Program();
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    [[nodiscard]] HANDLE Process() const { return process_; }
+    [[nodiscard]] bool Running() const;
+    // Waits for the program's own end and gives its exit code.
+    DWORD WaitForEnd(Milliseconds limit = kPatience) const;
+    // Waits for the visible top-level window of that class.
+    [[nodiscard]] HWND WaitForWindow(const std::string& window_class,
+                                     Milliseconds limit = kPatience) const;
+    // The same without waiting; nullptr where there is none.
+    [[nodiscard]] HWND FindVisible(const std::string& window_class) const;
+
+  private:
+    HANDLE process_ = nullptr;
+    DWORD process_id_ = 0;
+};
+
+// Windows -----------------------------------------------------------------------------------------
+
+// The control with that id, anywhere inside the window.
+HWND Control(HWND window, int id);
+// A message that waits for its answer no longer than `limit`.
+LRESULT Send(HWND window, UINT message, WPARAM wparam = 0, LPARAM lparam = 0,
+             Milliseconds limit = kPatience);
+std::string Text(HWND window);
+RECT Place(HWND window); // on the screen, in pixels
+bool Topmost(HWND window);
+bool Ticked(HWND check_box);
+void BringToFront(HWND window);
+
+// Mouse and keyboard ------------------------------------------------------------------------------
+
+enum class MouseButton { kLeft, kRight };
+
+// Points are in the window's client coordinates.
+void MoveMouse(HWND window, POINT point);
+void Click(HWND window, POINT point, MouseButton button = MouseButton::kLeft);
+// Clicks the middle of a control that must be enabled and visible.
+void Click(HWND control);
+void Drag(HWND window, POINT from, POINT to);
+
+// Presses and releases a key while the given ones are held.
+void PressKey(WORD virtual_key, const std::vector<WORD>& held = {});
+void TypeText(std::string_view text);
+// Clicks into the edit control and puts a text from the clipboard in the place of its whole text.
+void PasteText(HWND edit, const std::string& text);
+
+// Controls ----------------------------------------------------------------------------------------
+
+std::string StatusText(HWND status_bar, int panel); // panels count from 0
+std::vector<std::string> ListBoxItems(HWND list_box);
+void ClickTab(HWND tab_control, int tab); // tabs count from 0
+
+// List views; rows and columns count from 0.
+int RowCount(HWND list);
+std::string Cell(HWND list, int row, int column);
+std::vector<std::string> Row(HWND list, int row, int columns);
+bool RowChecked(HWND list, int row);
+bool RowSelected(HWND list, int row);
+int FocusedRow(HWND list);               // -1 for none
+POINT RowPoint(HWND list, int row);      // in the row's name
+POINT RowCheckPoint(HWND list, int row); // in the row's check box
+
+// Tree views.
+struct TreeItem {
+    HTREEITEM item = nullptr;
+    int depth = 0;
+    std::string text;
+    bool checked = false;
+    int image = 0; // counted from 0
+};
+// Every node from the top down, children under their parents.
+std::vector<TreeItem> TreeItems(HWND tree);
+POINT TreeCheckPoint(HWND tree, HTREEITEM item); // scrolls the item into sight
+
+// The popup menu that is open on the desktop.
+HWND WaitForPopupMenu();
+bool PopupMenuOpen();
+
+// Whole desktop -----------------------------------------------------------------------------------
+
+std::optional<std::string> ClipboardText();
+HCURSOR ShownPointer();
+// Saves what the screen shows as a PNG file: all of it, or only `part`.
+void SaveScreenshot(const std::string& path, const std::optional<RECT>& part = {});
+
+std::string ReadFile(const std::string& path);
+
+} // namespace driver

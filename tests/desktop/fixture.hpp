@@ -1,0 +1,25 @@
+// What the desktop tests share.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "programs.hpp"
+#include "win32/resource.h"
+
+namespace driver {
+
+// The base of every suite: no stored configuration when a test begins.
+class DesktopTest : public testing::Test {
+  private:
+    SettingKeeper setting_;
+};
+
+// Puts a structure text into the form by the clipboard and builds the tree from it.
+void BuildTree(const DorvakWindow& dorvak, const std::string& structure_text);
+// The same, and then the parts list, which stands on its page when this returns.
+void FillList(const DorvakWindow& dorvak, const std::string& structure_text, int expected_rows);
+
+// One column of a list, from the top down.
+std::vector<std::string> Column(HWND list, int column);
+
+} // namespace driver

@@ -1,0 +1,160 @@
+#include "programs.hpp"
+
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+
+#include "text/text.hpp"
+#include "win32/resource.h"
+#include "win32/utf.hpp"
+
+namespace driver {
+namespace {
+
+constexpr ULONG_PTR kRemoteControl = 0x43534D31;
+constexpr const wchar_t* kSettingKey = L"Software\\Lumsek\\Pantrel";
+constexpr const wchar_t* kSettingName = L"export";
+
+std::vector<std::string> SessionArguments(const std::vector<std::string>& documents,
+                                          std::vector<std::string> arguments) {
+    for (const std::string& document : documents) {
+        const bool sample = document.find_first_of("/\\") == std::string::npos;
+        arguments.push_back(sample ? Environment("SAMPLES") + "\\" + document : document);
+    }
+    return arguments;
+}
+
+std::string WriteAndRead(const CatiaSession& session, const std::string& command) {
+    const std::string path = TemporaryPath("catia-session.txt");
+    session.Do(command + " " + path);
+    return ReadFile(path);
+}
+
+} // namespace
+
+std::string Environment(const std::string& name) {
+    const char* value = std::getenv(name.c_str());
+    if (value == nullptr) {
+        throw std::runtime_error("the environment variable " + name + " is missing");
+    }
+    return value;
+}
+
+std::string TemporaryPath(const std::string& file_name) {
+    return (std::filesystem::temp_directory_path() / file_name).string();
+}
+
+DorvakWindow::DorvakWindow()
+    : program_(Environment("DORVAK_EXE")), window_(program_.WaitForWindow("DorvakForm1")) {
+    BringToFront(window_);
+}
+
+void DorvakWindow::OpenPage(int page) const {
+    const HWND tabs = (*this)[ID_SSTab1];
+    ClickTab(tabs, page);
+    WaitUntil("the page", [&] { return Send(tabs, TCM_GETCURSEL) == page; });
+}
+
+std::string DorvakWindow::Status() const {
+    return StatusText((*this)[ID_StatusBar1], 0);
+}
+
+std::string DorvakWindow::Positions() const {
+    return StatusText((*this)[ID_StatusBar1], 1);
+}
+
+void DorvakWindow::WaitForStatus(const std::string& expected, Milliseconds limit) const {
+    WaitForText(
+        "the status", expected, [this] { return Status(); }, limit);
+}
+
+void DorvakWindow::Close() const {
+    PostMessageW(window_, WM_SYSCOMMAND, SC_CLOSE, 0);
+    program_.WaitForEnd();
+}
+
+CatiaSession::CatiaSession(const std::vector<std::string>& documents,
+                           const std::vector<std::string>& options)
+    : program_(Environment("CATIASIM_EXE"), SessionArguments(documents, options)),
+      window_(program_.WaitForWindow("CatiaSimWindow")) {
+    if (!documents.empty()) {
+        WaitUntil(
+            "an open document in the simulated session",
+            [this] { return Text(window_).starts_with("CATIA V5 - ["); }, Milliseconds(10000));
+    }
+}
+
+void CatiaSession::Do(const std::string& command) const {
+    std::string payload = command;
+    COPYDATASTRUCT data{};
+    data.dwData = kRemoteControl;
+    data.cbData = static_cast<DWORD>(payload.size());
+    data.lpData = payload.data();
+    if (Send(window_, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data)) != 1) {
+        throw std::runtime_error("the simulated session refuses: " + command);
+    }
+}
+
+std::vector<std::string> CatiaSession::Log() const {
+    std::vector<std::string> lines;
+    const std::string log = WriteAndRead(*this, "log write");
+    for (std::string_view line : text::Split(log, "\n")) {
+        if (line.ends_with('\r')) {
+            line.remove_suffix(1);
+        }
+        if (!line.empty()) {
+            lines.emplace_back(line);
+        }
+    }
+    return lines;
+}
+
+std::string CatiaSession::Drawing() const {
+    return WriteAndRead(*this, "drawing write");
+}
+
+bool IsLookup(const std::string& log_line) {
+    return log_line.starts_with("lookup ");
+}
+
+std::map<std::string, int> CallCounts(const std::vector<std::string>& log) {
+    std::map<std::string, int> counts;
+    for (const std::string& line : log) {
+        if (!IsLookup(line)) {
+            ++counts[line.substr(0, line.find_first_of("( "))];
+        }
+    }
+    return counts;
+}
+
+SettingKeeper::SettingKeeper() : kept_(Read()) {
+    Write({});
+}
+
+SettingKeeper::~SettingKeeper() {
+    Write(kept_);
+}
+
+std::optional<std::string> SettingKeeper::Read() {
+    DWORD size = 0;
+    if (RegGetValueW(HKEY_CURRENT_USER, kSettingKey, kSettingName, RRF_RT_REG_SZ, nullptr, nullptr,
+                     &size) != ERROR_SUCCESS) {
+        return {};
+    }
+    std::wstring value(size / sizeof(wchar_t), L'\0');
+    RegGetValueW(HKEY_CURRENT_USER, kSettingKey, kSettingName, RRF_RT_REG_SZ, nullptr, value.data(),
+                 &size);
+    return Narrow(value.substr(0, value.find(L'\0')));
+}
+
+void SettingKeeper::Write(const std::optional<std::string>& value) {
+    if (!value) {
+        RegDeleteKeyValueW(HKEY_CURRENT_USER, kSettingKey, kSettingName);
+        return;
+    }
+    const std::wstring wide = Widen(*value);
+    RegSetKeyValueW(HKEY_CURRENT_USER, kSettingKey, kSettingName, REG_SZ, wide.c_str(),
+                    static_cast<DWORD>((wide.size() + 1) * sizeof(wchar_t)));
+}
+
+} // namespace driver

@@ -1,0 +1,95 @@
+// The programs under test, each a running process with its window, and the fixture that all desktop
+// tests share. Where the programs stand is told by the environment: DORVAK_EXE, CATIASIM_EXE, and
+// SAMPLES for the folder with the sample documents.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "driver.hpp"
+
+namespace driver {
+
+// The value of an environment variable that must be there.
+std::string Environment(const std::string& name);
+// A path in the folder for temporary files.
+std::string TemporaryPath(const std::string& file_name);
+
+// Dorvak. Controls are named by the ids of its resources.
+class DorvakWindow {
+  public:
+    DorvakWindow();
+
+    [[nodiscard]] HWND Window() const { return window_; }
+    [[nodiscard]] const Program& Process() const { return program_; }
+    [[nodiscard]] HWND operator[](int id) const { return Control(window_, id); }
+
+    void OpenPage(int page) const; // pages count from 0
+    // Clicks a button on the page that is open.
+    void Press(int button) const { Click((*this)[button]); }
+
+    // The two panels of the status bar.
+    [[nodiscard]] std::string Status() const;
+    [[nodiscard]] std::string Positions() const;
+    void WaitForStatus(const std::string& expected, Milliseconds limit = kPatience) const;
+
+    // Closes the window as a person does and waits for the program's end.
+    void Close() const;
+
+  private:
+    Program program_;
+    HWND window_;
+};
+
+inline constexpr int kStructurePage = 0;
+inline constexpr int kEditPage = 1;
+inline constexpr int kExportPage = 2;
+inline constexpr int kImportPage = 3;
+inline constexpr int kSheetPage = 4;
+
+// The simulated CATIA session.
+class CatiaSession {
+  public:
+    // The first document is the active one. A name without a folder is a sample's.
+    explicit CatiaSession(const std::vector<std::string>& documents,
+                          const std::vector<std::string>& options = {});
+
+    [[nodiscard]] HWND Window() const { return window_; }
+    [[nodiscard]] const Program& Process() const { return program_; }
+
+    // Carries out a command of the simulated session's remote control.
+    void Do(const std::string& command) const;
+    // Every call since the log was cleared: member calls as they were made, and look-ups of
+    // members' names, which begin with "lookup ".
+    [[nodiscard]] std::vector<std::string> Log() const;
+    // The active drawing's content.
+    [[nodiscard]] std::string Drawing() const;
+
+  private:
+    Program program_;
+    HWND window_;
+};
+
+// Whether a line of the log is a look-up of a member's name.
+bool IsLookup(const std::string& log_line);
+// How often each member was called: {"Products.Item", 12}, ...
+std::map<std::string, int> CallCounts(const std::vector<std::string>& log);
+
+// The stored table configuration of the person who runs the tests: put away while one runs.
+class SettingKeeper {
+  public:
+    SettingKeeper();
+    ~SettingKeeper();
+    SettingKeeper(const SettingKeeper&) = delete;
+    SettingKeeper& operator=(const SettingKeeper&) = delete;
+
+    // The stored configuration; nothing where there is none.
+    static std::optional<std::string> Read();
+    static void Write(const std::optional<std::string>& value);
+
+  private:
+    std::optional<std::string> kept_;
+};
+
+} // namespace driver
