@@ -172,7 +172,7 @@ void MainWindow::CreateViews() {
 
     const HWND editing = pages_[1];
     AddList(editing, ID_ListView1, form_.ListView1,
-            {.column_widths = {204, 50, 50, 44, 96, 96, 98}, .check_boxes = true});
+            {.column_widths = {188, 50, 50, 44, 96, 96, 94}, .check_boxes = true});
     lists_.back()->can_drag = [this](std::size_t row) {
         const std::string& name = form_.ListView1.Row(row).text;
         return form_.ports.number_format.ReadNumber(name).value_or(0) != 0;
