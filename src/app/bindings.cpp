@@ -42,6 +42,18 @@ void BindActions(Form1& form) {
     Bind(form, form.ListView1.MenuKey, partslist::ListView1_MenuKey);
     Bind(form, form.m_Pridat.Click, partslist::m_Pridat_Click);
     Bind(form, form.m_Smazat.Click, partslist::m_Smazat_Click);
+    Bind(form, form.Combo1.KeyPress, partslist::Combo1_KeyPress);
+    Bind(form, form.Combo2.KeyPress, partslist::Combo2_KeyPress);
+    Bind(form, form.Combo3.KeyPress, partslist::Combo3_KeyPress);
+    Bind(form, form.Combo4.KeyPress, partslist::Combo4_KeyPress);
+    Bind(form, form.Command12.Click, partslist::Command12_Click);
+    Bind(form, form.Command13.Click, partslist::Command13_Click);
+    Bind(form, form.Command14.Click, partslist::Command14_Click);
+    Bind(form, form.Command15.Click, partslist::Command15_Click);
+    Bind(form, form.Command17.Click, partslist::Command17_Click);
+    Bind(form, form.Command17.MouseDown, partslist::Command17_MouseDown);
+    Bind(form, form.Command27.Click, partslist::Command27_Click);
+    Bind(form, form.Command27.MouseDown, partslist::Command27_MouseDown);
 
     Bind(form, form.Command19.Click, shell::Command19_Click);
     Bind(form, form.Command11.Click, tables::Command11_Click);

@@ -1,6 +1,6 @@
 #include "app/form_events.hpp"
 
-#include "partslist/pickers.hpp"
+#include "partslist/partslist.hpp"
 #include "shell/shell.hpp"
 
 namespace app {
@@ -44,7 +44,11 @@ void Run(Form1& form, const std::function<void()>& handler) {
 }
 
 void Close(Form1& form) {
+    if (form.closing) {
+        return;
+    }
     form.close_requested = true;
+    form.closing = true;
     Run(form, [&form] { Form_Unload(form); });
     form.unloaded = true;
 }
@@ -52,7 +56,8 @@ void Close(Form1& form) {
 } // namespace
 
 void Dispatch(Form1& form, const std::function<void()>& handler) {
-    if (form.close_requested) {
+    // Once the window is closed nothing new starts but the closing steps.
+    if (form.unloaded || (form.close_requested && !form.closing)) {
         return;
     }
     Run(form, handler);
@@ -90,6 +95,10 @@ void RequestClose(Form1& form) {
     } else {
         Close(form);
     }
+}
+
+void EndSession(Form1& form) {
+    Close(form);
 }
 
 } // namespace app

@@ -27,4 +27,8 @@ void Form_Resize(controls::Form1& form);
 // the closing steps are done, and the view then destroys the window.
 void RequestClose(controls::Form1& form);
 
+// Windows ends the session: the closing steps run now, even inside a running action, since the
+// process may not get to do anything later.
+void EndSession(controls::Form1& form);
+
 } // namespace app

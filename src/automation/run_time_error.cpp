@@ -17,6 +17,9 @@ RunTimeError TypeMismatch() {
 RunTimeError UserInterrupt() {
     return {18, "User interrupt occurred"};
 }
+RunTimeError FileNotFound() {
+    return {53, "File not found"};
+}
 RunTimeError ObjectVariableNotSet() {
     return {91, "Object variable or With block variable not set"};
 }
@@ -31,6 +34,9 @@ RunTimeError CannotCreateObject() {
 }
 RunTimeError MemberNotSupported() {
     return {438, "Object doesn't support this property or method"};
+}
+RunTimeError CancelSelected() {
+    return {32755, "Cancel was selected."};
 }
 RunTimeError IndexOutOfBounds() {
     return {35600, "Index out of bounds"};

@@ -26,11 +26,13 @@ RunTimeError Overflow();             // 6
 RunTimeError SubscriptOutOfRange();  // 9
 RunTimeError TypeMismatch();         // 13
 RunTimeError UserInterrupt();        // 18
+RunTimeError FileNotFound();         // 53
 RunTimeError ObjectVariableNotSet(); // 91
 RunTimeError InvalidPropertyValue(); // 380
 RunTimeError ObjectRequired();       // 424
 RunTimeError CannotCreateObject();   // 429
 RunTimeError MemberNotSupported();   // 438
+RunTimeError CancelSelected();       // 32755
 RunTimeError IndexOutOfBounds();     // 35600
 RunTimeError ElementNotFound();      // 35601
 RunTimeError KeyNotUnique();         // 35602

@@ -17,6 +17,7 @@ namespace controls {
 inline constexpr int kLeftButton = 1;
 inline constexpr int kRightButton = 2;
 inline constexpr int kShiftHeld = 1;
+inline constexpr int kEnterKey = 13;
 
 template <typename... Arguments>
 using Event = std::function<void(Arguments...)>;
@@ -51,14 +52,19 @@ class Button : public Control {
         Changed();
     }
 
-    // A button whose click nothing is bound to is shown disabled.
-    [[nodiscard]] bool Enabled() const { return static_cast<bool>(Click); }
+    // A button whose click nothing is bound to is shown disabled, whatever it was set to.
+    [[nodiscard]] bool Enabled() const { return enabled_ && Click; }
+    void SetEnabled(bool enabled) {
+        enabled_ = enabled;
+        Changed();
+    }
 
     Event<> Click;
     Event<int, int, int, int> MouseDown; // button, shift state, x, y
 
   private:
     std::string caption_;
+    bool enabled_ = true;
 };
 
 class CheckBox : public Control {
@@ -132,7 +138,14 @@ class ComboBox : public Control {
         Changed();
     }
 
+    void AddItem(std::string item) {
+        items_.push_back(std::move(item));
+        Changed();
+    }
+
     void UserChange(std::string text) { text_ = std::move(text); }
+
+    Event<int> KeyPress; // the key's character code, kEnterKey for Enter
 
   private:
     std::string label_;
@@ -206,6 +219,18 @@ struct MenuItem {
 
     [[nodiscard]] bool IsSeparator() const { return caption.empty(); }
     [[nodiscard]] bool Enabled() const { return static_cast<bool>(Click); }
+};
+
+// The file dialog that saving and opening share. It keeps its file name and its settings between
+// uses.
+struct FileDialog {
+    std::string file_name; // with its folder, once one was chosen; empty for none
+    std::string title;
+    std::string filter; // caption and pattern, separated by "|"
+    std::string initial_folder;
+    bool path_must_exist = false;
+    bool file_must_exist = false;
+    bool cancel_is_error = false; // cancelling raises 32755 instead of leaving the file name
 };
 
 struct PopupMenu {

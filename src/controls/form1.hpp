@@ -21,7 +21,12 @@ extern const std::string_view kSampleStructure;
 // The main window: one of each control under its form name, the window's own properties, and the
 // values that actions keep between one another.
 struct Form1 {
-    explicit Form1(const platform::Ports& platform_ports) : ports(platform_ports) {}
+    explicit Form1(const platform::Ports& platform_ports) : ports(platform_ports) {
+        // A picker and its button wait for the first click on a row.
+        for (Button* apply : {&Command12, &Command13, &Command14, &Command15}) {
+            apply->SetEnabled(false);
+        }
+    }
     Form1(const Form1&) = delete;
     Form1& operator=(const Form1&) = delete;
 
@@ -41,6 +46,9 @@ struct Form1 {
     // once; everything else waits for the next refresh.
     std::function<void()> show_now;
     std::function<void(PopupMenu&, PopupPlace)> show_popup;
+    // Show the file dialog; true when a file was chosen, whose name then stands in the dialog.
+    std::function<bool(FileDialog&)> show_save_dialog;
+    std::function<bool(FileDialog&)> show_open_dialog;
 
     // Top strip
     CheckBox Check2{"On Top"};
@@ -73,6 +81,7 @@ struct Form1 {
     Button Command15{""};
     Button Command17{"Uložení  tabulky"};
     Button Command27{"Otevreni tabulky"};
+    FileDialog CMD;
 
     // "Export tabulky"
     TextBox Text2{std::string(kDefaultConfiguration)};
@@ -138,9 +147,11 @@ struct Form1 {
     std::uint64_t pressed_row = 0;
     std::size_t pressed_index = 0;
 
-    // How many handlers run inside one another, and whether the person closed the window meanwhile.
+    // How many handlers run inside one another; whether the person has closed the window, whether
+    // the closing steps have begun, and whether they are done.
     int running_handlers = 0;
     bool close_requested = false;
+    bool closing = false;
     bool unloaded = false;
 };
 

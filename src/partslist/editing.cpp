@@ -22,9 +22,10 @@ void NumberSheets(ListView& list) {
     }
 }
 
-void ShowInPicker(controls::ComboBox& picker, const std::string& value) {
+void ShowInPicker(controls::ComboBox& picker, controls::Button& apply, const std::string& value) {
     picker.SetText(value);
     picker.SetEnabled(true);
+    apply.SetEnabled(true);
 }
 
 void Drop(Form1& form, int x, int y) {
@@ -74,10 +75,10 @@ void ListView1_Click(Form1& form) {
     if (!row) {
         return;
     }
-    ShowInPicker(form.Combo1, list.SubItem(*row, kMaterial));
-    ShowInPicker(form.Combo2, list.SubItem(*row, kSize));
-    ShowInPicker(form.Combo3, list.SubItem(*row, kNote));
-    ShowInPicker(form.Combo4, list.SubItem(*row, kQuantity));
+    ShowInPicker(form.Combo1, form.Command12, list.SubItem(*row, kMaterial));
+    ShowInPicker(form.Combo2, form.Command13, list.SubItem(*row, kSize));
+    ShowInPicker(form.Combo3, form.Command14, list.SubItem(*row, kNote));
+    ShowInPicker(form.Combo4, form.Command15, list.SubItem(*row, kQuantity));
 }
 
 void ListView1_ItemCheck(Form1& form, std::size_t row) {

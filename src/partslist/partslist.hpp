@@ -9,6 +9,12 @@
 //   ListView1_MenuKey    the popup menu by keyboard
 //   m_Pridat_Click       "Přidat"
 //   m_Smazat_Click       "Smazat"
+//   Combo1_KeyPress to Combo4_KeyPress  a key in a picker: Enter applies its text
+//   Command12_Click to Command15_Click  the picture buttons beside the pickers, likewise
+//   Command17_Click      "Uložení  tabulky": the list into a chosen file
+//   Command17_MouseDown  the right button on it: the list into the working file
+//   Command27_Click      "Otevreni tabulky": the list from a chosen file
+//   Command27_MouseDown  the right button on it: the list from the working file
 #pragma once
 
 #include "controls/form1.hpp"
@@ -34,5 +40,24 @@ void ListView1_MouseUp(Form1& form, int button, int shift, int x, int y);
 void ListView1_MenuKey(Form1& form);
 void m_Pridat_Click(Form1& form);
 void m_Smazat_Click(Form1& form);
+
+void Combo1_KeyPress(Form1& form, int key);
+void Combo2_KeyPress(Form1& form, int key);
+void Combo3_KeyPress(Form1& form, int key);
+void Combo4_KeyPress(Form1& form, int key);
+void Command12_Click(Form1& form);
+void Command13_Click(Form1& form);
+void Command14_Click(Form1& form);
+void Command15_Click(Form1& form);
+
+// Load and save the remembered values of a picker, one per line in the file of its tag's name
+// beside the program. What fails is shown on the status line, by both in the words of saving.
+void Nacist_List(Form1& form, controls::ComboBox& list);
+void Ulozit_List(Form1& form, const controls::ComboBox& list);
+
+void Command17_Click(Form1& form);
+void Command17_MouseDown(Form1& form, int button, int shift, int x, int y);
+void Command27_Click(Form1& form);
+void Command27_MouseDown(Form1& form, int button, int shift, int x, int y);
 
 } // namespace partslist

@@ -1,9 +1,109 @@
-#include "partslist/pickers.hpp"
+#include <algorithm>
+
+#include "partslist/partslist.hpp"
+#include "shell/shell.hpp"
+#include "text/text.hpp"
 
 namespace partslist {
 
-void Nacist_List(controls::Form1& /*form*/, controls::ComboBox& /*list*/) {}
+namespace {
 
-void Ulozit_List(controls::Form1& /*form*/, const controls::ComboBox& /*list*/) {}
+using controls::ComboBox;
+
+// Gives the picker's text to the field of every selected row, and remembers it.
+void Apply(Form1& form, ComboBox& picker, Field field) {
+    controls::ListView& list = form.ListView1;
+    const std::string value = picker.Text();
+    for (std::size_t row = 1; row <= list.Count(); ++row) {
+        if (list.Row(row).selected) {
+            list.SetSubItem(row, field, value);
+        }
+    }
+    if (std::ranges::find(picker.Items(), value) == picker.Items().end()) {
+        picker.AddItem(value);
+    }
+}
+
+void ApplyOnEnter(Form1& form, ComboBox& picker, Field field, int key) {
+    if (key == controls::kEnterKey) {
+        Apply(form, picker, field);
+    }
+}
+
+std::string ValueFile(Form1& form, const ComboBox& picker) {
+    return form.ports.files.ProgramFolder() + "\\" + picker.Tag() + ".txt";
+}
+
+bool IsBlank(std::string_view value) {
+    return text::TrimBlanks(value).empty();
+}
+
+// The words of saving, for loading too.
+void ReportError(Form1& form, const automation::RunTimeError& error) {
+    shell::stat(form, "Ulozeni Error " + shell::ErrorText(error));
+}
+
+} // namespace
+
+void Combo1_KeyPress(Form1& form, int key) {
+    ApplyOnEnter(form, form.Combo1, kMaterial, key);
+}
+void Combo2_KeyPress(Form1& form, int key) {
+    ApplyOnEnter(form, form.Combo2, kSize, key);
+}
+void Combo3_KeyPress(Form1& form, int key) {
+    ApplyOnEnter(form, form.Combo3, kNote, key);
+}
+void Combo4_KeyPress(Form1& form, int key) {
+    ApplyOnEnter(form, form.Combo4, kQuantity, key);
+}
+
+void Command12_Click(Form1& form) {
+    Combo1_KeyPress(form, controls::kEnterKey);
+}
+void Command13_Click(Form1& form) {
+    Combo2_KeyPress(form, controls::kEnterKey);
+}
+void Command14_Click(Form1& form) {
+    Combo3_KeyPress(form, controls::kEnterKey);
+}
+void Command15_Click(Form1& form) {
+    Combo4_KeyPress(form, controls::kEnterKey);
+}
+
+void Nacist_List(Form1& form, ComboBox& list) {
+    shell::Trap(
+        [&] {
+            const std::string path = ValueFile(form, list);
+            const std::string file = form.ports.files.Read(path);
+            for (const std::string_view line : text::Lines(file)) {
+                if (!IsBlank(line)) {
+                    list.AddItem(std::string(line));
+                }
+            }
+            shell::stat(form, "Nacteni ok " + path);
+        },
+        [&](const automation::RunTimeError& error) { ReportError(form, error); });
+}
+
+void Ulozit_List(Form1& form, const ComboBox& list) {
+    if (list.Items().empty()) {
+        return;
+    }
+    shell::Trap(
+        [&] {
+            const std::string path = ValueFile(form, list);
+            std::string file;
+            for (const std::string& value : list.Items()) {
+                if (!IsBlank(value)) {
+                    file += value;
+                    file += "\r\n";
+                }
+            }
+            form.ports.files.Write(path, file);
+            shell::stat(form, "Ulozeni ok " + path);
+        },
+        [&](const automation::RunTimeError& error) { ReportError(form, error); });
+}
 
 } // namespace partslist

@@ -78,6 +78,27 @@ class MessageBoxes {
     // The default handling of an error that no action trapped: a box with its number and
     // description, titled with the program's title.
     virtual void ShowError(const automation::RunTimeError& error) = 0;
+    // A question with the buttons Yes and No, titled with the program's title.
+    virtual bool AskYesNo(std::string_view question) = 0;
+};
+
+// Files in the system's 8-bit code page. Paths are UTF-8 with backslashes.
+class Files {
+  public:
+    virtual ~Files() = default;
+
+    // The folder that the program stands in, without a backslash at its end.
+    virtual std::string ProgramFolder() = 0;
+    virtual bool Exists(std::string_view path) = 0;
+    // Makes the folder where it is not there yet; its parent exists. Ignores a failure.
+    virtual void MakeFolder(std::string_view path) = 0;
+    // The whole file, decoded from the code page. Raises 53 (file not found) and the other classic
+    // errors of opening and reading.
+    virtual std::string Read(std::string_view path) = 0;
+    // Writes the whole file, encoded in the code page; a character that it lacks is written as its
+    // best fit. The file is either the new one or, on an error, the old one, never a part of
+    // either.
+    virtual void Write(std::string_view path, std::string_view text) = 0;
 };
 
 struct Ports {
@@ -87,6 +108,7 @@ struct Ports {
     AutomationServers& automation_servers;
     NumberFormat& number_format;
     MessageBoxes& message_boxes;
+    Files& files;
 };
 
 } // namespace platform

@@ -64,6 +64,19 @@ std::vector<std::string_view> Split(std::string_view whole, std::string_view sep
     return pieces;
 }
 
+std::vector<std::string_view> Lines(std::string_view file) {
+    auto lines = Split(file, "\n");
+    if (lines.back().empty()) {
+        lines.pop_back();
+    }
+    for (std::string_view& line : lines) {
+        if (line.ends_with('\r')) {
+            line.remove_suffix(1);
+        }
+    }
+    return lines;
+}
+
 std::string_view TrimBlanks(std::string_view whole) {
     const std::size_t first = whole.find_first_not_of(' ');
     if (first == std::string_view::npos) {
@@ -106,6 +119,10 @@ std::string PlainDecimal(double number) {
 bool StartsWithIgnoringCase(std::string_view whole, std::string_view part) {
     return whole.size() >= part.size() &&
            std::equal(part.begin(), part.end(), whole.begin(), EqualIgnoringCase);
+}
+
+bool EqualsIgnoringCase(std::string_view left, std::string_view right) {
+    return left.size() == right.size() && StartsWithIgnoringCase(left, right);
 }
 
 bool ContainsIgnoringCase(std::string_view whole, std::string_view part) {

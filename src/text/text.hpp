@@ -12,6 +12,10 @@ namespace text {
 // included. The empty text gives one empty piece.
 std::vector<std::string_view> Split(std::string_view whole, std::string_view separator);
 
+// The lines of a text file: each ends with CR LF or LF alone, the last one may also end with the
+// file. A CR elsewhere belongs to its line. An empty file has no line.
+std::vector<std::string_view> Lines(std::string_view file);
+
 // `whole` without the blanks (only U+0020) at both ends.
 std::string_view TrimBlanks(std::string_view whole);
 
@@ -34,6 +38,9 @@ std::string PlainDecimal(double number);
 
 // Whether `whole` contains `part`, which is ASCII, without regard to the case of ASCII letters.
 bool ContainsIgnoringCase(std::string_view whole, std::string_view part);
+
+// Whether the texts are the same, compared like ContainsIgnoringCase.
+bool EqualsIgnoringCase(std::string_view left, std::string_view right);
 
 // Whether `whole` begins with `part`, compared like ContainsIgnoringCase.
 bool StartsWithIgnoringCase(std::string_view whole, std::string_view part);

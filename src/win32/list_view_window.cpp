@@ -116,8 +116,10 @@ void ListViewWindow::PushSelection() {
     const auto current = list_.CurrentRow();
     if (current && !HasItemState(ToItem(*current), LVIS_FOCUSED)) {
         SetItemState(ToItem(*current), LVIS_FOCUSED, LVIS_FOCUSED);
-    } else if (!current) {
-        SetItemState(-1, 0, LVIS_FOCUSED);
+    } else if (const int focused = ListView_GetNextItem(window_, -1, LVNI_FOCUSED);
+               !current && focused >= 0) {
+        // Not for all rows at once, which takes seconds for a long list.
+        SetItemState(focused, 0, LVIS_FOCUSED);
     }
 }
 
@@ -326,7 +328,10 @@ LRESULT ListViewWindow::OnRightButtonDown(LPARAM l) {
     SetFocus(window_);
     if (const auto row = RowAt(at)) {
         if (!HasItemState(ToItem(*row), LVIS_SELECTED)) {
-            SetItemState(-1, 0, LVIS_SELECTED);
+            for (int item = ListView_GetNextItem(window_, -1, LVNI_SELECTED); item >= 0;
+                 item = ListView_GetNextItem(window_, item, LVNI_SELECTED)) {
+                SetItemState(item, 0, LVIS_SELECTED);
+            }
         }
         SetItemState(ToItem(*row), LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
     }

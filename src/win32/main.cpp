@@ -1,6 +1,7 @@
 // The program: its surroundings on Windows, the form, its window.
 #include "app/form_events.hpp"
 #include "win32/com_client.hpp"
+#include "win32/files.hpp"
 #include "win32/main_window.hpp"
 #include "win32/ports.hpp"
 
@@ -30,7 +31,8 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     win32::ComServers servers;
     win32::UserNumberFormat number_format;
     win32::WindowMessageBoxes message_boxes;
-    controls::Form1 form({desktop, settings, events, servers, number_format, message_boxes});
+    win32::CodePageFiles files;
+    controls::Form1 form({desktop, settings, events, servers, number_format, message_boxes, files});
 
     win32::MainWindow window(form);
     events.do_events = [&window] { window.DoEvents(); };

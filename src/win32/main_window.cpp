@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "app/form_events.hpp"
+#include "win32/file_dialogs.hpp"
 #include "win32/resource.h"
 #include "win32/utf.hpp"
 
@@ -82,6 +83,12 @@ MainWindow::MainWindow(controls::Form1& form) : form_(form) {
     form_.show_popup = [this](controls::PopupMenu& menu, controls::PopupPlace place) {
         ShowPopup(menu, place);
     };
+    form_.show_save_dialog = [this](controls::FileDialog& dialog) {
+        return ShowSaveDialog(window_, dialog);
+    };
+    form_.show_open_dialog = [this](controls::FileDialog& dialog) {
+        return ShowOpenDialog(window_, dialog);
+    };
     RefreshPlace();
     ApplyDpi(dpi_);
 }
@@ -89,6 +96,8 @@ MainWindow::MainWindow(controls::Form1& form) : form_(form) {
 MainWindow::~MainWindow() {
     form_.show_now = nullptr;
     form_.show_popup = nullptr;
+    form_.show_save_dialog = nullptr;
+    form_.show_open_dialog = nullptr;
     if (window_ != nullptr) {
         DestroyWindow(window_);
     }
@@ -141,8 +150,9 @@ void MainWindow::AddTextBox(HWND page, int id, controls::TextBox& text_box) {
 }
 
 void MainWindow::AddComboBox(HWND page, int id, int label_id, controls::ComboBox& combo_box) {
-    combo_boxes_.push_back(std::make_unique<ComboBoxView>(GetDlgItem(page, id),
-                                                          GetDlgItem(page, label_id), combo_box));
+    combo_boxes_.push_back(
+        std::make_unique<ComboBoxView>(GetDlgItem(page, id), GetDlgItem(page, label_id), combo_box,
+                                       [this](const auto& event) { RunEvent(event); }));
 }
 
 void MainWindow::AddList(HWND page, int id, controls::ListView& list, ListViewWindow::Look look) {
@@ -313,8 +323,11 @@ void MainWindow::RunEvent(const std::function<void()>& event) {
     Pull();
     event();
     if (form_.unloaded) {
-        // Not now: the control whose event this is may still be at work.
-        PostMessageW(window_, kDestroyMessage, 0, 0);
+        // Not now: the control whose event this is may still be at work. An action that runs ends
+        // first.
+        if (form_.running_handlers == 0) {
+            PostMessageW(window_, kDestroyMessage, 0, 0);
+        }
     } else {
         Refresh(Thoroughness::kComplete);
     }
@@ -511,9 +524,11 @@ std::optional<LRESULT> MainWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
     case WM_CLOSE:
         RunEvent([this] { app::RequestClose(form_); });
         return 0;
+    case WM_QUERYENDSESSION:
+        return TRUE;
     case WM_ENDSESSION:
         if (w != FALSE) {
-            RunEvent([this] { app::RequestClose(form_); });
+            RunEvent([this] { app::EndSession(form_); });
         }
         return 0;
     case kDestroyMessage:
@@ -555,10 +570,14 @@ void MainWindow::OnCommand(int id, UINT code) {
             return;
         }
     }
-    if (code == CBN_EDITCHANGE || code == CBN_SELCHANGE) {
-        if (const auto found = std::ranges::find_if(combo_boxes_, is_source);
-            found != combo_boxes_.end()) {
+    if (const auto found = std::ranges::find_if(combo_boxes_, is_source);
+        found != combo_boxes_.end()) {
+        // The drop-down list may complete the text as it opens, and sets it as it closes.
+        if (code == CBN_EDITCHANGE || code == CBN_SELCHANGE || code == CBN_SELENDOK ||
+            code == CBN_CLOSEUP) {
             (*found)->Changed();
+        } else if (code == CBN_DROPDOWN) {
+            (*found)->FitDropDown();
         }
     }
 }

@@ -25,14 +25,6 @@ std::wstring KeyPath(std::string_view application, std::string_view section) {
     return L"Software\\" + Widen(application) + L"\\" + Widen(section);
 }
 
-// Of the 8-bit code page that the system's files and titles are in.
-std::string FromSystemCodePage(std::string_view bytes) {
-    std::wstring wide(bytes.size(), L'\0');
-    const int length = MultiByteToWideChar(CP_ACP, 0, bytes.data(), static_cast<int>(bytes.size()),
-                                           wide.data(), static_cast<int>(wide.size()));
-    return Narrow(std::wstring_view(wide).substr(0, static_cast<std::size_t>(length)));
-}
-
 BOOL CALLBACK VisitWindow(HWND window, LPARAM callback) {
     return (*reinterpret_cast<const Callback*>(callback))(
                reinterpret_cast<platform::WindowHandle>(window)) != 0
@@ -122,6 +114,11 @@ std::optional<double> UserNumberFormat::ReadNumber(std::string_view text) {
 void WindowMessageBoxes::ShowError(const automation::RunTimeError& error) {
     const std::string text = std::to_string(error.number) + "\n" + error.description;
     MessageBoxW(owner, Widen(text).c_str(), L"Dorvak", MB_OK | MB_ICONERROR);
+}
+
+bool WindowMessageBoxes::AskYesNo(std::string_view question) {
+    return MessageBoxW(owner, Widen(question).c_str(), L"Dorvak", MB_YESNO | MB_ICONQUESTION) ==
+           IDYES;
 }
 
 } // namespace win32

@@ -48,6 +48,7 @@ class UserNumberFormat : public platform::NumberFormat {
 class WindowMessageBoxes : public platform::MessageBoxes {
   public:
     void ShowError(const automation::RunTimeError& error) override;
+    bool AskYesNo(std::string_view question) override;
 
     HWND owner = nullptr;
 };

@@ -9,29 +9,45 @@ int Length(std::size_t size) {
     return static_cast<int>(size);
 }
 
-} // namespace
-
-std::wstring Widen(std::string_view text) {
-    if (text.empty()) {
+std::wstring Decode(UINT code_page, std::string_view bytes) {
+    if (bytes.empty()) {
         return {};
     }
-    const int length = Length(text.size());
-    std::wstring wide(
-        static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(), length, nullptr, 0)),
-        L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, text.data(), length, wide.data(), Length(wide.size()));
+    const int length = Length(bytes.size());
+    std::wstring wide(static_cast<std::size_t>(
+                          MultiByteToWideChar(code_page, 0, bytes.data(), length, nullptr, 0)),
+                      L'\0');
+    MultiByteToWideChar(code_page, 0, bytes.data(), length, wide.data(), Length(wide.size()));
     return wide;
 }
 
-std::string Narrow(std::wstring_view text) {
-    if (text.empty()) {
+std::string Encode(UINT code_page, std::wstring_view wide) {
+    if (wide.empty()) {
         return {};
     }
-    const int length = Length(text.size());
-    std::string narrow(static_cast<std::size_t>(WideCharToMultiByte(CP_UTF8, 0, text.data(), length,
-                                                                    nullptr, 0, nullptr, nullptr)),
-                       '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), length, narrow.data(), Length(narrow.size()),
+    const int length = Length(wide.size());
+    std::string bytes(static_cast<std::size_t>(WideCharToMultiByte(
+                          code_page, 0, wide.data(), length, nullptr, 0, nullptr, nullptr)),
+                      '\0');
+    WideCharToMultiByte(code_page, 0, wide.data(), length, bytes.data(), Length(bytes.size()),
                         nullptr, nullptr);
-    return narrow;
+    return bytes;
+}
+
+} // namespace
+
+std::wstring Widen(std::string_view text) {
+    return Decode(CP_UTF8, text);
+}
+
+std::string Narrow(std::wstring_view text) {
+    return Encode(CP_UTF8, text);
+}
+
+std::string FromSystemCodePage(std::string_view bytes) {
+    return Narrow(Decode(CP_ACP, bytes));
+}
+
+std::string ToSystemCodePage(std::string_view text) {
+    return Encode(CP_ACP, Widen(text));
 }

@@ -7,3 +7,8 @@
 // What is no valid UTF-8 or UTF-16 becomes the replacement character U+FFFD.
 std::wstring Widen(std::string_view text);
 std::string Narrow(std::wstring_view text);
+
+// Texts in the system's 8-bit code page, which files and window titles are in. A character that the
+// code page lacks becomes its best fit there.
+std::string FromSystemCodePage(std::string_view bytes);
+std::string ToSystemCodePage(std::string_view text);

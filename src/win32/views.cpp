@@ -2,6 +2,8 @@
 
 #include <windowsx.h>
 
+#include <algorithm>
+
 #include "win32/utf.hpp"
 
 namespace win32 {
@@ -9,6 +11,14 @@ namespace win32 {
 namespace {
 
 constexpr UINT_PTR kSubclass = 1;
+constexpr int kDroppedValues = 15; // of a picker, in sight at a time
+
+HWND EditOf(HWND combo_box) {
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    GetComboBoxInfo(combo_box, &info);
+    return info.hwndItem;
+}
 
 } // namespace
 
@@ -154,9 +164,17 @@ LRESULT CALLBACK TextBoxView::WindowProcedure(HWND window, UINT message, WPARAM 
     return result;
 }
 
-ComboBoxView::ComboBoxView(HWND window, HWND label, controls::ComboBox& combo_box)
-    : window_(window), combo_box_(combo_box) {
+ComboBoxView::ComboBoxView(HWND window, HWND label, controls::ComboBox& combo_box,
+                           RunEvent run_event)
+    : window_(window), edit_(EditOf(window)), combo_box_(combo_box),
+      run_event_(std::move(run_event)) {
     ShowText(label, combo_box_.Label());
+    SendMessageW(window_, CB_SETMINVISIBLE, kDroppedValues, 0);
+    SetWindowSubclass(edit_, EditProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+}
+
+ComboBoxView::~ComboBoxView() {
+    RemoveWindowSubclass(edit_, EditProcedure, kSubclass);
 }
 
 void ComboBoxView::Refresh() {
@@ -166,10 +184,6 @@ void ComboBoxView::Refresh() {
     const FlagWhile refreshing(refreshing_);
     shown_revision_ = combo_box_.Revision();
     const auto& items = combo_box_.Items();
-    if (items.size() < shown_items_) {
-        ComboBox_ResetContent(window_);
-        shown_items_ = 0;
-    }
     for (; shown_items_ < items.size(); ++shown_items_) {
         ComboBox_AddString(window_, Widen(items[shown_items_]).c_str());
     }
@@ -187,6 +201,50 @@ void ComboBoxView::Pull() {
     if (combo_box_.Revision() == shown_revision_) {
         combo_box_.UserChange(ReadText(window_));
     }
+}
+
+void ComboBoxView::FitDropDown() const {
+    RECT field;
+    RECT form;
+    GetWindowRect(window_, &field);
+    GetWindowRect(GetAncestor(window_, GA_ROOT), &form);
+    const int margins = field.bottom - field.top + GetSystemMetrics(SM_CXVSCROLL) / 2;
+
+    const HDC screen = GetDC(window_);
+    const HGDIOBJ before = SelectObject(screen, GetWindowFont(window_));
+    LONG widest = 0;
+    for (const std::string& item : combo_box_.Items()) {
+        const std::wstring text = Widen(item);
+        SIZE size{};
+        GetTextExtentPoint32W(screen, text.c_str(), static_cast<int>(text.size()), &size);
+        widest = std::max(widest, size.cx);
+    }
+    SelectObject(screen, before);
+    ReleaseDC(window_, screen);
+    const LONG width = std::clamp(widest + margins, field.right - field.left,
+                                  std::max(field.right - field.left, form.right - field.left));
+    SendMessageW(window_, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(width), 0);
+}
+
+// A dialog keeps Enter from its fields unless they ask for it.
+LRESULT CALLBACK ComboBoxView::EditProcedure(HWND edit, UINT message, WPARAM w, LPARAM l, UINT_PTR,
+                                             DWORD_PTR view) {
+    if (message == WM_GETDLGCODE) {
+        const LRESULT code = DefSubclassProc(edit, message, w, l);
+        const auto* asked = reinterpret_cast<const MSG*>(l);
+        return asked != nullptr && asked->wParam == VK_RETURN ? code | DLGC_WANTMESSAGE : code;
+    }
+    if (message == WM_CHAR && w == VK_RETURN) {
+        auto& self = *reinterpret_cast<ComboBoxView*>(view);
+        if (ComboBox_GetDroppedState(self.window_) != FALSE) {
+            DefSubclassProc(edit, message, w, l); // takes the value that is marked
+            ComboBox_ShowDropdown(self.window_, FALSE);
+        }
+        self.run_event_(
+            [&self] { controls::Raise(self.combo_box_.KeyPress, controls::kEnterKey); });
+        return 0;
+    }
+    return DefSubclassProc(edit, message, w, l);
 }
 
 void ListBoxView::Refresh() {

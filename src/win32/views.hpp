@@ -84,16 +84,26 @@ class TextBoxView {
 
 class ComboBoxView {
   public:
-    ComboBoxView(HWND window, HWND label, controls::ComboBox& combo_box);
+    ComboBoxView(HWND window, HWND label, controls::ComboBox& combo_box, RunEvent run_event);
+    ~ComboBoxView();
+    ComboBoxView(const ComboBoxView&) = delete;
+    ComboBoxView& operator=(const ComboBoxView&) = delete;
 
     [[nodiscard]] HWND Window() const { return window_; }
     void Refresh();
     void Pull();
     void Changed() { changed_by_person_ = changed_by_person_ || !refreshing_; }
+    // Makes the drop-down list wide enough for its values, within the window's width.
+    void FitDropDown() const;
 
   private:
+    static LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM w, LPARAM l, UINT_PTR id,
+                                          DWORD_PTR view);
+
     HWND window_;
+    HWND edit_; // the field inside
     controls::ComboBox& combo_box_;
+    RunEvent run_event_;
     std::uint64_t shown_revision_ = UINT64_MAX;
     std::size_t shown_items_ = 0;
     bool changed_by_person_ = false;

@@ -44,8 +44,31 @@ std::string TemporaryPath(const std::string& file_name) {
     return (std::filesystem::temp_directory_path() / file_name).string();
 }
 
-DorvakWindow::DorvakWindow()
-    : program_(Environment("DORVAK_EXE")), window_(program_.WaitForWindow("DorvakForm1")) {
+ProgramFolder::ProgramFolder() {
+    static int number = 0;
+    path_ = TemporaryPath("dorvak-test-" + std::to_string(GetCurrentProcessId()) + "-" +
+                          std::to_string(++number));
+    std::filesystem::remove_all(path_);
+    std::filesystem::create_directories(path_);
+    // The name that programs see, where the folder for temporary files has a short one too.
+    std::wstring full(32768, L'\0');
+    full.resize(GetLongPathNameW(Widen(path_).c_str(), full.data(), 32768));
+    path_ = Narrow(full);
+    std::filesystem::copy_file(Environment("DORVAK_EXE"), Path("Dorvak.exe"));
+}
+
+ProgramFolder::~ProgramFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+std::string ProgramFolder::Path(const std::string& file_name) const {
+    return file_name.empty() ? path_ : path_ + '\\' + file_name;
+}
+
+DorvakWindow::DorvakWindow(std::shared_ptr<const ProgramFolder> folder)
+    : folder_(std::move(folder)), program_(folder_->Path("Dorvak.exe")),
+      window_(program_.WaitForWindow("DorvakForm1")) {
     BringToFront(window_);
 }
 

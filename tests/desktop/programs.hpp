@@ -4,6 +4,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -16,10 +17,29 @@ std::string Environment(const std::string& name);
 // A path in the folder for temporary files.
 std::string TemporaryPath(const std::string& file_name);
 
+// A folder of its own with a copy of Dorvak.exe in it, so that the files that Dorvak keeps beside
+// itself are the test's own. It goes with the object.
+class ProgramFolder {
+  public:
+    ProgramFolder();
+    ~ProgramFolder();
+    ProgramFolder(const ProgramFolder&) = delete;
+    ProgramFolder& operator=(const ProgramFolder&) = delete;
+
+    // The path of a file in it; of the folder itself without a name.
+    [[nodiscard]] std::string Path(const std::string& file_name = {}) const;
+
+  private:
+    std::string path_;
+};
+
 // Dorvak. Controls are named by the ids of its resources.
 class DorvakWindow {
   public:
-    DorvakWindow();
+    // In a new folder, without a file beside it.
+    DorvakWindow() : DorvakWindow(std::make_shared<ProgramFolder>()) {}
+    // In a folder that stays for the next one.
+    explicit DorvakWindow(std::shared_ptr<const ProgramFolder> folder);
 
     [[nodiscard]] HWND Window() const { return window_; }
     [[nodiscard]] const Program& Process() const { return program_; }
@@ -38,6 +58,7 @@ class DorvakWindow {
     void Close() const;
 
   private:
+    std::shared_ptr<const ProgramFolder> folder_; // goes after the program
     Program program_;
     HWND window_;
 };

@@ -108,13 +108,51 @@ struct CzechNumbers : platform::NumberFormat {
 
 struct RecordedBoxes : platform::MessageBoxes {
     std::vector<automation::RunTimeError> shown;
+    std::vector<std::string> questions;
+    bool answer = true;
+
+    bool AskYesNo(std::string_view question) override {
+        questions.emplace_back(question);
+        return answer;
+    }
 
     void ShowError(const automation::RunTimeError& error) override { shown.push_back(error); }
 };
 
+// Files by their paths. A path can be made to fail, in reading or in writing.
+struct MemoryFiles : platform::Files {
+    std::map<std::string, std::string, std::less<>> stored;
+    std::map<std::string, automation::RunTimeError, std::less<>> failing;
+    std::vector<std::string> folders;
+
+    std::string ProgramFolder() override { return "C:\\Dorvak"; }
+    bool Exists(std::string_view path) override { return stored.contains(path); }
+    void MakeFolder(std::string_view path) override { folders.emplace_back(path); }
+    std::string Read(std::string_view path) override {
+        Fail(path);
+        const auto found = stored.find(path);
+        if (found == stored.end()) {
+            throw automation::FileNotFound();
+        }
+        return found->second;
+    }
+    void Write(std::string_view path, std::string_view text) override {
+        Fail(path);
+        stored[std::string(path)] = text;
+    }
+
+  private:
+    void Fail(std::string_view path) {
+        if (const auto found = failing.find(path); found != failing.end()) {
+            throw found->second;
+        }
+    }
+};
+
 class HeadlessForm {
   public:
-    HeadlessForm() : form({desktop, settings, events, servers, number_format, message_boxes}) {
+    HeadlessForm()
+        : form({desktop, settings, events, servers, number_format, message_boxes, files}) {
         form.hWnd = kFormWindow;
         form.Width = 9600;
         form.Height = 7155;
@@ -126,6 +164,13 @@ class HeadlessForm {
         };
         form.show_popup = [this](controls::PopupMenu& menu, controls::PopupPlace place) {
             popups.emplace_back(menu.caption, place);
+        };
+        form.show_save_dialog = form.show_open_dialog = [this](controls::FileDialog& dialog) {
+            dialogs.push_back(dialog);
+            if (chosen_file) {
+                dialog.file_name = *chosen_file;
+            }
+            return chosen_file.has_value();
         };
         // A list whose rows are one pixel high.
         form.ListView1.HitTest = [this](int, int y) -> std::optional<std::size_t> {
@@ -153,7 +198,11 @@ class HeadlessForm {
     SessionServers servers;
     CzechNumbers number_format;
     RecordedBoxes message_boxes;
-    std::vector<std::string> messages; // that the status line has shown, in their order
+    MemoryFiles files;
+    // What the person does in the file dialog: the file chosen, nothing for cancelling.
+    std::optional<std::string> chosen_file;
+    std::vector<controls::FileDialog> dialogs; // as they were shown
+    std::vector<std::string> messages;         // that the status line has shown, in their order
     std::vector<std::pair<std::string, controls::PopupPlace>> popups;
 
     controls::Form1 form;
