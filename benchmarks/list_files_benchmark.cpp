@@ -27,9 +27,9 @@ controls::ListView EmptyList() {
 }
 
 void Count(benchmark::State& state) {
-    state.counters["per_row"] = benchmark::Counter(
-        static_cast<double>(state.range(0)),
-        benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["per_row"] = benchmark::Counter(static_cast<double>(state.range(0)),
+                                                   benchmark::Counter::kIsIterationInvariantRate |
+                                                       benchmark::Counter::kInvert);
 }
 
 void SaveList(benchmark::State& state) {

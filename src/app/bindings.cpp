@@ -2,6 +2,7 @@
 
 #include "app/form_events.hpp"
 #include "partslist/partslist.hpp"
+#include "sheets/sheets.hpp"
 #include "shell/shell.hpp"
 #include "structure/structure.hpp"
 #include "tables/tables.hpp"
@@ -57,6 +58,38 @@ void BindActions(Form1& form) {
 
     Bind(form, form.Command19.Click, shell::Command19_Click);
     Bind(form, form.Command11.Click, tables::Command11_Click);
+    Bind(form, form.Command7.Click, tables::Command7_Click);
+    Bind(form, form.Command16.Click, tables::Command16_Click);
+    Bind(form, form.Command30.Click, tables::Command30_Click);
+    Bind(form, form.Command6.Click, tables::Command6_Click);
+    Bind(form, form.Command8.Click, tables::Command8_Click);
+    Bind(form, form.m_poslat_jako_tabulku.Click, tables::m_poslat_jako_tabulku_Click);
+    Bind(form, form.m_vlozit_do_tabulky.Click, tables::m_vlozit_do_tabulky_Click);
+    Bind(form, form.m_Poslat_jako_text.Click, tables::m_Poslat_jako_text_Click);
+    Bind(form, form.Command10.Click, tables::Command10_Click);
+    Bind(form, form.Command9.Click, tables::Command9_Click);
+
+    Bind(form, form.Command21.Click, sheets::Command21_Click);
+    Bind(form, form.ListView3.Click, sheets::ListView3_Click);
+    Bind(form, form.ListView3.ItemCheck, sheets::ListView3_ItemCheck);
+    Bind(form, form.ListView3.MouseDown, sheets::ListView3_MouseDown);
+    Bind(form, form.ListView3.MouseUp, sheets::ListView3_MouseUp);
+    Bind(form, form.ListView3.MenuKey, sheets::ListView3_MenuKey);
+    Bind(form, form.m_Sheet_pridej.Click, sheets::m_Sheet_pridej_Click);
+    Bind(form, form.m_Sheet_smaz.Click, sheets::m_Sheet_smaz_Click);
+    Bind(form, form.Text5.KeyPress, sheets::Text5_KeyPress);
+    Bind(form, form.Command28.Click, sheets::Command28_Click);
+    Bind(form, form.Command35.Click, sheets::Command35_Click);
+    Bind(form, form.Command20.Click, sheets::Command20_Click);
+    Bind(form, form.Command22.Click, sheets::Command22_Click);
+    Bind(form, form.Command23.Click, sheets::Command23_Click);
+    Bind(form, form.Command24.Click, sheets::Command24_Click);
+    Bind(form, form.Command25.Click, sheets::Command25_Click);
+    Bind(form, form.Command34.Click, sheets::Command34_Click);
+    Bind(form, form.Command29.Click, sheets::Command29_Click);
+    Bind(form, form.Command33.Click, sheets::Command33_Click);
+    Bind(form, form.Command32.Click, sheets::Command32_Click);
+    Bind(form, form.Command31.Click, sheets::Command31_Click);
 }
 
 } // namespace app

@@ -18,6 +18,10 @@ DrawingSheets DrawingDocument::Sheets() const {
     return DrawingSheets(object_->get({"DrawingDocument", "Sheets"}).AsObject());
 }
 
+DrawingRoot DrawingDocument::DrawingRoot() const {
+    return catia::DrawingRoot(object_->get({"DrawingDocument", "DrawingRoot"}).AsObject());
+}
+
 Document Application::ActiveDocument() const {
     return Document(object_->get({"Application", "ActiveDocument"}).AsObject());
 }

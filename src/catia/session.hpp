@@ -41,6 +41,7 @@ class DrawingDocument {
     explicit DrawingDocument(const Document& document) : object_(document.object()) {}
 
     [[nodiscard]] DrawingSheets Sheets() const;
+    [[nodiscard]] catia::DrawingRoot DrawingRoot() const;
 
   private:
     automation::ObjectPtr object_;

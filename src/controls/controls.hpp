@@ -113,6 +113,8 @@ class TextBox : public Control {
     // What the person typed, which the view shows already.
     void UserChange(std::string text) { text_ = std::move(text); }
 
+    Event<int> KeyPress; // the key's character code, kEnterKey for Enter
+
   private:
     std::string text_;
     std::uint64_t replacements_ = 0;

@@ -18,6 +18,30 @@ extern const std::string_view kDefaultConfiguration;
 // A structure text to try the program with before CATIA's is read: five assemblies, 24 parts.
 extern const std::string_view kSampleStructure;
 
+// The sub-items of a row of the parts list, ListView1; the row's own text is the part's name.
+enum PartField : std::size_t {
+    kPosition = 1, // "Poz."
+    kQuantity = 2, // "kusů"
+    kSheet = 3,    // "List"
+    kMaterial = 4, // "Material"
+    kSize = 5,     // "Velikost"
+    kNote = 6,     // "Poznámka"
+};
+
+// The sub-items of a row of the sheet list, ListView3; the row's own text is the sheet's name in
+// CATIA, and its tag the mark of a detail sheet.
+enum SheetField : std::size_t {
+    kNewName = 1, // "Přejmenovaní"
+    kSortKey = 2, // without a caption
+};
+
+// A row that the mouse went down on, by its id (0 for none), and the number of the first row of
+// that name, which is the one that a drop moves.
+struct Drag {
+    std::uint64_t row = 0;
+    std::size_t index = 0;
+};
+
 // The main window: one of each control under its form name, the window's own properties, and the
 // values that actions keep between one another.
 struct Form1 {
@@ -134,6 +158,11 @@ struct Form1 {
                         {&m_poslat_jako_tabulku, &m_vlozit_do_tabulky, &m_od2, &m_Poslat_jako_text,
                          &m_od1, &m_Pridat, &m_Smazat}};
 
+    // Popup menu of the sheet list
+    MenuItem m_Sheet_pridej{"Pridat", {}};
+    MenuItem m_Sheet_smaz{"Smazat", {}};
+    PopupMenu m_sheets{"Sheets", {&m_Sheet_pridej, &m_Sheet_smaz}};
+
     // Detection of CATIA: whether the enumeration has seen a window of a session.
     bool CatiaNalezena = false;
 
@@ -142,10 +171,9 @@ struct Form1 {
     int PocetSestav = 0;
     int PocetPartu = 0;
 
-    // Dragging in the parts list: the row that the mouse went down on, by its id (0 for none), and
-    // the number of the first row of that name.
-    std::uint64_t pressed_row = 0;
-    std::size_t pressed_index = 0;
+    // Dragging in the parts list and in the sheet list.
+    Drag parts_drag;
+    Drag sheets_drag;
 
     // How many handlers run inside one another; whether the person has closed the window, whether
     // the closing steps have begun, and whether they are done.

@@ -45,6 +45,13 @@ class ListView : public Control {
     [[nodiscard]] std::optional<std::size_t> CurrentRow() const { return current_; }
     void SetCurrentRow(std::optional<std::size_t> row);
 
+    // The tip that the view shows while the mouse rests on the list.
+    [[nodiscard]] const std::string& ToolTip() const { return tool_tip_; }
+    void SetToolTip(std::string tip) {
+        tool_tip_ = std::move(tip);
+        Changed();
+    }
+
     [[nodiscard]] std::optional<std::size_t> RowWithId(std::uint64_t id) const;
     // The first row of that name.
     [[nodiscard]] std::optional<std::size_t> RowWithText(std::string_view text) const;
@@ -91,6 +98,7 @@ class ListView : public Control {
     std::vector<std::string> columns_;
     std::vector<ListRow> rows_;
     std::uint64_t last_id_ = 0;
+    std::string tool_tip_;
     std::optional<std::size_t> current_;
     std::optional<std::size_t> sorted_by_;
     std::optional<std::size_t> row_to_show_;

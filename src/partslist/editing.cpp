@@ -1,4 +1,5 @@
 #include "partslist/partslist.hpp"
+#include "shell/list_gestures.hpp"
 #include "shell/shell.hpp"
 #include "text/text.hpp"
 
@@ -30,13 +31,8 @@ void ShowInPicker(controls::ComboBox& picker, controls::Button& apply, const std
 
 void Drop(Form1& form, int x, int y) {
     ListView& list = form.ListView1;
-    const auto pressed = list.RowWithId(form.pressed_row);
+    const auto pressed = shell::DraggedRow(form, list, form.parts_drag);
     if (!pressed) {
-        return;
-    }
-    // Only rows whose name is a number other than zero can be dragged.
-    const std::string pressed_name = list.Row(*pressed).text;
-    if (form.ports.number_format.ReadNumber(pressed_name).value_or(0) == 0) {
         return;
     }
     const auto target = list.HitTest(x, y);
@@ -44,25 +40,11 @@ void Drop(Form1& form, int x, int y) {
         return;
     }
     const std::string target_name = list.Row(*target).text;
-    if (target_name.empty() || target_name == pressed_name) {
+    if (target_name.empty() || target_name == list.Row(*pressed).text) {
         return;
     }
-
-    // The rows are put in order by their positions, which get a digit more for it: the dragged row
-    // sorts just before the target's position or just after it.
-    const std::size_t target_index = list.RowWithText(target_name).value_or(0);
-    const std::string target_position = list.SubItem(*target, kPosition);
-    const std::size_t moved = form.pressed_index;
-    list.SetSubItem(moved, kPosition, target_position + (target_index < moved ? "1" : "3"));
-    for (std::size_t row = 1; row <= list.Count(); ++row) {
-        if (row != moved) {
-            list.SetSubItem(row, kPosition, list.SubItem(row, kPosition) + "2");
-        }
-    }
-    list.SetSorted(kPosition);
-    shell::DoEvents(form);
-    list.SetSorted(std::nullopt);
-
+    shell::MoveRow(form, list, kPosition, form.parts_drag.index, *target,
+                   list.RowWithText(target_name).value_or(0));
     NumberPositions(list);
     NumberSheets(list);
 }
@@ -82,14 +64,8 @@ void ListView1_Click(Form1& form) {
 }
 
 void ListView1_ItemCheck(Form1& form, std::size_t row) {
-    ListView& list = form.ListView1;
-    const bool checked = list.Row(row).checked;
-    for (std::size_t other = 1; other <= list.Count(); ++other) {
-        if (list.Row(other).selected) {
-            list.SetChecked(other, checked);
-        }
-    }
-    NumberSheets(list);
+    shell::CheckSelectedRows(form.ListView1, row);
+    NumberSheets(form.ListView1);
 }
 
 void ListView1_MouseDown(Form1& form, int button, int /*shift*/, int x, int y) {
@@ -97,15 +73,7 @@ void ListView1_MouseDown(Form1& form, int button, int /*shift*/, int x, int y) {
         form.show_popup(form.m_Tabulka, controls::PopupPlace::kPointer);
         return;
     }
-    const ListView& list = form.ListView1;
-    const auto row = list.HitTest(x, y);
-    if (!row) {
-        form.pressed_row = 0;
-        return;
-    }
-    form.pressed_row = list.Row(*row).id;
-    // By name: with duplicate names it is the first row of that name that moves.
-    form.pressed_index = list.RowWithText(list.Row(*row).text).value_or(0);
+    shell::PressRow(form.ListView1, form.parts_drag, x, y);
 }
 
 void ListView1_MouseUp(Form1& form, int button, int /*shift*/, int x, int y) {

@@ -23,15 +23,7 @@ namespace partslist {
 
 using controls::Form1;
 
-// The sub-items of a parts-list row; the row's own text is the part's name.
-enum Field : std::size_t {
-    kPosition = 1, // "Poz."
-    kQuantity = 2, // "kusů"
-    kSheet = 3,    // "List"
-    kMaterial = 4, // "Material"
-    kSize = 5,     // "Velikost"
-    kNote = 6,     // "Poznámka"
-};
+using enum controls::PartField;
 
 void ListView1_Click(Form1& form);
 void ListView1_ItemCheck(Form1& form, std::size_t row);

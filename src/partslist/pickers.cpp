@@ -11,7 +11,7 @@ namespace {
 using controls::ComboBox;
 
 // Gives the picker's text to the field of every selected row, and remembers it.
-void Apply(Form1& form, ComboBox& picker, Field field) {
+void Apply(Form1& form, ComboBox& picker, controls::PartField field) {
     controls::ListView& list = form.ListView1;
     const std::string value = picker.Text();
     for (std::size_t row = 1; row <= list.Count(); ++row) {
@@ -24,7 +24,7 @@ void Apply(Form1& form, ComboBox& picker, Field field) {
     }
 }
 
-void ApplyOnEnter(Form1& form, ComboBox& picker, Field field, int key) {
+void ApplyOnEnter(Form1& form, ComboBox& picker, controls::PartField field, int key) {
     if (key == controls::kEnterKey) {
         Apply(form, picker, field);
     }

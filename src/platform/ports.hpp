@@ -71,6 +71,25 @@ class NumberFormat {
     virtual std::optional<double> ReadNumber(std::string_view text) = 0;
 };
 
+// The system's 8-bit code page.
+class CodePage {
+  public:
+    virtual ~CodePage() = default;
+
+    // The character that the code page has at `code`, as UTF-8.
+    virtual std::string Character(unsigned char code) = 0;
+};
+
+class Clock {
+  public:
+    virtual ~Clock() = default;
+
+    // Local time, in seconds with their fraction.
+    virtual float SecondsSinceMidnight() = 0;
+};
+
+enum class Answer { kYes, kNo, kCancel };
+
 class MessageBoxes {
   public:
     virtual ~MessageBoxes() = default;
@@ -80,6 +99,11 @@ class MessageBoxes {
     virtual void ShowError(const automation::RunTimeError& error) = 0;
     // A question with the buttons Yes and No, titled with the program's title.
     virtual bool AskYesNo(std::string_view question) = 0;
+    // A question with the buttons Yes, No and Cancel; closing the box is Cancel.
+    virtual Answer AskYesNoCancel(std::string_view question, std::string_view title) = 0;
+    // A line of text asked for, with a proposed answer. Empty when the person cancels.
+    virtual std::string AskText(std::string_view prompt, std::string_view title,
+                                std::string_view proposal) = 0;
 };
 
 // Files in the system's 8-bit code page. Paths are UTF-8 with backslashes.
@@ -109,6 +133,8 @@ struct Ports {
     NumberFormat& number_format;
     MessageBoxes& message_boxes;
     Files& files;
+    CodePage& code_page;
+    Clock& clock;
 };
 
 } // namespace platform

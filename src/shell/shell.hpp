@@ -45,6 +45,9 @@ void SaveConfigurationSetting(const Form1& form);
 // (user interrupt) when the person has closed the window, which ends the running action.
 void DoEvents(Form1& form);
 
+// An error as the status line shows it: the number, a blank and the description.
+std::string ErrorText(const automation::RunTimeError& error);
+
 // The trap of an action: runs `body`, and where that raises an error, `handler` with it. Nothing
 // but an action traps, and each at most once; what was done before the error stays done.
 template <typename Body, typename Handler>
@@ -62,8 +65,11 @@ void TrapSilently(Body&& body) {
     Trap(body, [](const automation::RunTimeError&) {});
 }
 
-// An error as the status line shows it: the number, a blank and the description.
-std::string ErrorText(const automation::RunTimeError& error);
+// The trap of actions that show the error on the status line.
+template <typename Body>
+void TrapToStatus(Form1& form, Body&& body) {
+    Trap(body, [&form](const automation::RunTimeError& error) { stat(form, ErrorText(error)); });
+}
 
 // Whether a window of this title belongs to a CATIA V5 session: the title begins with
 // "CATIASessionWnd" or "CATIA V5", in any letter case. The words further in do not count.

@@ -8,8 +8,8 @@ namespace structure {
 
 namespace {
 
-constexpr std::size_t kPosition = 1;
-constexpr std::size_t kQuantity = 2;
+using enum controls::PartField;
+
 constexpr std::size_t kSummaryQuantity = 1;
 
 } // namespace

@@ -8,7 +8,7 @@ void Command1_Click(Form1& form) {
     form.ListView1.Clear();
     for (std::size_t i = 1; i <= kRows; ++i) {
         const std::size_t row = form.ListView1.Add(std::string(1, static_cast<char>('@' + i)));
-        form.ListView1.SetSubItem(row, 1, text::FourDigits(i));
+        form.ListView1.SetSubItem(row, controls::kPosition, text::FourDigits(i));
     }
 }
 

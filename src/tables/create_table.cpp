@@ -1,10 +1,11 @@
 #include <cmath>
 #include <limits>
+#include <string_view>
 
 #include "automation/run_time_error.hpp"
-#include "catia/session.hpp"
 #include "shell/shell.hpp"
 #include "tables/configuration.hpp"
+#include "tables/drawing_action.hpp"
 #include "tables/tables.hpp"
 #include "text/text.hpp"
 
@@ -15,7 +16,21 @@ namespace {
 constexpr int kColumns = 7;
 constexpr int kColumnWidth = 20; // mm, until every column gets its own
 constexpr std::size_t kName = 0;
-constexpr std::size_t kPosition = 1;
+
+// A new table, and what it was asked to be.
+struct NewTable {
+    catia::DrawingTable table;
+    const Configuration& configuration;
+    int rows;
+};
+
+// What tells the ways of creating a table apart; everything else is the same.
+struct Manner {
+    std::string_view widths_key;
+    int (*rows)(const controls::ListView& list, const Configuration& configuration);
+    bool anchor_before_row_height;
+    void (*fill)(Form1& form, const NewTable& created);
+};
 
 int WholeNumber(double number) {
     const double rounded = std::nearbyint(number);
@@ -42,10 +57,46 @@ automation::Value CellValue(const controls::ListView& list, std::size_t row,
         return list.Row(row).text;
     }
     const std::string& value = list.SubItem(row, field);
-    if (field == kPosition) {
+    if (field == controls::kPosition) {
         return text::LeadingNumber(value);
     }
     return value;
+}
+
+std::string Progress(int row, int rows) {
+    return std::to_string(row) + "/" + std::to_string(rows);
+}
+
+int RowsForTheList(const controls::ListView& list, const Configuration& configuration) {
+    return WholeNumber(static_cast<double>(list.Count()) + 1 + configuration.free_rows);
+}
+
+// From the bottom up: the first row of the list stands at the bottom of the table.
+void FillWithTheList(Form1& form, const NewTable& created) {
+    const int free_rows = WholeNumber(created.configuration.free_rows);
+    for (int row = created.rows; row >= free_rows + 2; --row) {
+        shell::stat(form, "Catie doplnuje radku " + Progress(row, created.rows));
+        shell::DoEvents(form);
+        const auto list_row = static_cast<std::size_t>(created.rows + 1 - row);
+        for (int column = 1; column <= kColumns; ++column) {
+            const std::string& slot =
+                created.configuration.column_order.at(static_cast<std::size_t>(column - 1));
+            created.table.SetCellString(row, column, CellValue(form.ListView1, list_row, slot));
+        }
+    }
+}
+
+int HeaderAndOneRow(const controls::ListView& /*list*/, const Configuration& /*configuration*/) {
+    return 2;
+}
+
+// The last column stays empty.
+void FillWithTheCurrentRow(Form1& form, const NewTable& created) {
+    const auto values = PartValues(form.ListView1, CurrentPart(form));
+    created.table.SetCellString(2, 1, values[0]); // written twice, as it always was
+    for (std::size_t value = 0; value < values.size(); ++value) {
+        created.table.SetCellString(2, static_cast<int>(value) + 1, values[value]);
+    }
 }
 
 void SetRowFont(const catia::DrawingTable& table, int row, double size,
@@ -59,42 +110,42 @@ void SetRowFont(const catia::DrawingTable& table, int row, double size,
     }
 }
 
-std::string Progress(int row, int rows) {
-    return std::to_string(row) + "/" + std::to_string(rows);
+void SetHeaderRowHeight(Form1& form, const NewTable& created) {
+    shell::stat(form, "Catie upravuje velikost 1 radku");
+    created.table.SetrowSize(1, created.configuration.header_row_height);
 }
 
-void CreateTable(Form1& form) {
-    const Configuration configuration = ParseConfiguration(form.Text2.Text(), "/sirka");
-    shell::SetMousePointer(form, controls::MousePointer::kHourglass);
-    const int free_rows = WholeNumber(configuration.free_rows);
-    const int rows =
-        WholeNumber(static_cast<double>(form.ListView1.Count()) + 1 + configuration.free_rows);
+void SetAnchorPoint(Form1& form, const NewTable& created) {
+    if (created.configuration.anchor_point) {
+        shell::stat(form, "Catie upravuje pocatecni bod");
+        created.table.SetAnchorPoint(*created.configuration.anchor_point);
+    }
+}
 
-    shell::stat(form, "Cekam na Catii");
-    const catia::Application application = shell::CatiaApplication(form);
-    const catia::Document document = application.ActiveDocument();
-    if (!text::ContainsIgnoringCase(document.Name(), ".CATDrawing")) {
-        shell::stat(form, "Neni aktivni CATDrawing");
+void CreateTable(Form1& form, const Manner& manner) {
+    const Configuration configuration = ParseConfiguration(form.Text2.Text(), manner.widths_key);
+    shell::SetMousePointer(form, controls::MousePointer::kHourglass);
+    const int rows = manner.rows(form.ListView1, configuration);
+    const auto drawing = OpenActiveDrawing(form);
+    if (!drawing) {
         shell::SetMousePointer(form, controls::MousePointer::kDefault);
         return;
     }
-    // Part of the fixed opening of a drawing action: a document without a selection fails here,
-    // before anything is drawn.
-    static_cast<void>(document.Selection());
-    const catia::DrawingTables tables =
-        catia::DrawingDocument(document).Sheets().ActiveSheet().Views().ActiveView().Tables();
+    const catia::DrawingTables tables = drawing->view.Tables();
 
     shell::stat(form, "Catie vytvari tabulku");
     shell::DoEvents(form);
-    const catia::DrawingTable table = tables.Add(configuration.x, configuration.y, rows, kColumns,
-                                                 configuration.body_row_height, kColumnWidth);
+    const NewTable created{tables.Add(configuration.x, configuration.y, rows, kColumns,
+                                      configuration.body_row_height, kColumnWidth),
+                           configuration, rows};
+    const catia::DrawingTable& table = created.table;
 
-    shell::stat(form, "Catie upravuje velikost 1 radku");
-    table.SetrowSize(1, configuration.header_row_height);
-
-    if (configuration.anchor_point) {
-        shell::stat(form, "Catie upravuje pocatecni bod");
-        table.SetAnchorPoint(*configuration.anchor_point);
+    if (manner.anchor_before_row_height) {
+        SetAnchorPoint(form, created);
+        SetHeaderRowHeight(form, created);
+    } else {
+        SetHeaderRowHeight(form, created);
+        SetAnchorPoint(form, created);
     }
 
     shell::stat(form, "Catie upravuje sirku slopcu");
@@ -116,22 +167,12 @@ void CreateTable(Form1& form) {
                             configuration.headers.at(static_cast<std::size_t>(column - 1)));
     }
 
-    // From the bottom up: the first row of the list stands at the bottom of the table.
-    for (int row = rows; row >= free_rows + 2; --row) {
-        shell::stat(form, "Catie doplnuje radku " + Progress(row, rows));
-        shell::DoEvents(form);
-        const auto list_row = static_cast<std::size_t>(rows + 1 - row);
-        for (int column = 1; column <= kColumns; ++column) {
-            const std::string& slot =
-                configuration.column_order.at(static_cast<std::size_t>(column - 1));
-            table.SetCellString(row, column, CellValue(form.ListView1, list_row, slot));
-        }
-    }
+    manner.fill(form, created);
 
     if (configuration.line_thickness) {
         shell::stat(form, "Catie meni tlousku cary");
         // The document that is active now: the user may have switched while the table was written.
-        const catia::Selection selection = application.ActiveDocument().Selection();
+        const catia::Selection selection = drawing->application.ActiveDocument().Selection();
         selection.Add(table);
         selection.VisProperties().SetRealWidth(*configuration.line_thickness, 1);
     }
@@ -140,15 +181,33 @@ void CreateTable(Form1& form) {
     shell::SetMousePointer(form, controls::MousePointer::kDefault);
 }
 
-} // namespace
-
-void Command11_Click(Form1& form) {
+// On an error the status line keeps the last announcement, which tells at which step the run
+// stopped, and the pointer stays busy.
+void RunCreation(Form1& form, const Manner& manner) {
     if (form.ListView1.Count() == 0 || !shell::Spusteni_Catie(form)) {
         return;
     }
-    // On an error the status line keeps the last announcement, which tells at which step the run
-    // stopped, and the pointer stays busy.
-    shell::TrapSilently([&form] { CreateTable(form); });
+    shell::TrapSilently([&] { CreateTable(form, manner); });
+}
+
+} // namespace
+
+void Command11_Click(Form1& form) {
+    RunCreation(form, {.widths_key = "/sirka",
+                       .rows = RowsForTheList,
+                       .anchor_before_row_height = false,
+                       .fill = FillWithTheList});
+}
+
+void Command7_Click(Form1& form) {
+    RunCreation(form, {.widths_key = "/sirka1",
+                       .rows = HeaderAndOneRow,
+                       .anchor_before_row_height = true,
+                       .fill = FillWithTheCurrentRow});
+}
+
+void m_poslat_jako_tabulku_Click(Form1& form) {
+    Command7_Click(form);
 }
 
 } // namespace tables

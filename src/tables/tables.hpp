@@ -1,7 +1,20 @@
-// Drawing tables made from the parts list.
+// Drawing tables made from the parts list, and read back into it.
 //
 // Actions:
-//   Command11_Click  "Vytvorení"
+//   Command11_Click  "Vytvorení": the list as a new table
+//   Command7_Click   "Export 1 tabulky": the current row as a new table
+//   Command16_Click  "Export do tabulky": the current row into the selected table
+//   Command30_Click  "Exportovat do tabulky": the list into the selected table
+//   Command6_Click   "Export jako text": the current row as loose texts
+//   Command8_Click   "text": a trial text
+//   Command10_Click  "Parametry": the selected table's layout
+//   Command9_Click   "Tabulka": the selected table's layout and rows
+//   m_poslat_jako_tabulku_Click  "Poslat jako tabulku": as Command7
+//   m_vlozit_do_tabulky_Click    "Poslat do tabulky": as Command16
+//   m_Poslat_jako_text_Click     "Poslat jako text": as Command6
+//
+// They end silently when something fails: the status line keeps the last announcement, which tells
+// how far they came, and what was already done in CATIA stays.
 #pragma once
 
 #include "controls/form1.hpp"
@@ -11,5 +24,15 @@ namespace tables {
 using controls::Form1;
 
 void Command11_Click(Form1& form);
+void Command7_Click(Form1& form);
+void Command16_Click(Form1& form);
+void Command30_Click(Form1& form);
+void Command6_Click(Form1& form);
+void Command8_Click(Form1& form);
+void Command10_Click(Form1& form);
+void Command9_Click(Form1& form);
+void m_poslat_jako_tabulku_Click(Form1& form);
+void m_vlozit_do_tabulky_Click(Form1& form);
+void m_Poslat_jako_text_Click(Form1& form);
 
 } // namespace tables

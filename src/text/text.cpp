@@ -85,6 +85,17 @@ std::string_view TrimBlanks(std::string_view whole) {
     return whole.substr(first, whole.find_last_not_of(' ') - first + 1);
 }
 
+std::string_view WithoutFirstCharacter(std::string_view whole) {
+    constexpr unsigned kContinuationMask = 0xC0;
+    constexpr unsigned kContinuation = 0x80;
+    std::size_t second = std::min<std::size_t>(1, whole.size());
+    while (second < whole.size() &&
+           (static_cast<unsigned char>(whole[second]) & kContinuationMask) == kContinuation) {
+        ++second;
+    }
+    return whole.substr(second);
+}
+
 double LeadingNumber(std::string_view whole) {
     return ReadNumber(whole).value;
 }

@@ -19,6 +19,9 @@ std::vector<std::string_view> Lines(std::string_view file);
 // `whole` without the blanks (only U+0020) at both ends.
 std::string_view TrimBlanks(std::string_view whole);
 
+// `whole` from its second character on; a character may be several bytes.
+std::string_view WithoutFirstCharacter(std::string_view whole);
+
 // The number at the beginning of `whole`: an optional sign, digits with an optional "." among them,
 // an optional exponent. Leading blanks are skipped and whatever follows the number is ignored; "."
 // is the decimal separator in every locale. 0 where there is no number, and where the number is

@@ -70,6 +70,9 @@ ListViewWindow::ListViewWindow(HWND window, controls::ListView& list, Look look,
 ListViewWindow::~ListViewWindow() {
     list_.HitTest = nullptr;
     RemoveWindowSubclass(window_, WindowProcedure, kSubclass);
+    if (tool_tip_ != nullptr) {
+        DestroyWindow(tool_tip_);
+    }
 }
 
 void ListViewWindow::SetDpi(UINT dpi) const {
@@ -102,7 +105,31 @@ void ListViewWindow::Refresh() {
     if (const auto row = list_.TakeRowToShow(); row && *row <= shown_count_) {
         ListView_EnsureVisible(window_, ToItem(*row), FALSE);
     }
+    RefreshToolTip();
     InvalidateRect(window_, nullptr, FALSE);
+}
+
+void ListViewWindow::RefreshToolTip() {
+    if (list_.ToolTip() == shown_tool_tip_) {
+        return;
+    }
+    shown_tool_tip_ = list_.ToolTip();
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof tool;
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.hwnd = window_;
+    tool.uId = reinterpret_cast<UINT_PTR>(window_);
+    std::wstring text = Widen(shown_tool_tip_);
+    tool.lpszText = text.data();
+    if (tool_tip_ == nullptr) {
+        // Without an owner: Wine does not put a window on top that owns another.
+        tool_tip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                                    WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, nullptr,
+                                    nullptr, GetModuleHandleW(nullptr), nullptr);
+        SendMessageW(tool_tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    }
+    SendMessageW(tool_tip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
+    SendMessageW(tool_tip_, TTM_ACTIVATE, shown_tool_tip_.empty() ? FALSE : TRUE, 0);
 }
 
 void ListViewWindow::PushSelection() {
@@ -364,7 +391,8 @@ bool ListViewWindow::OnKeyDown(WPARAM key) {
         return true;
     case VK_F2:
         Pull();
-        if (const auto row = list_.CurrentRow()) {
+        if (const auto row = list_.CurrentRow();
+            row && (GetWindowLongPtrW(window_, GWL_STYLE) & LVS_EDITLABELS) != 0) {
             SendMessageW(window_, LVM_EDITLABELW, static_cast<WPARAM>(ToItem(*row)), 0);
         }
         return true;
@@ -407,7 +435,8 @@ void ListViewWindow::DragOver(POINT at) {
         }
     }
     const auto row = RowAt(at);
-    const bool lands = row && dragged_row_ != 0 && *row != dragged_row_;
+    const bool lands =
+        row && dragged_row_ != 0 && *row != dragged_row_ && (!can_drop_on || can_drop_on(*row));
     ShowDropMark(lands ? row : std::nullopt);
     SetCursor(LoadCursorW(nullptr, lands || dragged_row_ == row ? IDC_ARROW : IDC_NO));
 }

@@ -39,6 +39,8 @@ class ListViewWindow {
     // Whether a row may be dragged by the mouse; shows where it would land while it is dragged.
     // Rows cannot be dragged where this is not set.
     std::function<bool(std::size_t row)> can_drag;
+    // Whether a dragged row may be dropped on that row; on every one where this is not set.
+    std::function<bool(std::size_t row)> can_drop_on;
 
   private:
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
@@ -58,6 +60,7 @@ class ListViewWindow {
     [[nodiscard]] std::optional<std::size_t> RowAt(POINT at, UINT* flags = nullptr) const;
     void Toggle(std::size_t row);
     void PushSelection();
+    void RefreshToolTip();
     void SetItemState(int item, UINT state, UINT mask) const;
     [[nodiscard]] bool HasItemState(int item, UINT state) const;
     void CopySelection() const;
@@ -74,6 +77,8 @@ class ListViewWindow {
     bool selection_changed_ = false; // by the person
     bool refreshing_ = false;
     std::wstring display_text_;
+    HWND tool_tip_ = nullptr;
+    std::string shown_tool_tip_;
 
     bool left_down_ = false;
     bool on_check_box_ = false;

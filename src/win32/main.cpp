@@ -32,7 +32,10 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     win32::UserNumberFormat number_format;
     win32::WindowMessageBoxes message_boxes;
     win32::CodePageFiles files;
-    controls::Form1 form({desktop, settings, events, servers, number_format, message_boxes, files});
+    win32::SystemCodePage code_page;
+    win32::SystemClock clock;
+    controls::Form1 form({desktop, settings, events, servers, number_format, message_boxes, files,
+                          code_page, clock});
 
     win32::MainWindow window(form);
     events.do_events = [&window] { window.DoEvents(); };

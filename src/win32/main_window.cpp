@@ -146,7 +146,8 @@ void MainWindow::AddCheckBox(HWND page, int id, controls::CheckBox& check_box) {
 }
 
 void MainWindow::AddTextBox(HWND page, int id, controls::TextBox& text_box) {
-    text_boxes_.push_back(std::make_unique<TextBoxView>(GetDlgItem(page, id), text_box));
+    text_boxes_.push_back(std::make_unique<TextBoxView>(
+        GetDlgItem(page, id), text_box, [this](const auto& event) { RunEvent(event); }));
 }
 
 void MainWindow::AddComboBox(HWND page, int id, int label_id, controls::ComboBox& combo_box) {
@@ -159,6 +160,10 @@ void MainWindow::AddList(HWND page, int id, controls::ListView& list, ListViewWi
     lists_.push_back(
         std::make_unique<ListViewWindow>(GetDlgItem(page, id), list, std::move(look),
                                          [this](const auto& event) { RunEvent(event); }));
+}
+
+bool MainWindow::HasNumberForName(const controls::ListView& list, std::size_t row) const {
+    return form_.ports.number_format.ReadNumber(list.Row(row).text).value_or(0) != 0;
 }
 
 void MainWindow::CreateViews() {
@@ -184,8 +189,7 @@ void MainWindow::CreateViews() {
     AddList(editing, ID_ListView1, form_.ListView1,
             {.column_widths = {188, 50, 50, 44, 96, 96, 94}, .check_boxes = true});
     lists_.back()->can_drag = [this](std::size_t row) {
-        const std::string& name = form_.ListView1.Row(row).text;
-        return form_.ports.number_format.ReadNumber(name).value_or(0) != 0;
+        return HasNumberForName(form_.ListView1, row);
     };
     AddComboBox(editing, ID_Combo1, ID_Combo1_Label, form_.Combo1);
     AddComboBox(editing, ID_Combo2, ID_Combo2_Label, form_.Combo2);
@@ -217,6 +221,14 @@ void MainWindow::CreateViews() {
     const HWND sheets = pages_[4];
     AddList(sheets, ID_ListView3, form_.ListView3,
             {.column_widths = {154, 154, 0}, .check_boxes = true});
+    // Detail sheets stay where they are.
+    const auto is_working_sheet = [this](std::size_t row) {
+        return form_.ListView3.Row(row).tag.empty();
+    };
+    lists_.back()->can_drag = [this, is_working_sheet](std::size_t row) {
+        return HasNumberForName(form_.ListView3, row) && is_working_sheet(row);
+    };
+    lists_.back()->can_drop_on = is_working_sheet;
     AddButton(sheets, ID_Command21, form_.Command21);
     AddTextBox(sheets, ID_Text5, form_.Text5);
     picture_buttons_.push_back(&AddButton(sheets, ID_Command28, form_.Command28));
@@ -428,6 +440,8 @@ void MainWindow::ShowPopup(const controls::PopupMenu& menu, controls::PopupPlace
         {&form_.m_Poslat_jako_text, ID_m_Poslat_jako_text},
         {&form_.m_Pridat, ID_m_Pridat},
         {&form_.m_Smazat, ID_m_Smazat},
+        {&form_.m_Sheet_pridej, ID_m_Sheet_pridej},
+        {&form_.m_Sheet_smaz, ID_m_Sheet_smaz},
     };
     const Owned<HMENU> popup(CreatePopupMenu());
     for (const controls::MenuItem* item : menu.items) {

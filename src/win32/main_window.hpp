@@ -49,6 +49,8 @@ class MainWindow {
     void AddTextBox(HWND page, int id, controls::TextBox& text_box);
     void AddComboBox(HWND page, int id, int label_id, controls::ComboBox& combo_box);
     void AddList(HWND page, int id, controls::ListView& list, ListViewWindow::Look look);
+    // What a row needs to be dragged: a number other than zero.
+    [[nodiscard]] bool HasNumberForName(const controls::ListView& list, std::size_t row) const;
     void ApplyDpi(UINT dpi);
 
     void RunEvent(const std::function<void()>& event);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "win32/com_client.hpp"
+#include "win32/input_box.hpp"
 #include "win32/utf.hpp"
 
 namespace win32 {
@@ -111,6 +112,17 @@ std::optional<double> UserNumberFormat::ReadNumber(std::string_view text) {
     return number;
 }
 
+std::string SystemCodePage::Character(unsigned char code) {
+    return FromSystemCodePage(std::string(1, static_cast<char>(code)));
+}
+
+float SystemClock::SecondsSinceMidnight() {
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    const int seconds = (now.wHour * 60 + now.wMinute) * 60 + now.wSecond;
+    return static_cast<float>(seconds + now.wMilliseconds / 1000.0);
+}
+
 void WindowMessageBoxes::ShowError(const automation::RunTimeError& error) {
     const std::string text = std::to_string(error.number) + "\n" + error.description;
     MessageBoxW(owner, Widen(text).c_str(), L"Dorvak", MB_OK | MB_ICONERROR);
@@ -119,6 +131,24 @@ void WindowMessageBoxes::ShowError(const automation::RunTimeError& error) {
 bool WindowMessageBoxes::AskYesNo(std::string_view question) {
     return MessageBoxW(owner, Widen(question).c_str(), L"Dorvak", MB_YESNO | MB_ICONQUESTION) ==
            IDYES;
+}
+
+platform::Answer WindowMessageBoxes::AskYesNoCancel(std::string_view question,
+                                                    std::string_view title) {
+    switch (MessageBoxW(owner, Widen(question).c_str(), Widen(title).c_str(),
+                        MB_YESNOCANCEL | MB_ICONQUESTION)) {
+    case IDYES:
+        return platform::Answer::kYes;
+    case IDNO:
+        return platform::Answer::kNo;
+    default:
+        return platform::Answer::kCancel;
+    }
+}
+
+std::string WindowMessageBoxes::AskText(std::string_view prompt, std::string_view title,
+                                        std::string_view proposal) {
+    return ShowInputBox(owner, prompt, title, proposal);
 }
 
 } // namespace win32

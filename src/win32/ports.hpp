@@ -45,10 +45,23 @@ class UserNumberFormat : public platform::NumberFormat {
     std::optional<double> ReadNumber(std::string_view text) override;
 };
 
+class SystemCodePage : public platform::CodePage {
+  public:
+    std::string Character(unsigned char code) override;
+};
+
+class SystemClock : public platform::Clock {
+  public:
+    float SecondsSinceMidnight() override;
+};
+
 class WindowMessageBoxes : public platform::MessageBoxes {
   public:
     void ShowError(const automation::RunTimeError& error) override;
     bool AskYesNo(std::string_view question) override;
+    platform::Answer AskYesNoCancel(std::string_view question, std::string_view title) override;
+    std::string AskText(std::string_view prompt, std::string_view title,
+                        std::string_view proposal) override;
 
     HWND owner = nullptr;
 };

@@ -16,6 +16,7 @@
 #define IDD_PAGE3 103
 #define IDD_PAGE4 104
 #define IDD_PAGE5 105
+#define IDD_INPUT_BOX 106
 
 // The page dialogs as children of the main window
 #define ID_PAGE1 201
@@ -92,3 +93,9 @@
 #define ID_m_Poslat_jako_text 2003
 #define ID_m_Pridat 2004
 #define ID_m_Smazat 2005
+#define ID_m_Sheet_pridej 2006
+#define ID_m_Sheet_smaz 2007
+
+// In the input box
+#define ID_InputBox_Prompt 2101
+#define ID_InputBox_Text 2102

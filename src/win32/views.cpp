@@ -96,8 +96,8 @@ void CheckBoxView::Click() {
     run_event_([this] { check_box_.SetValue(Button_GetCheck(window_) == BST_CHECKED ? 1 : 0); });
 }
 
-TextBoxView::TextBoxView(HWND window, controls::TextBox& text_box)
-    : window_(window), text_box_(text_box) {
+TextBoxView::TextBoxView(HWND window, controls::TextBox& text_box, RunEvent run_event)
+    : window_(window), text_box_(text_box), run_event_(std::move(run_event)) {
     SendMessageW(window_, EM_SETLIMITTEXT, 0, 0);
     SetWindowSubclass(window_, WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
@@ -152,10 +152,20 @@ LRESULT CALLBACK TextBoxView::WindowProcedure(HWND window, UINT message, WPARAM 
         SendMessageW(window, EM_SETSEL, 0, -1);
         return 0;
     }
+    auto& self = *reinterpret_cast<TextBoxView*>(view);
+    const bool wants_enter = static_cast<bool>(self.text_box_.KeyPress);
+    if (message == WM_CHAR && w == VK_RETURN && wants_enter) {
+        self.run_event_([&self] { controls::Raise(self.text_box_.KeyPress, controls::kEnterKey); });
+        return 0;
+    }
     const LRESULT result = DefSubclassProc(window, message, w, l);
     if (message == WM_SETTEXT) {
         // Multi-line edits do not notify of a text that an assistive program sets as a whole.
-        reinterpret_cast<TextBoxView*>(view)->Changed();
+        self.Changed();
+    }
+    if (message == WM_GETDLGCODE && wants_enter && l != 0 &&
+        reinterpret_cast<const MSG*>(l)->wParam == VK_RETURN) {
+        return result | DLGC_WANTMESSAGE; // the dialog keeps Enter from its fields otherwise
     }
     if (message == WM_GETDLGCODE && (GetWindowLongPtrW(window, GWL_STYLE) & ES_MULTILINE) != 0) {
         // The focus moved by the tab key does not select a whole multi-line text.

@@ -58,7 +58,7 @@ class CheckBoxView {
 
 class TextBoxView {
   public:
-    TextBoxView(HWND window, controls::TextBox& text_box);
+    TextBoxView(HWND window, controls::TextBox& text_box, RunEvent run_event);
     ~TextBoxView();
     TextBoxView(const TextBoxView&) = delete;
     TextBoxView& operator=(const TextBoxView&) = delete;
@@ -75,6 +75,7 @@ class TextBoxView {
 
     HWND window_;
     controls::TextBox& text_box_;
+    RunEvent run_event_;
     std::uint64_t shown_revision_ = UINT64_MAX;
     std::uint64_t shown_replacements_ = UINT64_MAX;
     std::size_t shown_length_ = 0; // of the control's text, in bytes

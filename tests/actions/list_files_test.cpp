@@ -360,8 +360,9 @@ struct SampleLists : ListFiles {
 TEST_F(SampleLists, ACompleteListIsRead) {
     LoadText(Bytes("prevodovka.tab"));
     EXPECT_EQ(Status(), "Nacteni ok 4");
-    EXPECT_EQ(RowTexts(list, 1), (Texts{"H\xF8\xED" "del", "0001", "1", "2", "11 600", "D25x120",
-                                        "kalit a brousit"}));
+    EXPECT_EQ(RowTexts(list, 1), (Texts{"H\xF8\xED"
+                                        "del",
+                                        "0001", "1", "2", "11 600", "D25x120", "kalit a brousit"}));
     EXPECT_EQ(list.Row(3).text, "\x8Aroub M8x25");
     EXPECT_TRUE(list.Row(2).checked);
     EXPECT_FALSE(list.Row(4).checked);
@@ -376,7 +377,9 @@ TEST_F(SampleLists, AFieldWithTheSeparatorShiftsTheOthersOutOfTheirPlaces) {
 TEST_F(SampleLists, MissingTrailingFieldsStayEmpty) {
     LoadText(Bytes("missing-fields.tab"));
     EXPECT_EQ(Status(), "Nacteni ok 3");
-    EXPECT_EQ(RowTexts(list, 2), (Texts{"\x8E" "ebro", "", "", "", "", "", ""}));
+    EXPECT_EQ(RowTexts(list, 2), (Texts{"\x8E"
+                                        "ebro",
+                                        "", "", "", "", "", ""}));
     EXPECT_EQ(RowTexts(list, 3), (Texts{"P\xF8\xEDruba", "0003", "2", "", "", "", ""}));
     EXPECT_TRUE(list.Row(3).checked);
 }
@@ -384,14 +387,17 @@ TEST_F(SampleLists, MissingTrailingFieldsStayEmpty) {
 TEST_F(SampleLists, ABlankLineStopsTheReadingThere) {
     LoadText(Bytes("blank-line.tab"));
     EXPECT_EQ(Status(), "Nacteni Error 9 Subscript out of range");
-    EXPECT_EQ(Column(list, 0), Texts{"\xC8" "ep"});
+    EXPECT_EQ(Column(list, 0), Texts{"\xC8"
+                                     "ep"});
 }
 
 TEST_F(SampleLists, AValueFileIsReadWithoutItsBlankLines) {
     files.stored["C:\\Dorvak\\Material.txt"] = Bytes("Material.txt");
     partslist::Nacist_List(form, form.Combo1);
-    EXPECT_EQ(form.Combo1.Items(),
-              (Texts{"ocel t\xF8. 11", "  dub  ", "litina \x9A" "ed\xE1", "S235"}));
+    EXPECT_EQ(form.Combo1.Items(), (Texts{"ocel t\xF8. 11", "  dub  ",
+                                          "litina \x9A"
+                                          "ed\xE1",
+                                          "S235"}));
 }
 
 } // namespace

@@ -306,16 +306,16 @@ TEST_F(PartsList, TheKeyboardShowsTheMenuAtTheCurrentRow) {
     EXPECT_EQ(popups[0].second, controls::PopupPlace::kCurrentRow);
 }
 
-TEST_F(PartsList, TheMenuHoldsItsItemsInOrderAndTheSendingOnesAreDisabled) {
+TEST_F(PartsList, TheMenuHoldsItsItemsInOrder) {
     Texts captions;
     for (const controls::MenuItem* item : form.m_Tabulka.items) {
         captions.push_back(item->IsSeparator() ? "-" : item->caption);
     }
     EXPECT_EQ(captions, (Texts{"Poslat jako tabulku", "Poslat do tabulky", "-", "Poslat jako text",
                                "-", "Přidat", "Smazat"}));
-    EXPECT_FALSE(form.m_poslat_jako_tabulku.Enabled());
-    EXPECT_FALSE(form.m_vlozit_do_tabulky.Enabled());
-    EXPECT_FALSE(form.m_Poslat_jako_text.Enabled());
+    EXPECT_TRUE(form.m_poslat_jako_tabulku.Enabled());
+    EXPECT_TRUE(form.m_vlozit_do_tabulky.Enabled());
+    EXPECT_TRUE(form.m_Poslat_jako_text.Enabled());
     EXPECT_TRUE(form.m_Pridat.Enabled());
     EXPECT_TRUE(form.m_Smazat.Enabled());
 }

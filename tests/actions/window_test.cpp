@@ -214,6 +214,7 @@ TEST_F(Window, ResetBringsTheDefaultConfigurationBack) {
 }
 
 TEST_F(Window, ButtonsWithoutAnActionAreDisabled) {
+    form.Command21.Click = nullptr;
     EXPECT_FALSE(form.Command21.Enabled());
     EXPECT_TRUE(form.Command3.Enabled());
     EXPECT_TRUE(form.Command11.Enabled());

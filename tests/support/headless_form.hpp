@@ -116,7 +116,32 @@ struct RecordedBoxes : platform::MessageBoxes {
         return answer;
     }
 
+    platform::Answer three_way_answer = platform::Answer::kCancel;
+    std::string text_answer;
+    std::vector<std::string> asked; // the words of the last box, in their order
+
+    platform::Answer AskYesNoCancel(std::string_view question, std::string_view title) override {
+        asked = {std::string(question), std::string(title)};
+        return three_way_answer;
+    }
+    std::string AskText(std::string_view prompt, std::string_view title,
+                        std::string_view proposal) override {
+        asked = {std::string(prompt), std::string(title), std::string(proposal)};
+        return text_answer;
+    }
+
     void ShowError(const automation::RunTimeError& error) override { shown.push_back(error); }
+};
+
+// The Western code page, where code 248 is the diameter sign.
+struct WesternCodePage : platform::CodePage {
+    std::string Character(unsigned char code) override { return code == 248 ? "ø" : "?"; }
+};
+
+struct FixedClock : platform::Clock {
+    float seconds = 45296.25F;
+
+    float SecondsSinceMidnight() override { return seconds; }
 };
 
 // Files by their paths. A path can be made to fail, in reading or in writing.
@@ -152,7 +177,8 @@ struct MemoryFiles : platform::Files {
 class HeadlessForm {
   public:
     HeadlessForm()
-        : form({desktop, settings, events, servers, number_format, message_boxes, files}) {
+        : form({desktop, settings, events, servers, number_format, message_boxes, files, code_page,
+                clock}) {
         form.hWnd = kFormWindow;
         form.Width = 9600;
         form.Height = 7155;
@@ -173,12 +199,14 @@ class HeadlessForm {
             return chosen_file.has_value();
         };
         // A list whose rows are one pixel high.
-        form.ListView1.HitTest = [this](int, int y) -> std::optional<std::size_t> {
-            if (y < 1 || static_cast<std::size_t>(y) > form.ListView1.Count()) {
-                return std::nullopt;
-            }
-            return static_cast<std::size_t>(y);
-        };
+        for (controls::ListView* list : {&form.ListView1, &form.ListView3}) {
+            list->HitTest = [list](int, int y) -> std::optional<std::size_t> {
+                if (y < 1 || static_cast<std::size_t>(y) > list->Count()) {
+                    return std::nullopt;
+                }
+                return static_cast<std::size_t>(y);
+            };
+        }
         app::BindActions(form);
     }
 
@@ -199,6 +227,8 @@ class HeadlessForm {
     CzechNumbers number_format;
     RecordedBoxes message_boxes;
     MemoryFiles files;
+    WesternCodePage code_page;
+    FixedClock clock;
     // What the person does in the file dialog: the file chosen, nothing for cancelling.
     std::optional<std::string> chosen_file;
     std::vector<controls::FileDialog> dialogs; // as they were shown

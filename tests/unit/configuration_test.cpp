@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "automation/run_time_error.hpp"
 #include "controls/form1.hpp"
+#include "tests/support/error_of.hpp"
 
 namespace {
 
@@ -15,12 +15,7 @@ Configuration Parse(std::string_view text) {
 }
 
 long ErrorOf(std::string_view text) {
-    try {
-        static_cast<void>(Parse(text));
-    } catch (const automation::RunTimeError& error) {
-        return error.number;
-    }
-    return 0;
+    return testing_support::ErrorOf([text] { static_cast<void>(Parse(text)); });
 }
 
 TEST(Configuration, TheDefaultTextHasItsTwelveLines) {

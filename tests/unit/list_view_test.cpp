@@ -2,20 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "automation/run_time_error.hpp"
+#include "tests/support/error_of.hpp"
 
 namespace {
 
 using controls::ListView;
-
-long ErrorOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const automation::RunTimeError& error) {
-        return error.number;
-    }
-    return 0;
-}
+using testing_support::ErrorOf;
 
 ListView ThreeColumns(const std::vector<std::string>& names) {
     ListView list({"Name", "One", "Two"});

@@ -3,20 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "automation/object.hpp"
-#include "automation/run_time_error.hpp"
+#include "tests/support/error_of.hpp"
 
 namespace {
 
 using automation::Value;
-
-long ErrorOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const automation::RunTimeError& error) {
-        return error.number;
-    }
-    return 0;
-}
+using testing_support::ErrorOf;
 
 TEST(Value, KeepsTheKindThatItWasMadeOf) {
     EXPECT_TRUE(Value().Is<std::monostate>());

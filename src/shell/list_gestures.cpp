@@ -1,0 +1,52 @@
+#include "shell/list_gestures.hpp"
+
+#include "shell/shell.hpp"
+
+namespace shell {
+
+using controls::ListView;
+
+void CheckSelectedRows(ListView& list, std::size_t changed_row) {
+    const bool checked = list.Row(changed_row).checked;
+    for (std::size_t row = 1; row <= list.Count(); ++row) {
+        if (list.Row(row).selected) {
+            list.SetChecked(row, checked);
+        }
+    }
+}
+
+void PressRow(const ListView& list, controls::Drag& drag, int x, int y) {
+    const auto row = list.HitTest(x, y);
+    if (!row) {
+        drag.row = 0;
+        return;
+    }
+    drag.row = list.Row(*row).id;
+    drag.index = list.RowWithText(list.Row(*row).text).value_or(0);
+}
+
+std::optional<std::size_t> DraggedRow(controls::Form1& form, const ListView& list,
+                                      const controls::Drag& drag) {
+    const auto row = list.RowWithId(drag.row);
+    if (!row || form.ports.number_format.ReadNumber(list.Row(*row).text).value_or(0) == 0) {
+        return std::nullopt;
+    }
+    return row;
+}
+
+void MoveRow(controls::Form1& form, ListView& list, std::size_t key, std::size_t moved,
+             std::size_t target, std::size_t target_index) {
+    // The keys get a digit more: the moved row sorts just before the target's or just after it.
+    const std::string target_key = list.SubItem(target, key);
+    list.SetSubItem(moved, key, target_key + (target_index < moved ? "1" : "3"));
+    for (std::size_t row = 1; row <= list.Count(); ++row) {
+        if (row != moved) {
+            list.SetSubItem(row, key, list.SubItem(row, key) + "2");
+        }
+    }
+    list.SetSorted(key);
+    DoEvents(form);
+    list.SetSorted(std::nullopt);
+}
+
+} // namespace shell

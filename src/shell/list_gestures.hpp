@@ -1,0 +1,26 @@
+// What the person does with the rows of the parts list and of the sheet list alike.
+#pragma once
+
+#include "controls/form1.hpp"
+
+namespace shell {
+
+// Gives the selected rows the check state of a row that the person has just changed.
+void CheckSelectedRows(controls::ListView& list, std::size_t changed_row);
+
+// The start of a drag: the row at x, y (pixels in the list), or nothing.
+void PressRow(const controls::ListView& list, controls::Drag& drag, int x, int y);
+
+// The pressed row, where a drag can move it: it is still there, and its name is a number other than
+// zero in the user's number format.
+std::optional<std::size_t> DraggedRow(controls::Form1& form, const controls::ListView& list,
+                                      const controls::Drag& drag);
+
+// Moves row `moved` to the place of row `target`: before it when `target_index`, the first row of
+// the target's name, stands above `moved`, else after it. The rows are sorted by the texts of
+// `key`, a sub-item whose texts rise from row to row and are left changed; the list yields once
+// while it is sorted. Raises 35600 where a row does not exist.
+void MoveRow(controls::Form1& form, controls::ListView& list, std::size_t key, std::size_t moved,
+             std::size_t target, std::size_t target_index);
+
+} // namespace shell

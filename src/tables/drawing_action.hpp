@@ -1,0 +1,43 @@
+// What the actions on drawing tables have in common: their opening, the table that the person
+// selected, and the values that a parts-list row gives.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include "automation/value.hpp"
+#include "catia/session.hpp"
+#include "controls/form1.hpp"
+
+namespace tables {
+
+struct OpenDrawing {
+    catia::Application application;
+    catia::Selection selection;
+    catia::DrawingView view; // the active one
+};
+
+// The opening of every drawing action, once a session was found: announces the waiting, obtains the
+// application anew and goes from its active document to the active view. Says so and gives nothing
+// where the document's name is no drawing's. Raises what CATIA raises.
+std::optional<OpenDrawing> OpenActiveDrawing(controls::Form1& form);
+
+// Whether something is selected; says so where nothing is.
+bool HasSelection(controls::Form1& form, const catia::Selection& selection);
+// The first selected element where it is a table.
+std::optional<catia::DrawingTable> SelectedTable(const catia::Selection& selection);
+
+// The current row of the parts list. Raises 91 (object variable not set) where there is none.
+std::size_t CurrentPart(const controls::Form1& form);
+
+// The six values that a row of the parts list gives to a drawing: position as a number, name,
+// pieces, size, material, note.
+std::array<automation::Value, 6> PartValues(const controls::ListView& list, std::size_t row);
+
+// A size with a diameter: where it holds a "D" of either case, `diameter_sign` in the place of its
+// first character, whatever that is.
+std::string WithDiameterSign(const std::string& size, const std::string& diameter_sign);
+std::string DiameterSign(controls::Form1& form);
+
+} // namespace tables

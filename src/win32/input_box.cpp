@@ -1,0 +1,58 @@
+#include "win32/input_box.hpp"
+
+#include "win32/layout.hpp"
+#include "win32/resource.h"
+#include "win32/views.hpp"
+
+namespace win32 {
+
+namespace {
+
+struct InputBox {
+    std::string_view prompt;
+    std::string_view title;
+    std::string_view proposal;
+    std::string answer;
+    Owned<HFONT> font;
+};
+
+void Fill(HWND dialog, InputBox& box) {
+    box.font = MessageFont(GetDpiForWindow(dialog));
+    for (const int id : {ID_InputBox_Prompt, ID_InputBox_Text, IDOK, IDCANCEL}) {
+        SendDlgItemMessageW(dialog, id, WM_SETFONT, reinterpret_cast<WPARAM>(box.font.get()),
+                            FALSE);
+    }
+    ShowText(dialog, box.title);
+    ShowText(GetDlgItem(dialog, ID_InputBox_Prompt), box.prompt);
+    ShowText(GetDlgItem(dialog, ID_InputBox_Text), box.proposal);
+    SendMessageW(dialog, DM_REPOSITION, 0, 0); // onto the screen, wherever the owner stands
+}
+
+INT_PTR CALLBACK DialogProcedure(HWND dialog, UINT message, WPARAM w, LPARAM l) {
+    if (message == WM_INITDIALOG) {
+        SetWindowLongPtrW(dialog, GWLP_USERDATA, l);
+        Fill(dialog, *reinterpret_cast<InputBox*>(l));
+        return TRUE; // the field is the first control that takes the focus, with its text selected
+    }
+    if (message == WM_COMMAND && (LOWORD(w) == IDOK || LOWORD(w) == IDCANCEL)) {
+        if (LOWORD(w) == IDOK) {
+            auto& box = *reinterpret_cast<InputBox*>(GetWindowLongPtrW(dialog, GWLP_USERDATA));
+            box.answer = ReadText(GetDlgItem(dialog, ID_InputBox_Text));
+        }
+        EndDialog(dialog, LOWORD(w));
+        return TRUE;
+    }
+    return FALSE;
+}
+
+} // namespace
+
+std::string ShowInputBox(HWND owner, std::string_view prompt, std::string_view title,
+                         std::string_view proposal) {
+    InputBox box{prompt, title, proposal, {}, {}};
+    DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_INPUT_BOX), owner,
+                    DialogProcedure, reinterpret_cast<LPARAM>(&box));
+    return box.answer;
+}
+
+} // namespace win32

@@ -1,0 +1,697 @@
+// The sheet list: loading, ticking, new names, and the drawing's sheets named, numbered, ordered
+// and created from it.
+
+#include <gtest/gtest.h>
+
+#include "sheets/sheet_names.hpp"
+#include "tests/support/headless_form.hpp"
+#include "tests/support/sample_products.hpp"
+
+namespace {
+
+using testing_support::Column;
+using testing_support::HeadlessForm;
+using Texts = std::vector<std::string>;
+
+constexpr const char* kThreeSheets = "DrawingDocument D.CATDrawing\n"
+                                     "sheet Sestava active\nsheet Hřídel\nsheet Kolo\n";
+constexpr const char* kWithDetail = "DrawingDocument D.CATDrawing\n"
+                                    "sheet A active\nsheet B\nsheet Detail detail\n";
+
+// Parts with the given sheet entries, named A, B, C, ...
+void AddParts(controls::Form1& form, const Texts& sheet_entries) {
+    for (const std::string& entry : sheet_entries) {
+        const std::size_t row =
+            form.ListView1.Add(std::string(1, static_cast<char>('A' + form.ListView1.Count())));
+        form.ListView1.SetSubItem(row, controls::kSheet, entry);
+    }
+}
+
+struct SheetList : testing::Test, HeadlessForm {
+    simulator::Session session;
+    controls::ListView& list = form.ListView3;
+
+    SheetList() { form.Caption = "Dorvak pro Catii 0.0.10"; }
+
+    void Open(std::string_view drawing) {
+        session.LoadDocument("drawing", drawing);
+        Connect(session);
+    }
+    void AddRows(const Texts& names, bool ticked = false) {
+        for (const std::string& name : names) {
+            list.SetChecked(list.Add(name), ticked);
+        }
+    }
+    Texts Names() { return Column(list, 0); }
+    Texts NewNames() { return Column(list, controls::kNewName); }
+    std::vector<bool> Ticks() {
+        std::vector<bool> ticks;
+        for (std::size_t row = 1; row <= list.Count(); ++row) {
+            ticks.push_back(list.Row(row).checked);
+        }
+        return ticks;
+    }
+    // The names of the drawing's sheets, in their order.
+    Texts Drawn() {
+        Texts names;
+        const std::string drawing = session.DrawingAsText();
+        for (std::size_t at = drawing.find("\nsheet \""); at != std::string::npos;
+             at = drawing.find("\nsheet \"", at + 1)) {
+            const std::size_t start = at + 8;
+            names.push_back(drawing.substr(start, drawing.find('"', start) - start));
+        }
+        return names;
+    }
+    void Drag(int from, int to) {
+        list.UserMouseDown(controls::kLeftButton, 0, 5, from);
+        list.UserMouseUp(controls::kLeftButton, 0, 5, to);
+    }
+};
+
+struct Loading : SheetList {};
+struct SheetRows : SheetList {};
+struct Naming : SheetList {};
+struct Applying : SheetList {};
+struct NumberingRange : SheetList {};
+struct NamingDirectly : SheetList {};
+struct Reordering : SheetList {};
+struct Missing : SheetList {};
+
+TEST_F(Loading, ThreeSheetsAreThreeTickedRowsWithEmptyNewNames) {
+    Open(kThreeSheets);
+    AddParts(form, {"2"});
+    form.Command21.Click();
+    EXPECT_EQ(Names(), (Texts{"Sestava", "Hřídel", "Kolo"}));
+    EXPECT_EQ(Ticks(), (std::vector<bool>{true, true, true}));
+    EXPECT_EQ(NewNames(), (Texts{"", "", ""}));
+    EXPECT_EQ(messages, (Texts{"Zjistuju spusteni Catie", "Cekam na Catii", "Nacitam Sheets",
+                               "Sheets nacteny: 3"}));
+}
+
+TEST_F(Loading, MakesThreeCallsPerSheetAndAConstant) {
+    Open(kThreeSheets);
+    AddParts(form, {"2"});
+    form.Command21.Click();
+    // ActiveDocument, Name, Selection, Sheets, ActiveSheet, Count
+    EXPECT_EQ(session.Log().size(), 6U + 3 * 3);
+}
+
+TEST_F(Loading, ADetailSheetReportedAsTheNumberOneIsMarkedAndUnticked) {
+    Open(kWithDetail);
+    session.detail_as_number = true;
+    AddParts(form, {"2"});
+    form.Command21.Click();
+    EXPECT_EQ(list.Row(3).tag, "A0001");
+    EXPECT_EQ(Ticks(), (std::vector<bool>{true, true, false}));
+    EXPECT_EQ(list.Row(1).tag, "");
+}
+
+TEST_F(Loading, ADetailSheetReportedAsTheBooleanTrueIsTickedWithoutAMark) {
+    Open(kWithDetail);
+    AddParts(form, {"2"});
+    form.Command21.Click();
+    EXPECT_EQ(list.Row(3).tag, "");
+    EXPECT_EQ(Ticks(), (std::vector<bool>{true, true, true}));
+}
+
+TEST_F(Loading, WithAnEmptyPartsListNothingHappens) {
+    Open(kThreeSheets);
+    AddRows({"kept"});
+    form.Command21.Click();
+    EXPECT_EQ(Names(), Texts{"kept"});
+    EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(Loading, AnExtensionInSmallLettersIsRefusedByTheSecondTest) {
+    Open("DrawingDocument d.catdrawing\nsheet s\n");
+    AddParts(form, {""});
+    AddRows({"kept"});
+    form.Command21.Click();
+    EXPECT_EQ(Status(), "Neni aktivni CATDrawing");
+    EXPECT_EQ(session.Log().back(), "DrawingDocument.Selection") << "after passing the first";
+    EXPECT_EQ(Names(), Texts{"kept"});
+}
+
+TEST_F(Loading, ADocumentThatIsNoDrawingIsReportedAndTheListStays) {
+    Open(testing_support::kSampleProduct);
+    AddParts(form, {""});
+    AddRows({"kept"});
+    form.Command21.Click();
+    EXPECT_EQ(Status(), "Neni aktivni CATDrawing");
+    EXPECT_EQ(session.Log().size(), 2U);
+    EXPECT_EQ(Names(), Texts{"kept"});
+}
+
+TEST_F(Loading, RowsAddedBeforeAnErrorStay) {
+    Open(kThreeSheets);
+    AddParts(form, {""});
+    session.Arm({.call = 11}); // the second sheet's name
+    form.Command21.Click();
+    EXPECT_EQ(Status(), "-2147467259 The method Name failed");
+    EXPECT_EQ(Names(), Texts{"Sestava"});
+}
+
+TEST_F(SheetRows, TickingOneOfThreeSelectedRowsTicksAllButTheDetails) {
+    AddRows({"a", "b", "c"});
+    list.SetTag(2, "A0001");
+    for (std::size_t row = 1; row <= 3; ++row) {
+        list.SetSelected(row, true);
+    }
+    list.UserCheck(1, true);
+    EXPECT_EQ(Ticks(), (std::vector<bool>{true, false, true}));
+    list.UserCheck(3, false);
+    EXPECT_EQ(Ticks(), (std::vector<bool>{false, false, false}));
+}
+
+TEST_F(SheetRows, ADetailRowIsUntickedAgainAtOnce) {
+    AddRows({"a", "b"});
+    list.SetTag(2, "A0001");
+    list.UserCheck(2, true);
+    EXPECT_EQ(Ticks(), (std::vector<bool>{false, false}));
+}
+
+TEST_F(SheetRows, PridatAddsATickedRowAtTheEndAndShowsIt) {
+    AddRows({"a"});
+    form.m_Sheet_pridej.Click();
+    EXPECT_EQ(Names(), (Texts{"a", "Nový"}));
+    EXPECT_TRUE(list.Row(2).checked);
+    EXPECT_EQ(list.TakeRowToShow(), 2U);
+}
+
+TEST_F(SheetRows, SmazatRemovesTheCurrentRowAndNothingFromAnEmptyList) {
+    form.m_Sheet_smaz.Click();
+    AddRows({"a", "b"});
+    form.m_Sheet_smaz.Click();
+    EXPECT_EQ(list.Count(), 2U) << "no row is the current one";
+    list.SetCurrentRow(1);
+    form.m_Sheet_smaz.Click();
+    EXPECT_EQ(Names(), Texts{"b"});
+    EXPECT_TRUE(message_boxes.shown.empty());
+}
+
+TEST_F(SheetRows, SheetGenerovatLeavesExactlyTenUntickedRows) {
+    AddRows({"old"}, true);
+    form.Command35.Click();
+    EXPECT_EQ(Names(), (Texts{"test 1", "test 2", "test 3", "test 4", "test 5", "test 6", "test 7",
+                              "test 8", "test 9", "test 10"}));
+    EXPECT_EQ(Ticks(), std::vector<bool>(10, false));
+}
+
+TEST_F(SheetRows, AClickShowsTheNewNameAndTheDetailMark) {
+    AddRows({"a", "b"});
+    list.SetSubItem(2, controls::kNewName, "2.Kolo");
+    list.SetTag(2, "A0001");
+    list.UserClick();
+    EXPECT_EQ(form.Text5.Text(), "");
+    list.SetCurrentRow(2);
+    list.UserClick();
+    EXPECT_EQ(form.Text5.Text(), "2.Kolo");
+    EXPECT_EQ(list.ToolTip(), "A0001");
+}
+
+TEST_F(SheetRows, EnterGivesTheTextWithoutBlanksAtItsEndsAsTheNewName) {
+    AddRows({"a"});
+    list.SetCurrentRow(1);
+    form.Text5.UserChange("  3.Víko ven  ");
+    form.Text5.KeyPress('x');
+    EXPECT_EQ(NewNames(), Texts{""});
+    form.Text5.KeyPress(controls::kEnterKey);
+    EXPECT_EQ(NewNames(), Texts{"3.Víko ven"});
+    form.Text5.UserChange("4");
+    form.Command28.Click();
+    EXPECT_EQ(NewNames(), Texts{"4"});
+}
+
+TEST_F(SheetRows, EnterWithoutACurrentRowIsAnErrorOfTheDefaultHandling) {
+    AddRows({"a"});
+    form.Text5.KeyPress(controls::kEnterKey);
+    ASSERT_EQ(message_boxes.shown.size(), 1U);
+    EXPECT_EQ(message_boxes.shown[0].number, 91);
+}
+
+TEST_F(SheetRows, TheMenuOpensByMouseAndByKeyboardOnAnEmptyListToo) {
+    list.UserMouseDown(controls::kRightButton, 0, 5, 5);
+    list.UserMenuKey();
+    ASSERT_EQ(popups.size(), 2U);
+    EXPECT_EQ(popups[0], (std::pair<std::string, controls::PopupPlace>(
+                             "Sheets", controls::PopupPlace::kPointer)));
+    EXPECT_EQ(popups[1].second, controls::PopupPlace::kCurrentRow);
+}
+
+TEST_F(Naming, NumbersTheTickedRowsFromTheStartNumber) {
+    AddRows({"a", "b", "c", "d"}, true);
+    list.SetChecked(3, false);
+    list.SetSubItem(3, controls::kNewName, "kept");
+    form.Text6.UserChange("3");
+    form.Command20.Click();
+    EXPECT_EQ(NewNames(), (Texts{"3", "4", "kept", "5"}));
+    EXPECT_EQ(Status(), "Ocislovano: 5");
+}
+
+TEST_F(Naming, AFractionalStartIsKeptAndNoNumberIsZero) {
+    AddRows({"a", "b"}, true);
+    form.Text6.UserChange("1.5x");
+    form.Command20.Click();
+    EXPECT_EQ(NewNames(), (Texts{"1.5", "2.5"}));
+    EXPECT_EQ(Status(), "Ocislovano: 2.5");
+    form.Text6.UserChange("abc");
+    form.Command20.Click();
+    EXPECT_EQ(NewNames(), (Texts{"0", "1"}));
+}
+
+TEST_F(Naming, NumberingWithoutATickedRowShowsTheStartNumberMinusOne) {
+    AddRows({"a"});
+    form.Text6.UserChange("7");
+    form.Command20.Click();
+    EXPECT_EQ(Status(), "Ocislovano: 6");
+}
+
+TEST_F(Naming, AnEmptySheetListIsLeftAlone) {
+    form.Command20.Click();
+    form.Command22.Click();
+    form.Command23.Click();
+    EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(Naming, WithTheAssemblyTheNamesStandOneSlotFurtherDown) {
+    AddParts(form, {"1", "", "2"});
+    AddRows({"x", "y", "z"}, true);
+    form.Check1.SetValue(1);
+    form.Command22.Click();
+    EXPECT_EQ(NewNames(), (Texts{"1.Sestava", "2.A", ""}));
+    EXPECT_EQ(Status(), "Pojmenovano: 3");
+    const auto names = sheets::NamesForTheList(form.ListView1, true);
+    EXPECT_EQ(names.slots[3], "3.C");
+}
+
+TEST_F(Naming, WithoutTheAssemblyTheFirstNameBeginsWithTwoToo) {
+    AddParts(form, {"1", "", "2"});
+    AddRows({"x", "y", "z"}, true);
+    form.Command22.Click();
+    EXPECT_EQ(NewNames(), (Texts{"2.A", "", "3.C"}));
+}
+
+TEST_F(Naming, UntickedRowsTakeNoName) {
+    AddParts(form, {"1", "2"});
+    AddRows({"x", "y", "z"}, true);
+    list.SetChecked(1, false);
+    list.SetSubItem(1, controls::kNewName, "kept");
+    form.Command22.Click();
+    EXPECT_EQ(NewNames(), (Texts{"kept", "2.A", "3.B"}));
+    EXPECT_EQ(Status(), "Pojmenovano: 2");
+}
+
+TEST_F(Naming, ANameAboveSlot500IsErrorNineOfTheDefaultHandling) {
+    for (int i = 1; i <= 500; ++i) {
+        form.ListView1.SetSubItem(form.ListView1.Add("p"), controls::kSheet, "x");
+    }
+    AddRows({"x"}, true);
+    form.Command22.Click();
+    EXPECT_EQ(NewNames(), Texts{"2.p"});
+    form.Check1.SetValue(1);
+    form.Command22.Click();
+    ASSERT_EQ(message_boxes.shown.size(), 1U);
+    EXPECT_EQ(message_boxes.shown[0].number, 9);
+    EXPECT_EQ(message_boxes.shown[0].description, "Subscript out of range");
+}
+
+TEST_F(Applying, RenamesTickedRowsWithANewNameAndCreatesPlannedOnes) {
+    Open(kThreeSheets);
+    AddRows({"Sestava", "Hřídel", "Kolo", "Nový", "Nový", "Nový"}, true);
+    list.SetSubItem(1, controls::kNewName, "1.Sestava");
+    list.SetSubItem(2, controls::kNewName, "2.Hřídel");
+    list.SetChecked(2, false);
+    list.SetSubItem(4, controls::kNewName, "4.Kolo");
+    list.SetSubItem(6, controls::kNewName, "5.Víko");
+    list.SetChecked(6, false);
+    form.Command23.Click();
+    EXPECT_EQ(Drawn(), (Texts{"1.Sestava", "Hřídel", "Kolo", "4.Kolo"}));
+    EXPECT_EQ(Status(), "Prejmenovano: 2");
+    EXPECT_EQ(Names()[0], "Sestava") << "the list is not loaded again";
+    EXPECT_EQ(messages, (Texts{"Zjistuju spusteni Catie", "Cekam na Catii", "Prejmenovavam Sheets",
+                               "Prejmenovano: 2"}));
+}
+
+TEST_F(Applying, ANameInUseIsReportedAndNamesAppliedBeforeStay) {
+    Open(kThreeSheets);
+    AddRows({"Sestava", "Hřídel", "Kolo"}, true);
+    list.SetSubItem(1, controls::kNewName, "1");
+    list.SetSubItem(2, controls::kNewName, "Kolo");
+    list.SetSubItem(3, controls::kNewName, "3");
+    form.Command23.Click();
+    EXPECT_EQ(Drawn(), (Texts{"1", "Hřídel", "Kolo"}));
+    EXPECT_EQ(Status(), "-2147467259 The method Name failed");
+}
+
+TEST_F(Applying, ASheetRenamedSinceLoadingIsNotFound) {
+    Open(kThreeSheets);
+    AddRows({"gone"}, true);
+    list.SetSubItem(1, controls::kNewName, "1");
+    form.Command23.Click();
+    EXPECT_EQ(Status(), "-2147467259 The method Item failed");
+}
+
+TEST_F(NumberingRange, AsksWithTheProposalAndNumbersTheFirstSheets) {
+    Open(kThreeSheets);
+    AddParts(form, {"2", "", "3"});
+    message_boxes.text_answer = "5-7";
+    form.Command24.Click();
+    EXPECT_EQ(message_boxes.asked, (Texts{"Rozsah listu", "Dorvak pro Catii 0.0.10", "1-2"}));
+    EXPECT_EQ(Drawn(), (Texts{"5", "6", "7"}));
+    EXPECT_EQ(Status(), "Zjistuju spusteni Catie") << "no waiting is announced";
+}
+
+TEST_F(NumberingRange, StopsAtTheLastSheet) {
+    Open("DrawingDocument D.CATDrawing\nsheet a\nsheet b\n");
+    message_boxes.text_answer = "1-3";
+    form.Command24.Click();
+    EXPECT_EQ(Drawn(), (Texts{"1", "2"}));
+}
+
+TEST_F(NumberingRange, AnAnswerWithoutExactlyOneDashIsReported) {
+    Open(kThreeSheets);
+    for (const char* answer : {"7", "1-2-3", "--"}) {
+        message_boxes.text_answer = answer;
+        form.Command24.Click();
+        EXPECT_EQ(Status(), "Spatny pocet listu") << answer;
+    }
+    EXPECT_EQ(Drawn(), (Texts{"Sestava", "Hřídel", "Kolo"}));
+}
+
+TEST_F(NumberingRange, AnEmptyAnswerEndsIt) {
+    Open(kThreeSheets);
+    form.Command24.Click();
+    EXPECT_EQ(Drawn(), (Texts{"Sestava", "Hřídel", "Kolo"}));
+    EXPECT_EQ(Status(), "Zjistuju spusteni Catie");
+}
+
+TEST_F(NumberingRange, ARangeThatEndsBeforeItStartsNumbersNothing) {
+    Open(kThreeSheets);
+    message_boxes.text_answer = "5-2";
+    form.Command24.Click();
+    EXPECT_EQ(Drawn(), (Texts{"Sestava", "Hřídel", "Kolo"}));
+}
+
+TEST_F(NumberingRange, MakesTheStricterTestOnly) {
+    Open("DrawingDocument \"my CATDrawing\"\nsheet a\n");
+    message_boxes.text_answer = "1-1";
+    form.Command24.Click();
+    EXPECT_EQ(Drawn(), Texts{"1"});
+    Open("DrawingDocument d.catdrawing\nsheet s\n");
+    form.Command24.Click();
+    EXPECT_EQ(Status(), "Neni aktivni CATDrawing");
+}
+
+TEST_F(NamingDirectly, NoNamesTheSheetsByTheRowsOfTheirParts) {
+    Open(kThreeSheets);
+    AddParts(form, {"2", "", "3"});
+    message_boxes.three_way_answer = platform::Answer::kNo;
+    form.Command25.Click();
+    EXPECT_EQ(message_boxes.asked, (Texts{"Je prvni sheet sestava?", "Dorvak pro Catii 0.0.10"}));
+    EXPECT_EQ(Drawn(), (Texts{"1.A", "", "Kolo"}));
+}
+
+TEST_F(NamingDirectly, YesPutsTheAssemblyFirst) {
+    Open(kThreeSheets);
+    AddParts(form, {"2", "3"});
+    message_boxes.three_way_answer = platform::Answer::kYes;
+    form.Command25.Click();
+    EXPECT_EQ(Drawn(), (Texts{"1.Sestava", "2.A", "3.B"}));
+}
+
+TEST_F(NamingDirectly, CancelEndsIt) {
+    Open(kThreeSheets);
+    AddParts(form, {"2"});
+    form.Command25.Click();
+    EXPECT_EQ(Drawn(), (Texts{"Sestava", "Hřídel", "Kolo"}));
+    EXPECT_TRUE(messages.empty()) << "it looks for no session and announces nothing";
+}
+
+TEST_F(NamingDirectly, ANameAboveSlot100IsCaughtByTheTrap) {
+    Open(kThreeSheets);
+    for (int i = 1; i <= 101; ++i) {
+        form.ListView1.SetSubItem(form.ListView1.Add("p"), controls::kSheet, "x");
+    }
+    message_boxes.three_way_answer = platform::Answer::kNo;
+    form.Command25.Click();
+    EXPECT_EQ(Status(), "9 Subscript out of range");
+    EXPECT_EQ(Drawn(), (Texts{"Sestava", "Hřídel", "Kolo"}));
+}
+
+TEST_F(NamingDirectly, WithoutCatiaTheErrorIsShown) {
+    AddParts(form, {"2"});
+    form.Command25.Click();
+    EXPECT_EQ(Status(), "429 ActiveX component can't create object");
+}
+
+TEST_F(NamingDirectly, AnEmptyPartsListEndsIt) {
+    form.Command25.Click();
+    EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(Reordering, ADraggedRowTakesTheTargetsPlace) {
+    AddRows({"1", "2", "3", "4"});
+    Drag(4, 2);
+    EXPECT_EQ(Names(), (Texts{"1", "4", "2", "3"}));
+    list.Clear();
+    AddRows({"1", "2", "3", "4"});
+    Drag(1, 3);
+    EXPECT_EQ(Names(), (Texts{"2", "3", "1", "4"}));
+}
+
+TEST_F(Reordering, DetailRowsGoToTheEndWithEveryDragAndCannotMove) {
+    AddRows({"1", "2", "3"});
+    list.SetTag(2, "A0001");
+    Drag(2, 1);
+    EXPECT_EQ(Names(), (Texts{"1", "2", "3"}));
+    Drag(1, 2);
+    EXPECT_EQ(Names(), (Texts{"1", "2", "3"}));
+    Drag(3, 1);
+    EXPECT_EQ(Names(), (Texts{"3", "1", "2"}));
+    EXPECT_EQ(Status(), "");
+}
+
+TEST_F(Reordering, OnlyRowsNamedByANumberOtherThanZeroCanBeDragged) {
+    for (const char* name : {"Sheet.1", "0", "1.Sestava", ""}) {
+        list.Clear();
+        AddRows({name, "b", "c"});
+        Drag(1, 3);
+        EXPECT_EQ(Names(), (Texts{name, "b", "c"})) << '"' << name << '"';
+    }
+}
+
+TEST_F(Reordering, ReleasingOnTheSameRowOrOutsideAnyRowChangesNothing) {
+    AddRows({"1", "2"});
+    Drag(1, 1);
+    Drag(1, 99);
+    Drag(99, 1);
+    EXPECT_EQ(Names(), (Texts{"1", "2"}));
+    EXPECT_EQ(Status(), "");
+}
+
+TEST_F(Reordering, TheRightButtonNeitherStartsNorDrops) {
+    AddRows({"1", "2"});
+    list.UserMouseDown(controls::kRightButton, 0, 5, 1);
+    list.UserMouseUp(controls::kLeftButton, 0, 5, 2);
+    EXPECT_EQ(Names(), (Texts{"1", "2"}));
+    list.UserMouseDown(controls::kLeftButton, 0, 5, 1);
+    list.UserMouseUp(controls::kRightButton, 0, 5, 2);
+    EXPECT_EQ(Names(), (Texts{"1", "2"}));
+}
+
+TEST_F(Reordering, AnEmptyListStartsNoDrag) {
+    list.UserMouseDown(controls::kLeftButton, 0, 5, 1);
+    EXPECT_EQ(Status(), "");
+}
+
+TEST_F(Reordering, AppliesTheOrderAndLoadsTheListAgain) {
+    Open(kThreeSheets);
+    AddParts(form, {"2"});
+    AddRows({"Kolo", "Sestava", "Hřídel"});
+    list.SetSubItem(1, controls::kNewName, "x");
+    form.Command34.Click();
+    EXPECT_EQ(Drawn(), (Texts{"Kolo", "Sestava", "Hřídel"}));
+    EXPECT_EQ(Names(), (Texts{"Kolo", "Sestava", "Hřídel"}));
+    EXPECT_EQ(Ticks(), (std::vector<bool>{true, true, true}));
+    EXPECT_EQ(NewNames(), (Texts{"", "", ""}));
+    EXPECT_EQ(messages, (Texts{"Zjistuju spusteni Catie", "Cekam na Catii", "Nacitam Sheets",
+                               "Presouvam Sheets", "Presouvani Ok", "Zjistuju spusteni Catie",
+                               "Cekam na Catii", "Nacitam Sheets", "Sheets nacteny: 3"}));
+    EXPECT_EQ(events.yields, 1);
+}
+
+TEST_F(Reordering, ARowThatNamesNoSheetLeavesTheDrawingAsItIs) {
+    Open(kThreeSheets);
+    AddParts(form, {"2"});
+    AddRows({"Kolo", "Nový", "Sestava", "Hřídel"});
+    form.Command34.Click();
+    EXPECT_EQ(Status(), "-2147467259 The method Item failed");
+    EXPECT_EQ(Drawn(), (Texts{"Sestava", "Hřídel", "Kolo"}));
+}
+
+TEST_F(Reordering, AnArrayThatCatiaRefusesIsReportedAndTheListIsNotLoadedAgain) {
+    Open(kThreeSheets);
+    AddParts(form, {"2"});
+    AddRows({"Kolo", "Sestava"});
+    form.Command34.Click();
+    EXPECT_EQ(Status(), "-2147467259 The method reorder_Sheets failed");
+    EXPECT_EQ(Names(), (Texts{"Kolo", "Sestava"}));
+}
+
+TEST_F(Reordering, NeedsAPartsList) {
+    Open(kThreeSheets);
+    form.Command34.Click();
+    form.Command29.Click();
+    EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(Reordering, TheDiagnosticSwapsTheSheetsOfADrawingOfTwo) {
+    Open("DrawingDocument D.CATDrawing\nsheet a\nsheet b\n");
+    AddParts(form, {""});
+    form.Command29.Click();
+    EXPECT_EQ(Drawn(), (Texts{"b", "a"}));
+    Open("DrawingDocument D.CATDrawing\nsheet a\n");
+    form.Command29.Click();
+    EXPECT_EQ(Status(), "-2147467259 The method Item failed");
+}
+
+TEST_F(Missing, CountsWithTheAssembly) {
+    AddParts(form, {"1", "2", "", "3", "4", "", "5"});
+    AddRows({"a", "b", "c", "d"}, true);
+    AddRows({"unticked"});
+    form.Check1.SetValue(1);
+    form.Command33.Click();
+    EXPECT_EQ(form.Text7.Text(), "2");
+    EXPECT_EQ(Status(), "Schazi:   listu 5 + sestava  - catie 4");
+}
+
+TEST_F(Missing, CountsWithoutTheAssembly) {
+    AddParts(form, {"1", "2", "", "3", "4", "", "5"});
+    AddRows({"a", "b", "c", "d"}, true);
+    form.Command33.Click();
+    EXPECT_EQ(form.Text7.Text(), "1");
+    EXPECT_EQ(Status(), "Schazi:   listu 5 - catie 4");
+}
+
+TEST_F(Missing, MoreTickedThanNeededIsNegativeAndAddsNothing) {
+    AddParts(form, {"1", "2", "3", "4", "5"});
+    AddRows({"a", "b", "c", "d", "e", "f", "g"}, true);
+    form.Command33.Click();
+    EXPECT_EQ(form.Text7.Text(), "-2");
+    form.Command32.Click();
+    EXPECT_EQ(list.Count(), 7U);
+}
+
+TEST_F(Missing, EmptyListsAreLeftAlone) {
+    AddParts(form, {"1"});
+    form.Command33.Click();
+    EXPECT_TRUE(messages.empty());
+    form.ListView1.Clear();
+    AddRows({"a"});
+    form.Command33.Click();
+    EXPECT_TRUE(messages.empty());
+    EXPECT_EQ(form.Text7.Text(), "");
+}
+
+TEST_F(Missing, AddsAsManyTickedPlannedRowsAsTheTextSays) {
+    form.Text7.UserChange("3");
+    form.Command32.Click();
+    EXPECT_EQ(Names(), (Texts{"Nový", "Nový", "Nový"}));
+    EXPECT_EQ(Ticks(), std::vector<bool>(3, true));
+    EXPECT_EQ(list.TakeRowToShow(), 3U);
+}
+
+TEST_F(Missing, ATextThatIsNoNumberAddsNothingAndAnAbsurdOneIsRefused) {
+    form.Text7.UserChange("abc");
+    form.Command32.Click();
+    EXPECT_EQ(list.Count(), 0U);
+    form.Text7.UserChange("1e300");
+    form.Command32.Click();
+    EXPECT_EQ(list.Count(), 0U);
+    ASSERT_EQ(message_boxes.shown.size(), 1U);
+    EXPECT_EQ(message_boxes.shown[0].number, 6);
+}
+
+TEST_F(Missing, TheDiagnosticCreatesASheetNamedAfterTheTimeOfDay) {
+    Open(kThreeSheets);
+    form.Command31.Click();
+    EXPECT_EQ(session.Log().back(), "DrawingSheets.Add(45296.25)");
+    EXPECT_EQ(Drawn().back(), "45296.25");
+    EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(Missing, TheDiagnosticWithoutCatiaShowsTheError) {
+    form.Command31.Click();
+    EXPECT_EQ(Status(), "429 ActiveX component can't create object");
+}
+
+TEST_F(Missing, TheDiagnosticRefusesWhatIsNoDrawing) {
+    Open("DrawingDocument d.catdrawing\nsheet s\n");
+    form.Command31.Click();
+    EXPECT_EQ(Status(), "Neni aktivni CATDrawing");
+    EXPECT_EQ(Drawn(), Texts{"s"});
+}
+
+// The n-th call fails, for every n: the error is shown, what was done stays, the next run works.
+struct SheetSweep : testing::TestWithParam<controls::Button controls::Form1::*> {
+    static void Prepare(HeadlessForm& headless, simulator::Session& session) {
+        session.LoadDocument("drawing", "DrawingDocument D.CATDrawing\nsheet a\nsheet b\n");
+        headless.Connect(session);
+        AddParts(headless.form, {"2", "3"});
+        headless.form.ListView3.Clear();
+        for (const char* name : {"b", "a"}) {
+            const std::size_t row = headless.form.ListView3.Add(name);
+            headless.form.ListView3.SetChecked(row, true);
+            headless.form.ListView3.SetSubItem(row, controls::kNewName, std::string("new ") + name);
+        }
+        headless.message_boxes.text_answer = "1-2";
+        headless.message_boxes.three_way_answer = platform::Answer::kYes;
+    }
+};
+
+TEST_P(SheetSweep, ShowsTheErrorWhicheverCallFails) {
+    const auto button = GetParam();
+    simulator::Session whole;
+    HeadlessForm complete;
+    Prepare(complete, whole);
+    (complete.form.*button).Click();
+    const std::size_t calls = whole.Log().size();
+    ASSERT_GT(calls, 3U);
+    for (std::size_t call = 1; call <= calls; ++call) {
+        for (const auto kind : {simulator::FaultKind::kRefused, simulator::FaultKind::kVanished,
+                                simulator::FaultKind::kBusy}) {
+            SCOPED_TRACE(testing::Message()
+                         << "call " << call << " kind " << static_cast<int>(kind));
+            simulator::Session doomed;
+            HeadlessForm fresh;
+            Prepare(fresh, doomed);
+            doomed.Arm({.call = call, .kind = kind});
+            (fresh.form.*button).Click();
+            EXPECT_EQ(doomed.Log().size(), call);
+            const std::string expected = kind == simulator::FaultKind::kVanished
+                                             ? "-2147023174 The RPC server is unavailable."
+                                         : kind == simulator::FaultKind::kBusy
+                                             ? "-2147418111 Call was rejected by callee."
+                                             : "-2147467259 The method ";
+            EXPECT_EQ(fresh.Status().substr(0, expected.size()), expected);
+            EXPECT_TRUE(fresh.message_boxes.shown.empty());
+            EXPECT_EQ(fresh.form.ListView1.Count(), 2U);
+
+            simulator::Session restarted;
+            fresh.form.ListView1.Clear();
+            Prepare(fresh, restarted);
+            fresh.form.StatusBar1.SetPanelText(1, "");
+            (fresh.form.*button).Click();
+            EXPECT_EQ(fresh.Status(), complete.Status());
+            EXPECT_EQ(restarted.DrawingAsText(), whole.DrawingAsText());
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Actions, SheetSweep,
+                         testing::Values(&controls::Form1::Command21, &controls::Form1::Command23,
+                                         &controls::Form1::Command24, &controls::Form1::Command25,
+                                         &controls::Form1::Command34, &controls::Form1::Command29,
+                                         &controls::Form1::Command31));
+
+} // namespace
