@@ -2,15 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
-
+#include "tests/support/drawing_samples.hpp"
 #include "tests/support/headless_form.hpp"
 #include "tests/support/sample_products.hpp"
 #include "text/text.hpp"
 
 namespace {
 
+using testing_support::DrawnRows;
 using testing_support::HeadlessForm;
 using testing_support::kEmptyDrawing;
 using Texts = std::vector<std::string>;
@@ -34,26 +33,8 @@ struct CreateTable : testing::Test, HeadlessForm {
         AddRow(to, {"Kolo", "0002", "1", "", "C45", "", ""});
         AddRow(to, {"Šroub M8", "0003", "12", "3", "8.8", "M8x25", "DIN 933"});
     }
-    // The log without the opening that every table creation has: up to the call that fetches the
-    // view's tables.
-    [[nodiscard]] Texts CallsAfterOpening() const {
-        const auto& log = session.Log();
-        const auto tables = std::ranges::find(log, "DrawingView.Tables");
-        return tables == log.end() ? Texts{} : Texts(tables + 1, log.end());
-    }
     [[nodiscard]] bool Called(const std::string& call) const {
         return std::ranges::find(session.Log(), call) != session.Log().end();
-    }
-    // The texts of the rows of the drawing's only table, from its top.
-    [[nodiscard]] std::vector<std::string> DrawnRows() const {
-        std::vector<std::string> rows;
-        std::istringstream lines(session.DrawingAsText());
-        for (std::string line; std::getline(lines, line);) {
-            if (const auto cells = line.find(" cells "); cells != std::string::npos) {
-                rows.push_back(line.substr(cells + 7));
-            }
-        }
-        return rows;
     }
 };
 
@@ -64,7 +45,7 @@ TEST_F(CreateTable, WritesTheListFromTheBottomUpUnderTheHeaderAndTheFreeRows) {
     EXPECT_FALSE(Busy());
     const std::string empty = R"("" "" "" "" "" "" "")";
     EXPECT_EQ(
-        DrawnRows(),
+        DrawnRows(session),
         (Texts{R"("Pozice" "nazev" "Kusu" "Ciste rozmery" "Material" "Poznamka" "List")", empty,
                empty, empty, empty, empty, R"("3" "Šroub M8" "12" "M8x25" "8.8" "DIN 933" "3")",
                R"("2" "Kolo" "1" "" "C45" "" "")",
@@ -162,7 +143,7 @@ TEST_F(CreateTable, WithoutFreeRowsTheLastListRowStandsUnderTheHeader) {
     AddThreeRows(form);
     form.Text2.SetText(form.Text2.Text() + "/volny;0\r\n");
     form.Command11.Click();
-    const auto rows = DrawnRows();
+    const auto rows = DrawnRows(session);
     ASSERT_EQ(rows.size(), 4U);
     EXPECT_EQ(rows[1], R"("3" "Šroub M8" "12" "M8x25" "8.8" "DIN 933" "3")");
     EXPECT_EQ(rows[3], R"("1" "Hřídel" "2" "D25x120" "S235" "kalit" "2")");
@@ -191,7 +172,7 @@ TEST_F(CreateTable, ADisabledColumnOrderWritesTheNameIntoEveryColumn) {
     text.replace(text.find("/razeni"), 7, "-/razeni");
     form.Text2.SetText(text);
     form.Command11.Click();
-    EXPECT_EQ(DrawnRows().back(), R"("a" "a" "a" "a" "a" "a" "a")");
+    EXPECT_EQ(DrawnRows(session).back(), R"("a" "a" "a" "a" "a" "a" "a")");
 }
 
 TEST_F(CreateTable, AColumnOrderThatIsNoNumberEndsTheRunAtThatCell) {
@@ -272,7 +253,7 @@ TEST_F(CreateTable, AHeightThatCatiaCannotConvertEndsTheRunAtTheTable) {
     form.Command11.Click();
     EXPECT_EQ(Status(), "Catie vytvari tabulku");
     EXPECT_TRUE(Busy());
-    EXPECT_TRUE(DrawnRows().empty());
+    EXPECT_TRUE(DrawnRows(session).empty());
 }
 
 TEST_F(CreateTable, FreeRowsBeyondWhatATableCanHaveEndTheRunQuietly) {
@@ -281,14 +262,14 @@ TEST_F(CreateTable, FreeRowsBeyondWhatATableCanHaveEndTheRunQuietly) {
         form.Text2.SetText(form.Text4.Text() + "/volny;" + free_rows + "\r\n");
         form.Command11.Click();
         EXPECT_TRUE(message_boxes.shown.empty());
-        EXPECT_TRUE(DrawnRows().empty());
+        EXPECT_TRUE(DrawnRows(session).empty());
     }
 }
 
 TEST_F(CreateTable, TextsKeepSeparatorsAndCzechLetters) {
     AddRow(form, {"a;b@@c", "0001", "1", "", "\"ocel\"", "ø25", "tab\there"});
     form.Command11.Click();
-    EXPECT_EQ(DrawnRows().back(), R"("1" "a;b@@c" "1" "ø25" "\"ocel\"" "tab\there" "")");
+    EXPECT_EQ(DrawnRows(session).back(), R"("1" "a;b@@c" "1" "ø25" "\"ocel\"" "tab\there" "")");
 }
 
 TEST_F(CreateTable, AListChangedAtAYieldEndsTheRunInItsTrap) {
@@ -313,9 +294,9 @@ TEST_F(CreateTable, ASecondClickAtAYieldRunsAndTheFirstRunGoesOn) {
     };
     form.Command11.Click();
     EXPECT_EQ(Status(), "Tabulka vytvorena Ok ");
-    EXPECT_EQ(DrawnRows().size(), 18U);
-    EXPECT_EQ(DrawnRows()[8], R"("1" "Hřídel" "2" "D25x120" "S235" "kalit" "2")");
-    EXPECT_EQ(DrawnRows()[17], DrawnRows()[8]);
+    EXPECT_EQ(DrawnRows(session).size(), 18U);
+    EXPECT_EQ(DrawnRows(session)[8], R"("1" "Hřídel" "2" "D25x120" "S235" "kalit" "2")");
+    EXPECT_EQ(DrawnRows(session)[17], DrawnRows(session)[8]);
 }
 
 TEST_F(CreateTable, TheWindowClosedMeanwhileEndsItAtTheNextYieldAndThenCloses) {
