@@ -66,8 +66,8 @@ use_wine() {
     export WINEPREFIX=$root/build/wine WINEARCH=win64 WINEDEBUG=-all
     # Neither .NET nor a browser is wanted, nor entries in the person's menus.
     export WINEDLLOVERRIDES='mscoree=;mshtml=;winemenubuilder.exe=d'
-    # The wine command under the Czech locale.
-    wine_command=(env "LOCPATH=$root/build/locale" LC_ALL=cs_CZ.UTF-8 wine)
+    # The wine command under the Czech locale, or the one that WINE_LOCALE names.
+    wine_command=(env "LOCPATH=$root/build/locale" "LC_ALL=${WINE_LOCALE:-cs_CZ.UTF-8}" wine)
 }
 
 # Makes the prefix where it is not there yet.
