@@ -2,6 +2,7 @@
 
 #include "partslist/list_file.hpp"
 #include "partslist/partslist.hpp"
+#include "partslist/save_trap.hpp"
 #include "shell/shell.hpp"
 
 namespace partslist {
@@ -88,13 +89,6 @@ void LoadChosenFile(Form1& form) {
     }
     Load(form, dialog.file_name);
     shell::stat(form, "Nacteni ok " + std::to_string(form.ListView1.Count()));
-}
-
-template <typename Body>
-void TrapSaving(Form1& form, Body&& body) {
-    shell::Trap(body, [&form](const automation::RunTimeError& error) {
-        shell::stat(form, "Ulozeni Error " + shell::ErrorText(error));
-    });
 }
 
 template <typename Body>

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "partslist/partslist.hpp"
+#include "partslist/save_trap.hpp"
 #include "shell/shell.hpp"
 #include "text/text.hpp"
 
@@ -38,11 +39,6 @@ bool IsBlank(std::string_view value) {
     return text::TrimBlanks(value).empty();
 }
 
-// The words of saving, for loading too.
-void ReportError(Form1& form, const automation::RunTimeError& error) {
-    shell::stat(form, "Ulozeni Error " + shell::ErrorText(error));
-}
-
 } // namespace
 
 void Combo1_KeyPress(Form1& form, int key) {
@@ -72,38 +68,34 @@ void Command15_Click(Form1& form) {
 }
 
 void Nacist_List(Form1& form, ComboBox& list) {
-    shell::Trap(
-        [&] {
-            const std::string path = ValueFile(form, list);
-            const std::string file = form.ports.files.Read(path);
-            for (const std::string_view line : text::Lines(file)) {
-                if (!IsBlank(line)) {
-                    list.AddItem(std::string(line));
-                }
+    TrapSaving(form, [&] {
+        const std::string path = ValueFile(form, list);
+        const std::string file = form.ports.files.Read(path);
+        for (const std::string_view line : text::Lines(file)) {
+            if (!IsBlank(line)) {
+                list.AddItem(std::string(line));
             }
-            shell::stat(form, "Nacteni ok " + path);
-        },
-        [&](const automation::RunTimeError& error) { ReportError(form, error); });
+        }
+        shell::stat(form, "Nacteni ok " + path);
+    });
 }
 
 void Ulozit_List(Form1& form, const ComboBox& list) {
     if (list.Items().empty()) {
         return;
     }
-    shell::Trap(
-        [&] {
-            const std::string path = ValueFile(form, list);
-            std::string file;
-            for (const std::string& value : list.Items()) {
-                if (!IsBlank(value)) {
-                    file += value;
-                    file += "\r\n";
-                }
+    TrapSaving(form, [&] {
+        const std::string path = ValueFile(form, list);
+        std::string file;
+        for (const std::string& value : list.Items()) {
+            if (!IsBlank(value)) {
+                file += value;
+                file += "\r\n";
             }
-            form.ports.files.Write(path, file);
-            shell::stat(form, "Ulozeni ok " + path);
-        },
-        [&](const automation::RunTimeError& error) { ReportError(form, error); });
+        }
+        form.ports.files.Write(path, file);
+        shell::stat(form, "Ulozeni ok " + path);
+    });
 }
 
 } // namespace partslist

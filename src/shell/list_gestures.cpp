@@ -25,10 +25,14 @@ void PressRow(const ListView& list, controls::Drag& drag, int x, int y) {
     drag.index = list.RowWithText(list.Row(*row).text).value_or(0);
 }
 
+bool CanDrag(controls::Form1& form, const ListView& list, std::size_t row) {
+    return form.ports.number_format.ReadNumber(list.Row(row).text).value_or(0) != 0;
+}
+
 std::optional<std::size_t> DraggedRow(controls::Form1& form, const ListView& list,
                                       const controls::Drag& drag) {
     const auto row = list.RowWithId(drag.row);
-    if (!row || form.ports.number_format.ReadNumber(list.Row(*row).text).value_or(0) == 0) {
+    if (!row || !CanDrag(form, list, *row)) {
         return std::nullopt;
     }
     return row;

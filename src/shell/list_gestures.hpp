@@ -11,8 +11,11 @@ void CheckSelectedRows(controls::ListView& list, std::size_t changed_row);
 // The start of a drag: the row at x, y (pixels in the list), or nothing.
 void PressRow(const controls::ListView& list, controls::Drag& drag, int x, int y);
 
-// The pressed row, where a drag can move it: it is still there, and its name is a number other than
-// zero in the user's number format.
+// Whether a row can be dragged: only one whose name is a number other than zero in the user's
+// number format.
+bool CanDrag(controls::Form1& form, const controls::ListView& list, std::size_t row);
+
+// The pressed row, where it is still there and can be dragged.
 std::optional<std::size_t> DraggedRow(controls::Form1& form, const controls::ListView& list,
                                       const controls::Drag& drag);
 

@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "app/form_events.hpp"
+#include "shell/list_gestures.hpp"
 #include "win32/file_dialogs.hpp"
 #include "win32/resource.h"
 #include "win32/utf.hpp"
@@ -162,10 +163,6 @@ void MainWindow::AddList(HWND page, int id, controls::ListView& list, ListViewWi
                                          [this](const auto& event) { RunEvent(event); }));
 }
 
-bool MainWindow::HasNumberForName(const controls::ListView& list, std::size_t row) const {
-    return form_.ports.number_format.ReadNumber(list.Row(row).text).value_or(0) != 0;
-}
-
 void MainWindow::CreateViews() {
     AddCheckBox(window_, ID_Check2, form_.Check2);
     AddButton(window_, ID_Command18, form_.Command18);
@@ -189,7 +186,7 @@ void MainWindow::CreateViews() {
     AddList(editing, ID_ListView1, form_.ListView1,
             {.column_widths = {188, 50, 50, 44, 96, 96, 94}, .check_boxes = true});
     lists_.back()->can_drag = [this](std::size_t row) {
-        return HasNumberForName(form_.ListView1, row);
+        return shell::CanDrag(form_, form_.ListView1, row);
     };
     AddComboBox(editing, ID_Combo1, ID_Combo1_Label, form_.Combo1);
     AddComboBox(editing, ID_Combo2, ID_Combo2_Label, form_.Combo2);
@@ -226,7 +223,7 @@ void MainWindow::CreateViews() {
         return form_.ListView3.Row(row).tag.empty();
     };
     lists_.back()->can_drag = [this, is_working_sheet](std::size_t row) {
-        return HasNumberForName(form_.ListView3, row) && is_working_sheet(row);
+        return shell::CanDrag(form_, form_.ListView3, row) && is_working_sheet(row);
     };
     lists_.back()->can_drop_on = is_working_sheet;
     AddButton(sheets, ID_Command21, form_.Command21);

@@ -50,7 +50,6 @@ class MainWindow {
     void AddComboBox(HWND page, int id, int label_id, controls::ComboBox& combo_box);
     void AddList(HWND page, int id, controls::ListView& list, ListViewWindow::Look look);
     // What a row needs to be dragged: a number other than zero.
-    [[nodiscard]] bool HasNumberForName(const controls::ListView& list, std::size_t row) const;
     void ApplyDpi(UINT dpi);
 
     void RunEvent(const std::function<void()>& event);

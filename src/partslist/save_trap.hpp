@@ -1,0 +1,15 @@
+#pragma once
+
+#include "shell/shell.hpp"
+
+namespace partslist {
+
+// The trap of what saves, and of loading a picker's values: the error in the words of saving.
+template <typename Body>
+void TrapSaving(controls::Form1& form, Body&& body) {
+    shell::Trap(body, [&form](const automation::RunTimeError& error) {
+        shell::stat(form, "Ulozeni Error " + shell::ErrorText(error));
+    });
+}
+
+} // namespace partslist
