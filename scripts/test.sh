@@ -14,4 +14,5 @@ make_wine_prefix
 # The tests of all builds in one run.
 printf 'subdirs(native)\nsubdirs(fuzz)\nsubdirs(windows)\n' >build/CTestTestfile.cmake
 trap end_wine EXIT
-LC_ALL=C ctest --test-dir build --output-on-failure "$@"
+# A second try for a desktop whose services came up too late; what is wrong fails twice.
+LC_ALL=C ctest --test-dir build --output-on-failure --repeat until-pass:2 "$@"

@@ -285,6 +285,19 @@ ComPtr<IDispatch> MakeDispatch(Server& server, ObjectPtr object) {
     return dispatch;
 }
 
+// Right after a system has started, the services that keep registrations may not answer yet.
+template <typename Register>
+static HRESULT WhenServicesRun(Register register_it) {
+    constexpr int kTries = 20;
+    constexpr DWORD kPause = 100; // milliseconds
+    HRESULT result = register_it();
+    for (int tries = 1; tries < kTries && FAILED(result); ++tries) {
+        Sleep(kPause);
+        result = register_it();
+    }
+    return result;
+}
+
 ApplicationRegistration::ApplicationRegistration(Server& server) {
     CLSID class_id{};
     if (FAILED(CLSIDFromProgID(kProgramId, &class_id)) || class_id == kOwnClass) {
@@ -305,10 +318,15 @@ ApplicationRegistration::ApplicationRegistration(Server& server) {
     const ComPtr<IDispatch> application = MakeDispatch(server, server.session.Application());
     ComPtr<IClassFactory> factory;
     factory.Attach(new ApplicationFactory(application));
-    if (FAILED(CoRegisterClassObject(class_id, factory.Get(), CLSCTX_LOCAL_SERVER,
-                                     REGCLS_MULTIPLEUSE, &class_object_)) ||
-        FAILED(RegisterActiveObject(application.Get(), class_id, ACTIVEOBJECT_STRONG,
-                                    &running_object_))) {
+    const auto register_class = [&] {
+        return CoRegisterClassObject(class_id, factory.Get(), CLSCTX_LOCAL_SERVER,
+                                     REGCLS_MULTIPLEUSE, &class_object_);
+    };
+    const auto register_application = [&] {
+        return RegisterActiveObject(application.Get(), class_id, ACTIVEOBJECT_STRONG,
+                                    &running_object_);
+    };
+    if (FAILED(WhenServicesRun(register_class)) || FAILED(WhenServicesRun(register_application))) {
         problem_ = "The session cannot be registered as a running CATIA.";
     }
 }
