@@ -8,9 +8,9 @@
 #include <ole2.h>
 
 #include "automation/run_time_error.hpp"
+#include "com/utf.hpp"
+#include "com/variant.hpp"
 #include "simulator/session_object.hpp"
-#include "win32/com_value.hpp"
-#include "win32/utf.hpp"
 
 using automation::Array;
 using automation::ObjectPtr;
@@ -84,7 +84,7 @@ class SessionDispatch : public IDispatch {
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
                                             DISPID* ids) override {
         const ClassInfo& info = object_->Class();
-        const std::string name = Narrow(names[0]);
+        const std::string name = com::Narrow(names[0]);
         server_.session.NoteLookup(info.name, name);
         for (UINT i = 0; i < count; ++i) {
             ids[i] = DISPID_UNKNOWN; // arguments have no names
@@ -119,7 +119,7 @@ ObjectPtr ObjectOf(IDispatch* dispatch) {
 }
 
 BSTR NewBstr(std::string_view text) {
-    return SysAllocString(Widen(text).c_str());
+    return SysAllocString(com::Widen(text).c_str());
 }
 
 // What the client's end of the call gets for `error`.
@@ -158,7 +158,7 @@ HRESULT SessionDispatch::Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISP
     }
     const automation::Member member{info.name, info.members[static_cast<std::size_t>(place)].name};
     const bool assigns = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
-    if (parameters->cNamedArgs != (assigns ? 1 : 0)) {
+    if (parameters->cNamedArgs != (assigns ? 1U : 0U)) {
         return DISP_E_NONAMEDARGS;
     }
     if (assigns && parameters->cArgs != 1) {
@@ -172,7 +172,7 @@ HRESULT SessionDispatch::Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISP
     try {
         Array arguments;
         for (UINT i = parameters->cArgs; i > 0; --i) {
-            arguments.push_back(FromVariant(parameters->rgvarg[i - 1], ObjectOf));
+            arguments.push_back(com::FromVariant(parameters->rgvarg[i - 1], ObjectOf));
         }
         server_.session.decimal_separator = DecimalSeparator(locale);
         if (assigns) {
@@ -188,11 +188,11 @@ HRESULT SessionDispatch::Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISP
         for (std::size_t i = 0; i < arguments.size(); ++i) {
             const auto* reference = std::get_if<automation::Reference>(&arguments[i].storage());
             if (reference != nullptr && !(**reference == before[i])) {
-                WriteBack(parameters->rgvarg[arguments.size() - 1 - i], **reference, to_dispatch);
+                com::WriteBack(parameters->rgvarg[arguments.size() - 1 - i], **reference, to_dispatch);
             }
         }
         if (result != nullptr) {
-            *result = ToVariant(returned, to_dispatch).Detach();
+            *result = com::ToVariant(returned, to_dispatch).Detach();
         }
         return S_OK;
     } catch (const RunTimeError& error) {

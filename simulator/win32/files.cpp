@@ -5,12 +5,12 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "win32/utf.hpp"
+#include "com/utf.hpp"
 
 namespace simulator {
 
 std::string ReadWholeFile(const std::string& path) {
-    std::ifstream file(std::filesystem::path(Widen(path)), std::ios::binary);
+    std::ifstream file(std::filesystem::path(com::Widen(path)), std::ios::binary);
     std::string content{std::istreambuf_iterator<char>(file), {}};
     if (!file.is_open() || file.bad()) {
         throw std::runtime_error(path + ": cannot be read");
@@ -19,7 +19,7 @@ std::string ReadWholeFile(const std::string& path) {
 }
 
 void WriteWholeFile(const std::string& path, const std::string& content) {
-    std::ofstream file(std::filesystem::path(Widen(path)), std::ios::binary);
+    std::ofstream file(std::filesystem::path(com::Widen(path)), std::ios::binary);
     file << content;
     file.close();
     if (!file) {

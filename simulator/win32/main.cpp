@@ -14,12 +14,12 @@
 #include <ole2.h>
 #include <shellapi.h>
 
+#include "com/utf.hpp"
 #include "com_server.hpp"
 #include "files.hpp"
 #include "remote_control.hpp"
 #include "session_window.hpp"
 #include "simulator/session.hpp"
-#include "win32/utf.hpp"
 
 namespace {
 
@@ -34,9 +34,9 @@ Options ReadCommandLine() {
     int count = 0;
     wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
     for (int i = 1; i < count; ++i) {
-        const std::string word = Narrow(words[i]);
+        const std::string word = com::Narrow(words[i]);
         if (word == "--log" && i + 1 < count) {
-            options.log_path = Narrow(words[++i]);
+            options.log_path = com::Narrow(words[++i]);
         } else if (word == "--detail-as-number") {
             options.detail_as_number = true;
         } else if (!word.starts_with('-') && !word.starts_with('/')) {
@@ -56,7 +56,7 @@ std::vector<std::string> SampleDocuments() {
         std::error_code failure; // a folder that is not there ends the loop at once
         for (const auto& entry : fs::directory_iterator(folder / L"samples", failure)) {
             if (entry.path().extension() == L".txt") {
-                found.push_back(Narrow(entry.path().wstring()));
+                found.push_back(com::Narrow(entry.path().wstring()));
             }
         }
         if (!found.empty() || folder == folder.parent_path()) {
@@ -105,7 +105,8 @@ int WINAPI wWinMain(HINSTANCE program, HINSTANCE, PWSTR, int) {
         try {
             result = Run(program);
         } catch (const std::runtime_error& error) {
-            MessageBoxW(nullptr, Widen(error.what()).c_str(), L"CatiaSim", MB_OK | MB_ICONERROR);
+            MessageBoxW(nullptr, com::Widen(error.what()).c_str(), L"CatiaSim",
+                        MB_OK | MB_ICONERROR);
         }
         OleUninitialize();
     }

@@ -7,7 +7,8 @@
 #include <unordered_map>
 #include <utility>
 
-#include "win32/utf.hpp"
+#include "com/owned.hpp"
+#include "com/utf.hpp"
 
 namespace simulator {
 
@@ -86,13 +87,6 @@ class SheetPainter {
   public:
     SheetPainter(HDC dc, const RECT& area, const Document& drawing)
         : dc_(dc), drawing_(drawing), sheet_(*drawing.active_sheet), scale_(area, sheet_) {}
-    ~SheetPainter() {
-        for (const auto& [key, font] : fonts_) {
-            DeleteObject(font);
-        }
-    }
-    SheetPainter(const SheetPainter&) = delete;
-    SheetPainter& operator=(const SheetPainter&) = delete;
 
     void Paint() {
         constexpr int kShadowWidth = 4;
@@ -138,7 +132,7 @@ class SheetPainter {
         for (const auto& text : view.texts) {
             SetTextColor(dc_, IsSelected(text) ? kSelected : kInk);
             const Chosen font(dc_, NewFont(*text));
-            const std::wstring wide = Widen(text->text);
+            const std::wstring wide = com::Widen(text->text);
             RECT box{scale_.X(view.x + text->x), scale_.Y(view.y + text->y), 0, 0};
             DrawTextW(dc_, wide.c_str(), -1, &box, DT_NOCLIP | DT_NOPREFIX);
         }
@@ -191,7 +185,7 @@ class SheetPainter {
         const int margin = std::max(scale_.Length(1), 2);
         box.left += margin;
         box.right -= 1;
-        const std::wstring wide = Widen(cell.text);
+        const std::wstring wide = com::Widen(cell.text);
         DrawTextW(dc_, wide.c_str(), -1, &box,
                   DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
         SelectObject(dc_, before);
@@ -210,16 +204,16 @@ class SheetPainter {
         return CreateFontW(-height, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
                            OUT_TT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY,
                            DEFAULT_PITCH | FF_SWISS,
-                           Widen(face).substr(0, LF_FACESIZE - 1).c_str());
+                           com::Widen(face).substr(0, LF_FACESIZE - 1).c_str());
     }
 
     // A table has a few fonts in many cells.
     HFONT CellFont(const Text& cell) {
-        HFONT& font = fonts_[{cell.font_name, cell.font_size}];
+        auto& font = fonts_[{cell.font_name, cell.font_size}];
         if (font == nullptr) {
-            font = NewFont(cell);
+            font.reset(NewFont(cell));
         }
-        return font;
+        return font.get();
     }
 
     [[nodiscard]] int PenWidth(int line_width) const {
@@ -238,7 +232,7 @@ class SheetPainter {
     const Document& drawing_;
     const Sheet& sheet_;
     Scale scale_;
-    std::map<std::pair<std::string, double>, HFONT> fonts_;
+    std::map<std::pair<std::string, double>, com::Owned<HFONT>> fonts_;
 };
 
 // Draws the lines of a product's tree that are visible. Sub-assemblies that are not are passed over
@@ -309,7 +303,7 @@ class TreePainter {
         if (assembly) {
             Fill(dc_, {mark.left + 4, mark.top + 4, mark.right - 4, mark.bottom - 4}, kTreeTop);
         }
-        const std::wstring text = Widen(product.part_number);
+        const std::wstring text = com::Widen(product.part_number);
         RECT box{mark.right + 6, top, area_.right, top + kTreeLineHeight};
         DrawTextW(dc_, text.c_str(), -1, &box, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
     }
@@ -360,7 +354,7 @@ void PaintDocument(HDC dc, const RECT& area, const Document* document, int first
     if (document == nullptr) {
         PaintNote(dc, area, L"No document is open. Documents are opened from the File menu.");
     } else if (document->product == nullptr) {
-        PaintNote(dc, area, Widen(document->name).c_str());
+        PaintNote(dc, area, com::Widen(document->name).c_str());
     } else {
         TreePainter(dc, area, first_line).Paint(*document->product, 0);
     }

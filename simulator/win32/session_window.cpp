@@ -8,12 +8,13 @@
 #include <commdlg.h>
 #include <windowsx.h>
 
+#include "com/owned.hpp"
+#include "com/utf.hpp"
 #include "files.hpp"
 #include "painter.hpp"
 #include "remote_control.hpp"
 #include "resource.h"
 #include "simulator/model.hpp"
-#include "win32/utf.hpp"
 
 namespace simulator {
 
@@ -38,7 +39,7 @@ void FillList(HMENU menu, const std::vector<std::string>& names, std::size_t che
         return;
     }
     for (std::size_t i = 0; i < std::min<std::size_t>(names.size(), ID_LIST_LENGTH); ++i) {
-        std::wstring name = Widen(names[i]);
+        std::wstring name = com::Widen(names[i]);
         for (std::size_t at = name.find(L'&'); at != std::wstring::npos;
              at = name.find(L'&', at + 2)) {
             name.insert(at, 1, L'&'); // an ampersand, not a mnemonic
@@ -192,13 +193,12 @@ void SessionWindow::Paint() {
     const HDC dc = BeginPaint(window_, &paint);
     const RECT area = DocumentArea();
     const HDC memory = CreateCompatibleDC(dc);
-    const HBITMAP bitmap =
-        CreateCompatibleBitmap(dc, std::max(area.right, 1L), std::max(area.bottom, 1L));
-    const HGDIOBJ before = SelectObject(memory, bitmap);
+    const com::Owned<HBITMAP> bitmap(
+        CreateCompatibleBitmap(dc, std::max(area.right, 1L), std::max(area.bottom, 1L)));
+    const HGDIOBJ before = SelectObject(memory, bitmap.get());
     PaintDocument(memory, area, session_.ActiveDocument().get(), first_line_);
     BitBlt(dc, 0, 0, area.right, area.bottom, memory, 0, 0, SRCCOPY);
     SelectObject(memory, before);
-    DeleteObject(bitmap);
     DeleteDC(memory);
     EndPaint(window_, &paint);
 }
@@ -214,7 +214,7 @@ void SessionWindow::ShowChanges() {
     show_pending_ = false;
     const std::string name = session_.ActiveDocumentName();
     const std::string own_title = name.empty() ? "CATIA V5" : "CATIA V5 - [" + name + "]";
-    const std::wstring title = Widen(title_.empty() ? own_title : title_);
+    const std::wstring title = com::Widen(title_.empty() ? own_title : title_);
     std::wstring shown(title.size() + 2, L'\0');
     shown.resize(static_cast<std::size_t>(
         GetWindowTextW(window_, shown.data(), static_cast<int>(shown.size()))));
@@ -242,7 +242,7 @@ void SessionWindow::ShowStatus() {
         text = document->product->part_number +
                "    instances: " + std::to_string(TreeLines(*document->product) - 1);
     }
-    SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
+    SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(com::Widen(text).c_str()));
 }
 
 void SessionWindow::LayOut() {
@@ -460,7 +460,7 @@ void SessionWindow::Trap(const std::function<void()>& action) {
     try {
         action();
     } catch (const std::runtime_error& error) {
-        MessageBoxW(window_, Widen(error.what()).c_str(), kProgramName, MB_OK | MB_ICONERROR);
+        MessageBoxW(window_, com::Widen(error.what()).c_str(), kProgramName, MB_OK | MB_ICONERROR);
     }
 }
 
@@ -477,7 +477,7 @@ std::string SessionWindow::AskPath(bool save, const wchar_t* title) const {
     dialog.Flags =
         OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST | (save ? OFN_OVERWRITEPROMPT : OFN_FILEMUSTEXIST);
     const BOOL chosen = save ? GetSaveFileNameW(&dialog) : GetOpenFileNameW(&dialog);
-    return chosen ? Narrow(path) : std::string();
+    return chosen ? com::Narrow(path) : std::string();
 }
 
 } // namespace simulator

@@ -2,6 +2,7 @@
 
 #include "partslist/partslist.hpp"
 #include "shell/shell.hpp"
+#include "version.h"
 
 namespace app {
 
@@ -13,11 +14,6 @@ using controls::Form1;
 // start-up and closing ask for in the same way.
 void PressWithRightButton(const controls::Button& button) {
     controls::Raise(button.MouseDown, controls::kRightButton, controls::kShiftHeld, 1, 1);
-}
-
-std::string Version() {
-    return std::to_string(DORVAK_VERSION_MAJOR) + "." + std::to_string(DORVAK_VERSION_MINOR) + "." +
-           std::to_string(DORVAK_VERSION_REVISION);
 }
 
 void Form_Unload(Form1& form) {
@@ -69,7 +65,7 @@ void Dispatch(Form1& form, const std::function<void()>& handler) {
 void Form_Load(Form1& form) {
     Dispatch(form, [&form] {
         shell::Vycentruj(form);
-        form.Caption = "Dorvak pro Catii " + Version();
+        form.Caption = "Dorvak pro Catii " DORVAK_VERSION_TEXT;
         shell::LoadConfigurationSetting(form);
         partslist::Nacist_List(form, form.Combo1);
         partslist::Nacist_List(form, form.Combo2);

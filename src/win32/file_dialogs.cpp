@@ -7,7 +7,7 @@
 #include <string>
 
 #include "automation/run_time_error.hpp"
-#include "win32/utf.hpp"
+#include "com/utf.hpp"
 
 namespace win32 {
 
@@ -17,7 +17,7 @@ constexpr std::size_t kLongestName = 32768; // in UTF-16 units, the end mark inc
 
 // Captions and patterns, each ended by NUL as the system wants them, from "caption|pattern".
 std::wstring SystemFilter(const std::string& filter) {
-    std::wstring ended = Widen(filter) + L'|';
+    std::wstring ended = com::Widen(filter) + L'|';
     std::ranges::replace(ended, L'|', L'\0');
     return ended;
 }
@@ -25,15 +25,15 @@ std::wstring SystemFilter(const std::string& filter) {
 // What is appended to a name typed without an extension: that of the filter's pattern.
 std::wstring DefaultExtension(const std::string& filter) {
     const std::size_t point = filter.find_last_of('.');
-    return point == std::string::npos ? std::wstring() : Widen(filter.substr(point + 1));
+    return point == std::string::npos ? std::wstring() : com::Widen(filter.substr(point + 1));
 }
 
 bool Show(BOOL(WINAPI* show)(OPENFILENAMEW*), HWND owner, controls::FileDialog& dialog) {
-    const std::wstring title = Widen(dialog.title);
+    const std::wstring title = com::Widen(dialog.title);
     const std::wstring filter = SystemFilter(dialog.filter);
     const std::wstring extension = DefaultExtension(dialog.filter);
-    const std::wstring folder = Widen(dialog.initial_folder);
-    std::wstring name = Widen(dialog.file_name);
+    const std::wstring folder = com::Widen(dialog.initial_folder);
+    std::wstring name = com::Widen(dialog.file_name);
     name.resize(kLongestName);
     name.back() = L'\0';
 
@@ -65,7 +65,7 @@ bool Show(BOOL(WINAPI* show)(OPENFILENAMEW*), HWND owner, controls::FileDialog& 
     if (chosen == FALSE) {
         return false;
     }
-    dialog.file_name = Narrow(name.c_str());
+    dialog.file_name = com::Narrow(name.c_str());
     return true;
 }
 

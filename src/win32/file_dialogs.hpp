@@ -1,8 +1,8 @@
 // The system's dialogs for choosing a file.
 #pragma once
 
+#include "com/owned.hpp"
 #include "controls/controls.hpp"
-#include "win32/owned.hpp"
 
 namespace win32 {
 

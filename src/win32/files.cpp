@@ -9,7 +9,8 @@
 
 #include <windows.h>
 
-#include "win32/utf.hpp"
+#include "com/owned.hpp"
+#include "com/utf.hpp"
 
 namespace win32 {
 
@@ -17,12 +18,6 @@ namespace {
 
 constexpr std::size_t kChunk = 1U << 20;
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
-struct CloseFile {
-    using pointer = HANDLE;
-    void operator()(HANDLE file) const { CloseHandle(file); }
-};
-using OwnedFile = std::unique_ptr<HANDLE, CloseFile>;
 
 // The classic error of a failed file operation.
 automation::RunTimeError FileError(DWORD error) {
@@ -71,7 +66,7 @@ DWORD WhenFree(Access&& access, std::initializer_list<DWORD> in_use) {
     return error;
 }
 
-OwnedFile Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition) {
+com::OwnedHandle Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition) {
     HANDLE file = INVALID_HANDLE_VALUE;
     const DWORD error = WhenFree(
         [&] {
@@ -83,7 +78,7 @@ OwnedFile Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disp
     if (error != ERROR_SUCCESS) {
         throw FileError(error);
     }
-    return OwnedFile(file);
+    return com::OwnedHandle(file);
 }
 
 // Raises what writing to a file that is there already would raise.
@@ -161,7 +156,7 @@ class FileBeside {
 
   private:
     std::wstring path_;
-    OwnedFile file_;
+    com::OwnedHandle file_;
     bool in_place_ = false;
 };
 
@@ -175,19 +170,19 @@ std::string CodePageFiles::ProgramFolder() {
         path.resize(path.size() * 2);
     }
     path.resize(length);
-    return Narrow(std::wstring_view(path).substr(0, path.find_last_of(L'\\')));
+    return com::Narrow(std::wstring_view(path).substr(0, path.find_last_of(L'\\')));
 }
 
 bool CodePageFiles::Exists(std::string_view path) {
-    return GetFileAttributesW(Widen(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+    return GetFileAttributesW(com::Widen(path).c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
 void CodePageFiles::MakeFolder(std::string_view path) {
-    CreateDirectoryW(Widen(path).c_str(), nullptr);
+    CreateDirectoryW(com::Widen(path).c_str(), nullptr);
 }
 
 std::string CodePageFiles::Read(std::string_view path) {
-    const OwnedFile file = Open(Widen(path), GENERIC_READ, kShareAll, OPEN_EXISTING);
+    const com::OwnedHandle file = Open(com::Widen(path), GENERIC_READ, kShareAll, OPEN_EXISTING);
     std::string bytes;
     for (DWORD read = 1; read != 0;) {
         const std::size_t before = bytes.size();
@@ -198,14 +193,14 @@ std::string CodePageFiles::Read(std::string_view path) {
         }
         bytes.resize(before + read);
     }
-    return FromSystemCodePage(bytes);
+    return com::FromSystemCodePage(bytes);
 }
 
 void CodePageFiles::Write(std::string_view path, std::string_view text) {
-    const std::wstring target = Widen(path);
+    const std::wstring target = com::Widen(path);
     CheckWritable(target);
     FileBeside beside(target);
-    beside.Write(ToSystemCodePage(text));
+    beside.Write(com::ToSystemCodePage(text));
     beside.TakePlace();
 }
 

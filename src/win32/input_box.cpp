@@ -13,7 +13,7 @@ struct InputBox {
     std::string_view title;
     std::string_view proposal;
     std::string answer;
-    Owned<HFONT> font;
+    com::Owned<HFONT> font;
 };
 
 void Fill(HWND dialog, InputBox& box) {

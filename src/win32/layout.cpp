@@ -45,15 +45,15 @@ void Layout::Place(int width, int height, HFONT font) const {
     }
 }
 
-Owned<HFONT> MessageFont(UINT dpi) {
+com::Owned<HFONT> MessageFont(UINT dpi) {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
     SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, dpi);
-    return Owned<HFONT>(CreateFontIndirectW(&metrics.lfMessageFont));
+    return com::Owned<HFONT>(CreateFontIndirectW(&metrics.lfMessageFont));
 }
 
-Owned<HICON> LoadIconOfSize(int resource, int size) {
-    return Owned<HICON>(
+com::Owned<HICON> LoadIconOfSize(int resource, int size) {
+    return com::Owned<HICON>(
         static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(resource),
                                       IMAGE_ICON, size, size, LR_DEFAULTCOLOR)));
 }

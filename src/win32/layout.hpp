@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "win32/owned.hpp"
+#include "com/owned.hpp"
 
 namespace win32 {
 
@@ -38,9 +38,18 @@ inline int Scaled(int design_pixels, UINT dpi) {
     return MulDiv(design_pixels, static_cast<int>(dpi), 96);
 }
 
+// Twips, of which there are 1440 to the inch, as pixels at `dpi`, and back.
+inline constexpr int kTwipsPerInch = 1440;
+inline int Pixels(int twips, UINT dpi) {
+    return MulDiv(twips, static_cast<int>(dpi), kTwipsPerInch);
+}
+inline int Twips(int pixels, UINT dpi) {
+    return MulDiv(pixels, kTwipsPerInch, static_cast<int>(dpi));
+}
+
 // The system's font for messages and dialogs, at `dpi`.
-Owned<HFONT> MessageFont(UINT dpi);
+com::Owned<HFONT> MessageFont(UINT dpi);
 // An icon of the resources with an edge of `size` pixels.
-Owned<HICON> LoadIconOfSize(int resource, int size);
+com::Owned<HICON> LoadIconOfSize(int resource, int size);
 
 } // namespace win32

@@ -4,7 +4,7 @@
 
 #include <cstring>
 
-#include "win32/utf.hpp"
+#include "com/utf.hpp"
 
 namespace win32 {
 
@@ -44,41 +44,41 @@ void PutOnClipboard(HWND owner, std::wstring_view text) {
 } // namespace
 
 ListViewWindow::ListViewWindow(HWND window, controls::ListView& list, Look look, RunEvent run_event)
-    : window_(window), list_(list), look_(std::move(look)), run_event_(std::move(run_event)) {
+    : View(window), list_(list), look_(std::move(look)), run_event_(std::move(run_event)) {
     const DWORD check_boxes = look_.check_boxes ? LVS_EX_CHECKBOXES : 0U;
-    ListView_SetExtendedListViewStyle(window_, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER |
-                                                   LVS_EX_LABELTIP | check_boxes);
+    ListView_SetExtendedListViewStyle(Window(), LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER |
+                                                    LVS_EX_LABELTIP | check_boxes);
     if (look_.check_boxes) {
-        ListView_SetCallbackMask(window_, LVIS_STATEIMAGEMASK);
+        ListView_SetCallbackMask(Window(), LVIS_STATEIMAGEMASK);
     }
     int index = 0;
     for (const std::string& caption : list_.Columns()) {
-        std::wstring text = Widen(caption);
+        std::wstring text = com::Widen(caption);
         LVCOLUMNW column{};
         column.mask = LVCF_TEXT | LVCF_SUBITEM;
         column.pszText = text.data();
         column.iSubItem = index;
-        SendMessageW(window_, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index),
+        SendMessageW(Window(), LVM_INSERTCOLUMNW, static_cast<WPARAM>(index),
                      reinterpret_cast<LPARAM>(&column));
         ++index;
     }
     list_.HitTest = [this](int x, int y) { return RowAt({x, y}); };
-    SetWindowSubclass(window_, WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
-    SetWindowSubclass(ListView_GetHeader(window_), HeaderProcedure, kSubclass, 0);
+    SetWindowSubclass(Window(), WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+    SetWindowSubclass(ListView_GetHeader(Window()), HeaderProcedure, kSubclass, 0);
 }
 
 ListViewWindow::~ListViewWindow() {
     list_.HitTest = nullptr;
-    RemoveWindowSubclass(window_, WindowProcedure, kSubclass);
+    RemoveWindowSubclass(Window(), WindowProcedure, kSubclass);
     if (tool_tip_ != nullptr) {
         DestroyWindow(tool_tip_);
     }
 }
 
-void ListViewWindow::SetDpi(UINT dpi) const {
+void ListViewWindow::SetDpi(UINT dpi) {
     int index = 0;
     for (const int width : look_.column_widths) {
-        ListView_SetColumnWidth(window_, index, Scaled(width, dpi));
+        ListView_SetColumnWidth(Window(), index, Scaled(width, dpi));
         ++index;
     }
 }
@@ -91,22 +91,22 @@ void ListViewWindow::Refresh() {
     shown_revision_ = list_.Revision();
     if (list_.Count() != shown_count_) {
         const bool grows = list_.Count() > shown_count_;
-        ListView_SetItemCountEx(window_, static_cast<int>(list_.Count()),
+        ListView_SetItemCountEx(Window(), static_cast<int>(list_.Count()),
                                 LVSICF_NOINVALIDATEALL | (grows ? LVSICF_NOSCROLL : 0U));
         shown_count_ = list_.Count();
         // Which rows stay selected and current when their number changes is Windows' affair.
         shown_selected_.assign(shown_count_, false);
-        for (int item = ListView_GetNextItem(window_, -1, LVNI_SELECTED); item >= 0;
-             item = ListView_GetNextItem(window_, item, LVNI_SELECTED)) {
+        for (int item = ListView_GetNextItem(Window(), -1, LVNI_SELECTED); item >= 0;
+             item = ListView_GetNextItem(Window(), item, LVNI_SELECTED)) {
             shown_selected_[static_cast<std::size_t>(item)] = true;
         }
     }
     PushSelection();
     if (const auto row = list_.TakeRowToShow(); row && *row <= shown_count_) {
-        ListView_EnsureVisible(window_, ToItem(*row), FALSE);
+        ListView_EnsureVisible(Window(), ToItem(*row), FALSE);
     }
     RefreshToolTip();
-    InvalidateRect(window_, nullptr, FALSE);
+    InvalidateRect(Window(), nullptr, FALSE);
 }
 
 void ListViewWindow::RefreshToolTip() {
@@ -117,9 +117,9 @@ void ListViewWindow::RefreshToolTip() {
     TTTOOLINFOW tool{};
     tool.cbSize = sizeof tool;
     tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = window_;
-    tool.uId = reinterpret_cast<UINT_PTR>(window_);
-    std::wstring text = Widen(shown_tool_tip_);
+    tool.hwnd = Window();
+    tool.uId = reinterpret_cast<UINT_PTR>(Window());
+    std::wstring text = com::Widen(shown_tool_tip_);
     tool.lpszText = text.data();
     if (tool_tip_ == nullptr) {
         // Without an owner: Wine does not put a window on top that owns another.
@@ -143,7 +143,7 @@ void ListViewWindow::PushSelection() {
     const auto current = list_.CurrentRow();
     if (current && !HasItemState(ToItem(*current), LVIS_FOCUSED)) {
         SetItemState(ToItem(*current), LVIS_FOCUSED, LVIS_FOCUSED);
-    } else if (const int focused = ListView_GetNextItem(window_, -1, LVNI_FOCUSED);
+    } else if (const int focused = ListView_GetNextItem(Window(), -1, LVNI_FOCUSED);
                !current && focused >= 0) {
         // Not for all rows at once, which takes seconds for a long list.
         SetItemState(focused, 0, LVIS_FOCUSED);
@@ -160,8 +160,8 @@ void ListViewWindow::Pull() {
     }
     const bool in_step = list_.Revision() == shown_revision_;
     std::vector<bool> selected(shown_count_, false);
-    for (int item = ListView_GetNextItem(window_, -1, LVNI_SELECTED); item >= 0;
-         item = ListView_GetNextItem(window_, item, LVNI_SELECTED)) {
+    for (int item = ListView_GetNextItem(Window(), -1, LVNI_SELECTED); item >= 0;
+         item = ListView_GetNextItem(Window(), item, LVNI_SELECTED)) {
         selected[static_cast<std::size_t>(item)] = true;
     }
     for (std::size_t row = 1; row <= shown_count_; ++row) {
@@ -170,7 +170,7 @@ void ListViewWindow::Pull() {
         }
     }
     shown_selected_ = std::move(selected);
-    const int focused = ListView_GetNextItem(window_, -1, LVNI_FOCUSED);
+    const int focused = ListView_GetNextItem(Window(), -1, LVNI_FOCUSED);
     list_.SetCurrentRow(focused < 0 ? std::nullopt
                                     : std::optional(static_cast<std::size_t>(focused) + 1));
     if (in_step) {
@@ -200,7 +200,7 @@ LRESULT ListViewWindow::OnNotify(NMHDR& header) {
         if (left_down_ && begin.iItem >= 0) {
             dragging_ = true;
             dragged_row_ = can_drag && row <= list_.Count() && can_drag(row) ? row : 0;
-            SetCapture(window_);
+            SetCapture(Window());
         }
         return 0;
     }
@@ -210,7 +210,7 @@ LRESULT ListViewWindow::OnNotify(NMHDR& header) {
         if (item.pszText == nullptr || row < 1 || row > list_.Count()) {
             return FALSE;
         }
-        run_event_([&] { list_.UserRename(row, Narrow(item.pszText)); });
+        run_event_([&] { list_.UserRename(row, com::Narrow(item.pszText)); });
         return TRUE;
     }
     case NM_CUSTOMDRAW:
@@ -226,7 +226,7 @@ void ListViewWindow::OnGetDisplayInfo(LVITEMW& item) {
     if ((item.mask & LVIF_TEXT) != 0) {
         display_text_.clear();
         if (exists) {
-            display_text_ = Widen(
+            display_text_ = com::Widen(
                 item.iSubItem == 0 ? list_.Row(row).text
                                    : list_.SubItem(row, static_cast<std::size_t>(item.iSubItem)));
         }
@@ -248,7 +248,7 @@ LRESULT ListViewWindow::FindByPrefix(const NMLVFINDITEMW& find) const {
     const auto first = static_cast<std::size_t>(std::max(find.iStart, 0));
     for (std::size_t step = 0; step < count; ++step) {
         const std::size_t row = (first + step) % count + 1;
-        const std::wstring text = Widen(list_.Row(row).text).substr(0, wanted.size());
+        const std::wstring text = com::Widen(list_.Row(row).text).substr(0, wanted.size());
         if (CompareStringEx(LOCALE_NAME_USER_DEFAULT, NORM_IGNORECASE, text.data(),
                             static_cast<int>(text.size()), wanted.data(),
                             static_cast<int>(wanted.size()), nullptr, nullptr, 0) == CSTR_EQUAL) {
@@ -289,7 +289,7 @@ LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
             run_event_([this] { list_.UserClick(); });
         } else {
             const FlagWhile releasing(releasing_);
-            DefSubclassProc(window_, message, w, l);
+            DefSubclassProc(Window(), message, w, l);
         }
         RaiseMouseUp(controls::kLeftButton, PointOf(l));
         return 0;
@@ -300,7 +300,7 @@ LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         }
         break;
     case WM_CAPTURECHANGED:
-        if (!releasing_ && reinterpret_cast<HWND>(l) != window_) {
+        if (!releasing_ && reinterpret_cast<HWND>(l) != Window()) {
             CancelDrag();
         }
         break;
@@ -323,7 +323,7 @@ LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
     default:
         break;
     }
-    return DefSubclassProc(window_, message, w, l);
+    return DefSubclassProc(Window(), message, w, l);
 }
 
 LRESULT ListViewWindow::OnButtonDown(UINT message, WPARAM w, LPARAM l) {
@@ -333,18 +333,18 @@ LRESULT ListViewWindow::OnButtonDown(UINT message, WPARAM w, LPARAM l) {
     UINT flags = 0;
     const auto row = RowAt(at, &flags);
     if (row && look_.check_boxes && flags == LVHT_ONITEMSTATEICON) {
-        SetFocus(window_);
+        SetFocus(Window());
         on_check_box_ = true;
-        SetCapture(window_);
+        SetCapture(Window());
         Toggle(*row);
         return 0;
     }
-    const LRESULT result = DefSubclassProc(window_, message, w, l);
+    const LRESULT result = DefSubclassProc(Window(), message, w, l);
     // Where Windows detected by itself that this was no drag, the release never arrives here.
     if (left_down_ && !dragging_ && GetKeyState(VK_LBUTTON) >= 0) {
         const DWORD position = GetMessagePos();
         POINT released{GET_X_LPARAM(position), GET_Y_LPARAM(position)};
-        ScreenToClient(window_, &released);
+        ScreenToClient(Window(), &released);
         RaiseMouseUp(controls::kLeftButton, released);
     }
     return result;
@@ -352,11 +352,11 @@ LRESULT ListViewWindow::OnButtonDown(UINT message, WPARAM w, LPARAM l) {
 
 LRESULT ListViewWindow::OnRightButtonDown(LPARAM l) {
     const POINT at = PointOf(l);
-    SetFocus(window_);
+    SetFocus(Window());
     if (const auto row = RowAt(at)) {
         if (!HasItemState(ToItem(*row), LVIS_SELECTED)) {
-            for (int item = ListView_GetNextItem(window_, -1, LVNI_SELECTED); item >= 0;
-                 item = ListView_GetNextItem(window_, item, LVNI_SELECTED)) {
+            for (int item = ListView_GetNextItem(Window(), -1, LVNI_SELECTED); item >= 0;
+                 item = ListView_GetNextItem(Window(), item, LVNI_SELECTED)) {
                 SetItemState(item, 0, LVIS_SELECTED);
             }
         }
@@ -392,8 +392,8 @@ bool ListViewWindow::OnKeyDown(WPARAM key) {
     case VK_F2:
         Pull();
         if (const auto row = list_.CurrentRow();
-            row && (GetWindowLongPtrW(window_, GWL_STYLE) & LVS_EDITLABELS) != 0) {
-            SendMessageW(window_, LVM_EDITLABELW, static_cast<WPARAM>(ToItem(*row)), 0);
+            row && (GetWindowLongPtrW(Window(), GWL_STYLE) & LVS_EDITLABELS) != 0) {
+            SendMessageW(Window(), LVM_EDITLABELW, static_cast<WPARAM>(ToItem(*row)), 0);
         }
         return true;
     case 'A':
@@ -422,16 +422,16 @@ void ListViewWindow::Toggle(std::size_t row) {
 
 void ListViewWindow::DragOver(POINT at) {
     RECT client;
-    GetClientRect(window_, &client);
+    GetClientRect(Window(), &client);
     RECT header{};
-    GetClientRect(ListView_GetHeader(window_), &header);
-    const int top = ListView_GetTopIndex(window_);
+    GetClientRect(ListView_GetHeader(Window()), &header);
+    const int top = ListView_GetTopIndex(Window());
     if (at.y < header.bottom && top > 0) {
-        ListView_EnsureVisible(window_, top - 1, FALSE);
+        ListView_EnsureVisible(Window(), top - 1, FALSE);
     } else if (at.y >= client.bottom) {
-        const int below = top + ListView_GetCountPerPage(window_);
+        const int below = top + ListView_GetCountPerPage(Window());
         if (below < static_cast<int>(shown_count_)) {
-            ListView_EnsureVisible(window_, below, FALSE);
+            ListView_EnsureVisible(Window(), below, FALSE);
         }
     }
     const auto row = RowAt(at);
@@ -446,7 +446,7 @@ void ListViewWindow::CancelDrag() {
         dragging_ = false;
         left_down_ = false;
         ShowDropMark(std::nullopt);
-        if (GetCapture() == window_) {
+        if (GetCapture() == Window()) {
             ReleaseCapture();
         }
     }
@@ -458,7 +458,7 @@ void ListViewWindow::ShowDropMark(std::optional<std::size_t> row) {
     }
     for (const auto& changed : {drop_row_, row}) {
         if (changed) {
-            ListView_RedrawItems(window_, ToItem(*changed), ToItem(*changed));
+            ListView_RedrawItems(Window(), ToItem(*changed), ToItem(*changed));
         }
     }
     drop_row_ = row;
@@ -476,7 +476,7 @@ LRESULT ListViewWindow::OnCustomDraw(const NMLVCUSTOMDRAW& draw) const {
         const auto item = static_cast<int>(draw.nmcd.dwItemSpec);
         RECT line;
         if (!drop_row_ || item != ToItem(*drop_row_) ||
-            ListView_GetItemRect(window_, item, &line, LVIR_BOUNDS) == FALSE) {
+            ListView_GetItemRect(Window(), item, &line, LVIR_BOUNDS) == FALSE) {
             return CDRF_DODEFAULT;
         }
         if (*drop_row_ < dragged_row_) {
@@ -495,7 +495,7 @@ LRESULT ListViewWindow::OnCustomDraw(const NMLVCUSTOMDRAW& draw) const {
 std::optional<std::size_t> ListViewWindow::RowAt(POINT at, UINT* flags) const {
     LVHITTESTINFO hit{};
     hit.pt = at;
-    const int item = ListView_HitTest(window_, &hit);
+    const int item = ListView_HitTest(Window(), &hit);
     if (flags != nullptr) {
         *flags = hit.flags;
     }
@@ -509,12 +509,12 @@ void ListViewWindow::SetItemState(int item, UINT state, UINT mask) const {
     LVITEMW change{};
     change.state = state;
     change.stateMask = mask;
-    SendMessageW(window_, LVM_SETITEMSTATE, static_cast<WPARAM>(item),
+    SendMessageW(Window(), LVM_SETITEMSTATE, static_cast<WPARAM>(item),
                  reinterpret_cast<LPARAM>(&change));
 }
 
 bool ListViewWindow::HasItemState(int item, UINT state) const {
-    return (SendMessageW(window_, LVM_GETITEMSTATE, static_cast<WPARAM>(item),
+    return (SendMessageW(Window(), LVM_GETITEMSTATE, static_cast<WPARAM>(item),
                          static_cast<LPARAM>(state)) &
             static_cast<LRESULT>(state)) != 0;
 }
@@ -522,21 +522,21 @@ bool ListViewWindow::HasItemState(int item, UINT state) const {
 void ListViewWindow::CopySelection() const {
     const std::string text = list_.SelectionAsText();
     if (!text.empty()) {
-        PutOnClipboard(window_, Widen(text));
+        PutOnClipboard(Window(), com::Widen(text));
     }
 }
 
 POINT ListViewWindow::MenuPlace() const {
     POINT place{0, 0};
     RECT client;
-    GetClientRect(window_, &client);
+    GetClientRect(Window(), &client);
     RECT row;
     const auto current = list_.CurrentRow();
     if (current && *current <= shown_count_ &&
-        ListView_GetItemRect(window_, ToItem(*current), &row, LVIR_LABEL) != FALSE) {
+        ListView_GetItemRect(Window(), ToItem(*current), &row, LVIR_LABEL) != FALSE) {
         place = {row.left, std::clamp(row.bottom, client.top, client.bottom)};
     }
-    ClientToScreen(window_, &place);
+    ClientToScreen(Window(), &place);
     return place;
 }
 

@@ -13,7 +13,7 @@
 
 namespace win32 {
 
-class ListViewWindow {
+class ListViewWindow : public View {
   public:
     struct Look {
         std::vector<int> column_widths; // in design pixels
@@ -21,20 +21,16 @@ class ListViewWindow {
     };
 
     ListViewWindow(HWND window, controls::ListView& list, Look look, RunEvent run_event);
-    ~ListViewWindow();
-    ListViewWindow(const ListViewWindow&) = delete;
-    ListViewWindow& operator=(const ListViewWindow&) = delete;
+    ~ListViewWindow() override;
 
-    [[nodiscard]] HWND Window() const { return window_; }
-    void SetDpi(UINT dpi) const;
-    void Refresh();
-    void Pull();
-    LRESULT OnNotify(NMHDR& header);
-    // Ends a drag without a drop.
-    void CancelDrag();
-    // Where a menu asked for by keyboard opens: below the current row's beginning, in screen
-    // coordinates.
-    [[nodiscard]] POINT MenuPlace() const;
+    void SetDpi(UINT dpi) override;
+    void Refresh() override;
+    [[nodiscard]] bool ShowsContents() const override { return true; }
+    void Pull() override;
+    LRESULT OnNotify(NMHDR& header) override;
+    void CancelDrag() override;
+    // Below the current row's beginning.
+    [[nodiscard]] POINT MenuPlace() const override;
 
     // Whether a row may be dragged by the mouse; shows where it would land while it is dragged.
     // Rows cannot be dragged where this is not set.
@@ -65,7 +61,6 @@ class ListViewWindow {
     [[nodiscard]] bool HasItemState(int item, UINT state) const;
     void CopySelection() const;
 
-    HWND window_;
     controls::ListView& list_;
     Look look_;
     RunEvent run_event_;

@@ -1,9 +1,9 @@
 // The program: its surroundings on Windows, the form, its window.
 #include "app/form_events.hpp"
-#include "win32/com_client.hpp"
+#include "com/client.hpp"
 #include "win32/files.hpp"
 #include "win32/main_window.hpp"
-#include "win32/ports.hpp"
+#include "win32/windows_ports.hpp"
 
 #include <ole2.h>
 
@@ -21,7 +21,7 @@ class Apartment {
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     const Apartment apartment;
-    const MessageFilterRegistration message_filter;
+    const com::MessageFilterRegistration message_filter;
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
     InitCommonControlsEx(&classes);
 

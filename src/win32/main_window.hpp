@@ -1,17 +1,15 @@
-// The main window: the form's controls on their pages. It brings what the program changed to the
-// screen when events are processed and when a handler ends, and turns what the person does into the
-// controls' events.
+// The main window: its life and its messages. What stands in it is made by pages.hpp and
+// control_views.hpp, kept in step by refresh.hpp.
 #pragma once
 
-#include <memory>
 #include <optional>
-#include <vector>
 
+#include "com/owned.hpp"
 #include "controls/form1.hpp"
+#include "win32/control_views.hpp"
 #include "win32/layout.hpp"
-#include "win32/list_view_window.hpp"
-#include "win32/tree_view_window.hpp"
-#include "win32/views.hpp"
+#include "win32/pages.hpp"
+#include "win32/refresh.hpp"
 
 namespace win32 {
 
@@ -34,61 +32,26 @@ class MainWindow {
     void DoEvents();
 
   private:
-    enum class Thoroughness { kFrugal, kComplete };
-
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l);
     static INT_PTR CALLBACK PageProcedure(HWND page, UINT message, WPARAM w, LPARAM l);
     std::optional<LRESULT> OnMessage(UINT message, WPARAM w, LPARAM l);
-    void OnCommand(int id, UINT code);
+    void OnCommand(UINT code, int id, HWND control);
     LRESULT OnNotify(NMHDR& header);
-
-    void CreatePages();
-    void CreateViews();
-    ButtonView& AddButton(HWND page, int id, controls::Button& button);
-    void AddCheckBox(HWND page, int id, controls::CheckBox& check_box);
-    void AddTextBox(HWND page, int id, controls::TextBox& text_box);
-    void AddComboBox(HWND page, int id, int label_id, controls::ComboBox& combo_box);
-    void AddList(HWND page, int id, controls::ListView& list, ListViewWindow::Look look);
-    // What a row needs to be dragged: a number other than zero.
-    void ApplyDpi(UINT dpi);
-
-    void RunEvent(const std::function<void()>& event);
-    void Pull();
-    void Refresh(Thoroughness thoroughness);
-    void RefreshContents();
-    void RefreshPlace();
-    void ShowPage(std::size_t page);
-    void ShowNow();
-    void ShowPopup(const controls::PopupMenu& menu, controls::PopupPlace place) const;
+    [[nodiscard]] POINT PopupPoint(controls::PopupPlace place) const;
     void HandleMessage(MSG& message) const;
-    [[nodiscard]] int Pixels(int twips) const;
+    void ApplyDpi(UINT dpi);
+    void RunEvent(const std::function<void()>& event);
 
     controls::Form1& form_;
-    HWND window_ = nullptr;
-    HWND tabs_ = nullptr;
-    std::vector<HWND> pages_;
-    UINT dpi_ = 96;
-    Owned<HFONT> font_;
-    Owned<HICON> large_icon_;
-    Owned<HICON> small_icon_;
+    HWND window_;
     Layout layout_;
-
-    std::vector<std::unique_ptr<ButtonView>> buttons_;
-    std::vector<ButtonView*> picture_buttons_;
-    std::vector<std::unique_ptr<CheckBoxView>> check_boxes_;
-    std::vector<std::unique_ptr<TextBoxView>> text_boxes_;
-    std::vector<std::unique_ptr<ComboBoxView>> combo_boxes_;
-    std::vector<std::unique_ptr<ListViewWindow>> lists_;
-    std::unique_ptr<TreeViewWindow> tree_;
-    std::unique_ptr<ListBoxView> list_box_;
-    std::unique_ptr<StatusBarView> status_bar_;
-
+    Pages pages_;
+    ControlViews views_;
+    Refresher refresher_;
+    com::Owned<HFONT> font_;
+    com::Owned<HICON> large_icon_;
+    com::Owned<HICON> small_icon_;
     bool loaded_ = false;
-    std::string shown_caption_;
-    RECT shown_place_{}; // left, top, width, height as last applied, in twips
-    std::size_t shown_page_ = 0;
-    controls::MousePointer shown_pointer_ = controls::MousePointer::kDefault;
-    ULONGLONG next_frugal_refresh_ = 0; // in milliseconds of the system's tick count
 };
 
 } // namespace win32

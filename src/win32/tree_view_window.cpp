@@ -2,8 +2,8 @@
 
 #include <windowsx.h>
 
+#include "com/utf.hpp"
 #include "win32/resource.h"
-#include "win32/utf.hpp"
 
 namespace win32 {
 
@@ -21,27 +21,27 @@ UINT CheckState(bool checked) {
 } // namespace
 
 TreeViewWindow::TreeViewWindow(HWND window, controls::TreeView& tree, RunEvent run_event)
-    : window_(window), tree_(tree), run_event_(std::move(run_event)) {
+    : View(window), tree_(tree), run_event_(std::move(run_event)) {
     // Check boxes asked for at creation do not take states; they must come afterwards.
-    SetWindowLongPtrW(window_, GWL_STYLE, GetWindowLongPtrW(window_, GWL_STYLE) | TVS_CHECKBOXES);
-    SendMessageW(window_, TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
+    SetWindowLongPtrW(Window(), GWL_STYLE, GetWindowLongPtrW(Window(), GWL_STYLE) | TVS_CHECKBOXES);
+    SendMessageW(Window(), TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
     // The tips of cut-off names belong to the main window, and Wine does not put a window on top
     // that owns another. They are topmost themselves and do not need an owner.
-    SetWindowLongPtrW(TreeView_GetToolTips(window_), GWLP_HWNDPARENT, 0);
-    SetWindowSubclass(window_, WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+    SetWindowLongPtrW(TreeView_GetToolTips(Window()), GWLP_HWNDPARENT, 0);
+    SetWindowSubclass(Window(), WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
 
 TreeViewWindow::~TreeViewWindow() {
-    RemoveWindowSubclass(window_, WindowProcedure, kSubclass);
+    RemoveWindowSubclass(Window(), WindowProcedure, kSubclass);
 }
 
 void TreeViewWindow::SetDpi(UINT dpi) {
     const int edge = Scaled(kImageEdge, dpi);
-    Owned<HIMAGELIST> images(ImageList_Create(edge, edge, ILC_COLOR32 | ILC_MASK, 2, 0));
+    com::Owned<HIMAGELIST> images(ImageList_Create(edge, edge, ILC_COLOR32 | ILC_MASK, 2, 0));
     for (const int resource : {IDI_ASSEMBLY, IDI_PART}) {
         ImageList_ReplaceIcon(images.get(), -1, LoadIconOfSize(resource, edge).get());
     }
-    TreeView_SetImageList(window_, images.get(), TVSIL_NORMAL);
+    TreeView_SetImageList(Window(), images.get(), TVSIL_NORMAL);
     images_ = std::move(images);
 }
 
@@ -53,20 +53,20 @@ void TreeViewWindow::Refresh() {
     shown_revision_ = tree_.Revision();
     if (tree_.Restructurings() != shown_restructurings_) {
         shown_restructurings_ = tree_.Restructurings();
-        SetWindowRedraw(window_, FALSE);
+        SetWindowRedraw(Window(), FALSE);
         Rebuild();
-        SetWindowRedraw(window_, TRUE);
+        SetWindowRedraw(Window(), TRUE);
     } else {
         UpdateVisibleChecks();
     }
     if (const auto node = tree_.TakeNodeToShow(); node && *node <= items_.size()) {
-        TreeView_EnsureVisible(window_, items_[*node - 1]);
+        TreeView_EnsureVisible(Window(), items_[*node - 1]);
     }
 }
 
 void TreeViewWindow::Rebuild() {
-    TreeView_SelectItem(window_, nullptr);
-    TreeView_DeleteAllItems(window_);
+    TreeView_SelectItem(Window(), nullptr);
+    TreeView_DeleteAllItems(Window());
     const std::size_t count = tree_.Count();
     items_.clear();
     items_.reserve(count);
@@ -77,7 +77,7 @@ void TreeViewWindow::Rebuild() {
     std::vector<HTREEITEM> last_child(count + 1, TVI_FIRST);
     for (std::size_t number = 1; number <= count; ++number) {
         const controls::TreeNode& node = tree_.Node(number);
-        std::wstring text = Widen(node.text);
+        std::wstring text = com::Widen(node.text);
         TVINSERTSTRUCTW insert{};
         insert.hParent = node.parent == 0 ? TVI_ROOT : items_[node.parent - 1];
         insert.hInsertAfter = last_child[node.parent];
@@ -89,7 +89,7 @@ void TreeViewWindow::Rebuild() {
         insert.item.state = CheckState(node.checked) | (node.expanded ? TVIS_EXPANDED : 0U);
         insert.item.stateMask = TVIS_STATEIMAGEMASK | TVIS_EXPANDED;
         const auto item = reinterpret_cast<HTREEITEM>(
-            SendMessageW(window_, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+            SendMessageW(Window(), TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
         last_child[node.parent] = item;
         items_.push_back(item);
         shown_checked_.push_back(node.checked);
@@ -109,7 +109,7 @@ void TreeViewWindow::UpdateCheck(HTREEITEM handle) {
         item.hItem = handle;
         item.state = CheckState(checked);
         item.stateMask = TVIS_STATEIMAGEMASK;
-        SendMessageW(window_, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        SendMessageW(Window(), TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     }
 }
 
@@ -117,10 +117,10 @@ void TreeViewWindow::UpdateVisibleChecks() {
     if (tree_.Restructurings() != shown_restructurings_) {
         return; // the native tree is still the one before
     }
-    HTREEITEM item = TreeView_GetFirstVisible(window_);
-    for (UINT left = TreeView_GetVisibleCount(window_) + 1; item != nullptr && left > 0; --left) {
+    HTREEITEM item = TreeView_GetFirstVisible(Window());
+    for (UINT left = TreeView_GetVisibleCount(Window()) + 1; item != nullptr && left > 0; --left) {
         UpdateCheck(item);
-        item = TreeView_GetNextVisible(window_, item);
+        item = TreeView_GetNextVisible(Window(), item);
     }
 }
 
@@ -153,17 +153,17 @@ bool TreeViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
     case WM_LBUTTONDBLCLK: {
         TVHITTESTINFO hit{};
         hit.pt = {GET_X_LPARAM(l), GET_Y_LPARAM(l)};
-        TreeView_HitTest(window_, &hit);
+        TreeView_HitTest(Window(), &hit);
         if (hit.flags != TVHT_ONITEMSTATEICON) {
             return false;
         }
-        SetFocus(window_);
+        SetFocus(Window());
         Toggle(hit.hItem);
         return true;
     }
     case WM_KEYDOWN:
         if (w == VK_SPACE) {
-            Toggle(TreeView_GetSelection(window_));
+            Toggle(TreeView_GetSelection(Window()));
             return true;
         }
         return false;
@@ -197,7 +197,7 @@ std::size_t TreeViewWindow::NodeOf(HTREEITEM handle) const {
     item.mask = TVIF_HANDLE | TVIF_PARAM;
     item.hItem = handle;
     if (handle == nullptr ||
-        SendMessageW(window_, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item)) == FALSE) {
+        SendMessageW(Window(), TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item)) == FALSE) {
         return 0;
     }
     return static_cast<std::size_t>(item.lParam);

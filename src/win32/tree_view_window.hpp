@@ -11,17 +11,15 @@
 
 namespace win32 {
 
-class TreeViewWindow {
+class TreeViewWindow : public View {
   public:
     TreeViewWindow(HWND window, controls::TreeView& tree, RunEvent run_event);
-    ~TreeViewWindow();
-    TreeViewWindow(const TreeViewWindow&) = delete;
-    TreeViewWindow& operator=(const TreeViewWindow&) = delete;
+    ~TreeViewWindow() override;
 
-    [[nodiscard]] HWND Window() const { return window_; }
-    void SetDpi(UINT dpi);
-    void Refresh();
-    LRESULT OnNotify(NMHDR& header);
+    void SetDpi(UINT dpi) override;
+    void Refresh() override;
+    [[nodiscard]] bool ShowsContents() const override { return true; }
+    LRESULT OnNotify(NMHDR& header) override;
 
   private:
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
@@ -33,10 +31,9 @@ class TreeViewWindow {
     void Toggle(HTREEITEM item);
     [[nodiscard]] std::size_t NodeOf(HTREEITEM item) const;
 
-    HWND window_;
     controls::TreeView& tree_;
     RunEvent run_event_;
-    Owned<HIMAGELIST> images_;
+    com::Owned<HIMAGELIST> images_;
 
     std::uint64_t shown_revision_ = UINT64_MAX;
     std::uint64_t shown_restructurings_ = 0;

@@ -4,14 +4,17 @@
 
 #include <algorithm>
 
-#include "win32/utf.hpp"
+#include "com/utf.hpp"
+#include "win32/resource.h"
 
 namespace win32 {
 
 namespace {
 
 constexpr UINT_PTR kSubclass = 1;
-constexpr int kDroppedValues = 15; // of a picker, in sight at a time
+constexpr int kDroppedValues = 15;      // of a picker, in sight at a time
+constexpr int kPictureEdge = 16;        // of a button, in design pixels
+constexpr int kStatusSecondPanel = 110; // design pixels
 
 HWND EditOf(HWND combo_box) {
     COMBOBOXINFO info{};
@@ -26,44 +29,55 @@ std::string ReadText(HWND window) {
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)), L'\0');
     const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1);
     text.resize(static_cast<std::size_t>(length));
-    return Narrow(text);
+    return com::Narrow(text);
 }
 
 void ShowText(HWND window, std::string_view text) {
-    SetWindowTextW(window, Widen(text).c_str());
+    SetWindowTextW(window, com::Widen(text).c_str());
 }
 
 int ShiftState() {
     return GetKeyState(VK_SHIFT) < 0 ? controls::kShiftHeld : 0;
 }
 
+POINT View::MenuPlace() const {
+    POINT corner{0, 0};
+    ClientToScreen(window_, &corner);
+    return corner;
+}
+
 ButtonView::ButtonView(HWND window, controls::Button& button, RunEvent run_event)
-    : window_(window), button_(button), run_event_(std::move(run_event)) {
-    SetWindowSubclass(window_, WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+    : View(window), button_(button), run_event_(std::move(run_event)) {
+    SetWindowSubclass(Window(), WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
 
 ButtonView::~ButtonView() {
-    RemoveWindowSubclass(window_, WindowProcedure, kSubclass);
+    RemoveWindowSubclass(Window(), WindowProcedure, kSubclass);
 }
 
 void ButtonView::Refresh() {
     if (button_.Enabled() != shown_enabled_) {
         shown_enabled_ = button_.Enabled();
-        EnableWindow(window_, shown_enabled_ ? TRUE : FALSE);
+        EnableWindow(Window(), shown_enabled_ ? TRUE : FALSE);
     }
     if (button_.Revision() != shown_revision_) {
         shown_revision_ = button_.Revision();
-        ShowText(window_, button_.Caption());
+        ShowText(Window(), button_.Caption());
     }
 }
 
-void ButtonView::Click() {
-    run_event_([this] { controls::Raise(button_.Click); });
+void ButtonView::OnCommand(UINT code) {
+    if (code == BN_CLICKED) {
+        run_event_([this] { controls::Raise(button_.Click); });
+    }
 }
 
-void ButtonView::ShowPicture(int icon_resource, int size) {
-    Owned<HICON> picture = LoadIconOfSize(icon_resource, size);
-    SendMessageW(window_, BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(picture.get()));
+void ButtonView::SetDpi(UINT dpi) {
+    if ((GetWindowLongPtrW(Window(), GWL_STYLE) & BS_ICON) == 0) {
+        return;
+    }
+    com::Owned<HICON> picture = LoadIconOfSize(IDI_APPLY, Scaled(kPictureEdge, dpi));
+    SendMessageW(Window(), BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(picture.get()));
     picture_ = std::move(picture);
 }
 
@@ -81,29 +95,32 @@ LRESULT CALLBACK ButtonView::WindowProcedure(HWND window, UINT message, WPARAM w
 }
 
 CheckBoxView::CheckBoxView(HWND window, controls::CheckBox& check_box, RunEvent run_event)
-    : window_(window), check_box_(check_box), run_event_(std::move(run_event)) {
-    ShowText(window_, check_box_.Caption());
+    : View(window), check_box_(check_box), run_event_(std::move(run_event)) {
+    ShowText(Window(), check_box_.Caption());
 }
 
 void CheckBoxView::Refresh() {
     if (check_box_.Revision() != shown_revision_) {
         shown_revision_ = check_box_.Revision();
-        Button_SetCheck(window_, check_box_.Value() == 1 ? BST_CHECKED : BST_UNCHECKED);
+        Button_SetCheck(Window(), check_box_.Value() == 1 ? BST_CHECKED : BST_UNCHECKED);
     }
 }
 
-void CheckBoxView::Click() {
-    run_event_([this] { check_box_.SetValue(Button_GetCheck(window_) == BST_CHECKED ? 1 : 0); });
+void CheckBoxView::OnCommand(UINT code) {
+    if (code == BN_CLICKED) {
+        run_event_(
+            [this] { check_box_.SetValue(Button_GetCheck(Window()) == BST_CHECKED ? 1 : 0); });
+    }
 }
 
 TextBoxView::TextBoxView(HWND window, controls::TextBox& text_box, RunEvent run_event)
-    : window_(window), text_box_(text_box), run_event_(std::move(run_event)) {
-    SendMessageW(window_, EM_SETLIMITTEXT, 0, 0);
-    SetWindowSubclass(window_, WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+    : View(window), text_box_(text_box), run_event_(std::move(run_event)) {
+    SendMessageW(Window(), EM_SETLIMITTEXT, 0, 0);
+    SetWindowSubclass(Window(), WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
 
 TextBoxView::~TextBoxView() {
-    RemoveWindowSubclass(window_, WindowProcedure, kSubclass);
+    RemoveWindowSubclass(Window(), WindowProcedure, kSubclass);
 }
 
 void TextBoxView::Refresh() {
@@ -113,16 +130,16 @@ void TextBoxView::Refresh() {
     const FlagWhile refreshing(refreshing_);
     const std::string& text = text_box_.Text();
     if (text_box_.Replacements() == shown_replacements_ && shown_length_ <= text.size()) {
-        const int end = GetWindowTextLengthW(window_);
-        const std::wstring more = Widen(std::string_view(text).substr(shown_length_));
-        SetWindowRedraw(window_, FALSE);
-        SendMessageW(window_, EM_SETSEL, static_cast<WPARAM>(end), end);
-        SendMessageW(window_, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(more.c_str()));
-        SendMessageW(window_, WM_HSCROLL, SB_LEFT, 0); // the lines' beginnings stay in sight
-        SetWindowRedraw(window_, TRUE);
-        InvalidateRect(window_, nullptr, TRUE);
+        const int end = GetWindowTextLengthW(Window());
+        const std::wstring more = com::Widen(std::string_view(text).substr(shown_length_));
+        SetWindowRedraw(Window(), FALSE);
+        SendMessageW(Window(), EM_SETSEL, static_cast<WPARAM>(end), end);
+        SendMessageW(Window(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(more.c_str()));
+        SendMessageW(Window(), WM_HSCROLL, SB_LEFT, 0); // the lines' beginnings stay in sight
+        SetWindowRedraw(Window(), TRUE);
+        InvalidateRect(Window(), nullptr, TRUE);
     } else {
-        ShowText(window_, text);
+        ShowText(Window(), text);
     }
     shown_revision_ = text_box_.Revision();
     shown_replacements_ = text_box_.Replacements();
@@ -138,11 +155,17 @@ void TextBoxView::Pull() {
         return; // the program has set another text meanwhile
     }
     // What was appended since the last refresh is not on the screen yet and stays to be shown.
-    std::string text = ReadText(window_);
+    std::string text = ReadText(Window());
     const std::size_t shown = text.size();
     text += std::string_view(text_box_.Text()).substr(shown_length_);
     shown_length_ = shown;
     text_box_.UserChange(std::move(text));
+}
+
+void TextBoxView::OnCommand(UINT code) {
+    if (code == EN_CHANGE) {
+        Changed();
+    }
 }
 
 LRESULT CALLBACK TextBoxView::WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
@@ -176,10 +199,9 @@ LRESULT CALLBACK TextBoxView::WindowProcedure(HWND window, UINT message, WPARAM 
 
 ComboBoxView::ComboBoxView(HWND window, HWND label, controls::ComboBox& combo_box,
                            RunEvent run_event)
-    : window_(window), edit_(EditOf(window)), combo_box_(combo_box),
-      run_event_(std::move(run_event)) {
+    : View(window), edit_(EditOf(window)), combo_box_(combo_box), run_event_(std::move(run_event)) {
     ShowText(label, combo_box_.Label());
-    SendMessageW(window_, CB_SETMINVISIBLE, kDroppedValues, 0);
+    SendMessageW(Window(), CB_SETMINVISIBLE, kDroppedValues, 0);
     SetWindowSubclass(edit_, EditProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
 
@@ -195,12 +217,12 @@ void ComboBoxView::Refresh() {
     shown_revision_ = combo_box_.Revision();
     const auto& items = combo_box_.Items();
     for (; shown_items_ < items.size(); ++shown_items_) {
-        ComboBox_AddString(window_, Widen(items[shown_items_]).c_str());
+        ComboBox_AddString(Window(), com::Widen(items[shown_items_]).c_str());
     }
-    if (ReadText(window_) != combo_box_.Text()) {
-        ShowText(window_, combo_box_.Text());
+    if (ReadText(Window()) != combo_box_.Text()) {
+        ShowText(Window(), combo_box_.Text());
     }
-    EnableWindow(window_, combo_box_.Enabled() ? TRUE : FALSE);
+    EnableWindow(Window(), combo_box_.Enabled() ? TRUE : FALSE);
 }
 
 void ComboBoxView::Pull() {
@@ -209,31 +231,47 @@ void ComboBoxView::Pull() {
     }
     changed_by_person_ = false;
     if (combo_box_.Revision() == shown_revision_) {
-        combo_box_.UserChange(ReadText(window_));
+        combo_box_.UserChange(ReadText(Window()));
+    }
+}
+
+void ComboBoxView::OnCommand(UINT code) {
+    switch (code) {
+    case CBN_EDITCHANGE:
+    case CBN_SELCHANGE:
+    case CBN_SELENDOK: // the drop-down list may complete the text as it opens,
+    case CBN_CLOSEUP:  // and sets it as it closes
+        changed_by_person_ = changed_by_person_ || !refreshing_;
+        break;
+    case CBN_DROPDOWN:
+        FitDropDown();
+        break;
+    default:
+        break;
     }
 }
 
 void ComboBoxView::FitDropDown() const {
     RECT field;
     RECT form;
-    GetWindowRect(window_, &field);
-    GetWindowRect(GetAncestor(window_, GA_ROOT), &form);
+    GetWindowRect(Window(), &field);
+    GetWindowRect(GetAncestor(Window(), GA_ROOT), &form);
     const int margins = field.bottom - field.top + GetSystemMetrics(SM_CXVSCROLL) / 2;
 
-    const HDC screen = GetDC(window_);
-    const HGDIOBJ before = SelectObject(screen, GetWindowFont(window_));
+    const HDC screen = GetDC(Window());
+    const HGDIOBJ before = SelectObject(screen, GetWindowFont(Window()));
     LONG widest = 0;
     for (const std::string& item : combo_box_.Items()) {
-        const std::wstring text = Widen(item);
+        const std::wstring text = com::Widen(item);
         SIZE size{};
         GetTextExtentPoint32W(screen, text.c_str(), static_cast<int>(text.size()), &size);
         widest = std::max(widest, size.cx);
     }
     SelectObject(screen, before);
-    ReleaseDC(window_, screen);
+    ReleaseDC(Window(), screen);
     const LONG width = std::clamp(widest + margins, field.right - field.left,
                                   std::max(field.right - field.left, form.right - field.left));
-    SendMessageW(window_, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(width), 0);
+    SendMessageW(Window(), CB_SETDROPPEDWIDTH, static_cast<WPARAM>(width), 0);
 }
 
 // A dialog keeps Enter from its fields unless they ask for it.
@@ -246,9 +284,9 @@ LRESULT CALLBACK ComboBoxView::EditProcedure(HWND edit, UINT message, WPARAM w, 
     }
     if (message == WM_CHAR && w == VK_RETURN) {
         auto& self = *reinterpret_cast<ComboBoxView*>(view);
-        if (ComboBox_GetDroppedState(self.window_) != FALSE) {
+        if (ComboBox_GetDroppedState(self.Window()) != FALSE) {
             DefSubclassProc(edit, message, w, l); // takes the value that is marked
-            ComboBox_ShowDropdown(self.window_, FALSE);
+            ComboBox_ShowDropdown(self.Window(), FALSE);
         }
         self.run_event_(
             [&self] { controls::Raise(self.combo_box_.KeyPress, controls::kEnterKey); });
@@ -262,18 +300,28 @@ void ListBoxView::Refresh() {
         return;
     }
     shown_revision_ = list_box_.Revision();
-    SetWindowRedraw(window_, FALSE);
-    ListBox_ResetContent(window_);
+    SetWindowRedraw(Window(), FALSE);
+    ListBox_ResetContent(Window());
     for (const std::string& item : list_box_.Items()) {
-        ListBox_AddString(window_, Widen(item).c_str());
+        ListBox_AddString(Window(), com::Widen(item).c_str());
     }
-    SetWindowRedraw(window_, TRUE);
-    InvalidateRect(window_, nullptr, TRUE);
+    SetWindowRedraw(Window(), TRUE);
+    InvalidateRect(Window(), nullptr, TRUE);
 }
 
-void StatusBarView::SetPanels(int width, int second_panel) const {
-    const int edges[2] = {width - second_panel, -1};
-    SendMessageW(window_, SB_SETPARTS, 2, reinterpret_cast<LPARAM>(edges));
+LRESULT TabControlView::OnNotify(NMHDR& header) {
+    if (header.code == TCN_SELCHANGE) {
+        const auto page = static_cast<std::size_t>(TabCtrl_GetCurSel(Window()));
+        run_event_([this, page] { tab_control_.UserClick(page); });
+    }
+    return 0;
+}
+
+void StatusBarView::SetDpi(UINT dpi) {
+    RECT bar;
+    GetClientRect(Window(), &bar);
+    const int edges[2] = {bar.right - Scaled(kStatusSecondPanel, dpi), -1};
+    SendMessageW(Window(), SB_SETPARTS, 2, reinterpret_cast<LPARAM>(edges));
 }
 
 void StatusBarView::Refresh() {
@@ -285,11 +333,11 @@ void StatusBarView::Refresh() {
         const std::string& text = status_bar_.PanelText(panel + 1);
         if (text != shown_[panel]) {
             shown_[panel] = text;
-            SendMessageW(window_, SB_SETTEXTW, panel,
-                         reinterpret_cast<LPARAM>(Widen(text).c_str()));
+            SendMessageW(Window(), SB_SETTEXTW, panel,
+                         reinterpret_cast<LPARAM>(com::Widen(text).c_str()));
         }
     }
-    UpdateWindow(window_);
+    UpdateWindow(Window());
 }
 
 } // namespace win32

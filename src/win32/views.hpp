@@ -1,6 +1,5 @@
-// The small controls on the screen. A view knows a window and the control object that it shows:
-// Refresh brings to the screen what the program changed since the last time, Pull brings into the
-// control object what the person entered since. Both do nothing where nothing changed.
+// The controls on the screen. A view knows a window and the control object that it shows. The lists
+// and the tree have files of their own; the small controls are here.
 #pragma once
 
 #include <cstdint>
@@ -16,64 +15,97 @@ namespace win32 {
 // everything the program changed shown after.
 using RunEvent = std::function<void(const std::function<void()>&)>;
 
-class ButtonView {
+// Sets a flag for as long as it lives: notifications that the program itself causes are not the
+// person's doing.
+class FlagWhile {
   public:
-    ButtonView(HWND window, controls::Button& button, RunEvent run_event);
-    ~ButtonView();
-    ButtonView(const ButtonView&) = delete;
-    ButtonView& operator=(const ButtonView&) = delete;
+    explicit FlagWhile(bool& flag) : flag_(flag), before_(flag) { flag_ = true; }
+    ~FlagWhile() { flag_ = before_; }
+    FlagWhile(const FlagWhile&) = delete;
+    FlagWhile& operator=(const FlagWhile&) = delete;
+
+  private:
+    bool& flag_;
+    bool before_;
+};
+
+class View {
+  public:
+    explicit View(HWND window) : window_(window) {}
+    virtual ~View() = default;
+    View(const View&) = delete;
+    View& operator=(const View&) = delete;
 
     [[nodiscard]] HWND Window() const { return window_; }
-    void Refresh();
-    void Click();
-    // Shows a picture in place of a caption. The icon's owner is the view.
-    void ShowPicture(int icon_resource, int size);
+    // Brings to the screen what the program changed since the last time, Pull into the control
+    // object what the person entered since. Both do nothing where nothing changed.
+    virtual void Refresh() {}
+    virtual void Pull() {}
+    // Whether Refresh may take long, so that it is not done at every yield.
+    [[nodiscard]] virtual bool ShowsContents() const { return false; }
+    // What the window tells its parent.
+    virtual void OnCommand(UINT /*code*/) {}
+    virtual LRESULT OnNotify(NMHDR& /*header*/) { return 0; }
+    virtual void SetDpi(UINT /*dpi*/) {}
+    // Ends a drag that has begun here without a drop.
+    virtual void CancelDrag() {}
+    // Where a popup menu asked for by keyboard opens, on the screen: at the window's corner unless
+    // it has something that is current.
+    [[nodiscard]] virtual POINT MenuPlace() const;
+
+  private:
+    HWND window_;
+};
+
+class ButtonView : public View {
+  public:
+    ButtonView(HWND window, controls::Button& button, RunEvent run_event);
+    ~ButtonView() override;
+
+    void Refresh() override;
+    void OnCommand(UINT code) override;
+    // A button with a picture in place of a caption gets it in its size.
+    void SetDpi(UINT dpi) override;
 
   private:
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
                                             UINT_PTR id, DWORD_PTR view);
 
-    HWND window_;
     controls::Button& button_;
     RunEvent run_event_;
     std::uint64_t shown_revision_ = UINT64_MAX;
     bool shown_enabled_ = true;
-    Owned<HICON> picture_;
+    com::Owned<HICON> picture_;
 };
 
-class CheckBoxView {
+class CheckBoxView : public View {
   public:
     CheckBoxView(HWND window, controls::CheckBox& check_box, RunEvent run_event);
 
-    [[nodiscard]] HWND Window() const { return window_; }
-    void Refresh();
-    void Click();
+    void Refresh() override;
+    void OnCommand(UINT code) override;
 
   private:
-    HWND window_;
     controls::CheckBox& check_box_;
     RunEvent run_event_;
     std::uint64_t shown_revision_ = UINT64_MAX;
 };
 
-class TextBoxView {
+class TextBoxView : public View {
   public:
     TextBoxView(HWND window, controls::TextBox& text_box, RunEvent run_event);
-    ~TextBoxView();
-    TextBoxView(const TextBoxView&) = delete;
-    TextBoxView& operator=(const TextBoxView&) = delete;
+    ~TextBoxView() override;
 
-    [[nodiscard]] HWND Window() const { return window_; }
-    void Refresh();
-    void Pull();
-    // The edit control's text changed.
-    void Changed() { changed_by_person_ = changed_by_person_ || !refreshing_; }
+    void Refresh() override;
+    void Pull() override;
+    [[nodiscard]] bool ShowsContents() const override { return true; }
+    void OnCommand(UINT code) override;
 
   private:
+    void Changed() { changed_by_person_ = changed_by_person_ || !refreshing_; }
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
                                             UINT_PTR id, DWORD_PTR view);
 
-    HWND window_;
     controls::TextBox& text_box_;
     RunEvent run_event_;
     std::uint64_t shown_revision_ = UINT64_MAX;
@@ -83,25 +115,22 @@ class TextBoxView {
     bool refreshing_ = false;
 };
 
-class ComboBoxView {
+class ComboBoxView : public View {
   public:
     ComboBoxView(HWND window, HWND label, controls::ComboBox& combo_box, RunEvent run_event);
-    ~ComboBoxView();
-    ComboBoxView(const ComboBoxView&) = delete;
-    ComboBoxView& operator=(const ComboBoxView&) = delete;
+    ~ComboBoxView() override;
 
-    [[nodiscard]] HWND Window() const { return window_; }
-    void Refresh();
-    void Pull();
-    void Changed() { changed_by_person_ = changed_by_person_ || !refreshing_; }
-    // Makes the drop-down list wide enough for its values, within the window's width.
-    void FitDropDown() const;
+    void Refresh() override;
+    void Pull() override;
+    [[nodiscard]] bool ShowsContents() const override { return true; }
+    void OnCommand(UINT code) override;
 
   private:
+    // Makes the drop-down list wide enough for its values, within the window's width.
+    void FitDropDown() const;
     static LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM w, LPARAM l, UINT_PTR id,
                                           DWORD_PTR view);
 
-    HWND window_;
     HWND edit_; // the field inside
     controls::ComboBox& combo_box_;
     RunEvent run_event_;
@@ -111,31 +140,43 @@ class ComboBoxView {
     bool refreshing_ = false;
 };
 
-class ListBoxView {
+class ListBoxView : public View {
   public:
     ListBoxView(HWND window, const controls::ListBox& list_box)
-        : window_(window), list_box_(list_box) {}
+        : View(window), list_box_(list_box) {}
 
-    void Refresh();
+    void Refresh() override;
+    [[nodiscard]] bool ShowsContents() const override { return true; }
 
   private:
-    HWND window_;
     const controls::ListBox& list_box_;
     std::uint64_t shown_revision_ = 0;
 };
 
-class StatusBarView {
+// The tabs themselves; the pages follow the form's current tab.
+class TabControlView : public View {
   public:
-    StatusBarView(HWND window, const controls::StatusBar& status_bar)
-        : window_(window), status_bar_(status_bar) {}
+    TabControlView(HWND window, controls::TabControl& tab_control, RunEvent run_event)
+        : View(window), tab_control_(tab_control), run_event_(std::move(run_event)) {}
 
-    // Divides the bar into its two panels. `second_panel` is the width of the second, in pixels.
-    void SetPanels(int width, int second_panel) const;
-    // Shows what changed at once, without waiting for a paint message.
-    void Refresh();
+    LRESULT OnNotify(NMHDR& header) override;
 
   private:
-    HWND window_;
+    controls::TabControl& tab_control_;
+    RunEvent run_event_;
+};
+
+class StatusBarView : public View {
+  public:
+    StatusBarView(HWND window, const controls::StatusBar& status_bar)
+        : View(window), status_bar_(status_bar) {}
+
+    // Shows what changed at once, without waiting for a paint message.
+    void Refresh() override;
+    // Divides the bar into its two panels.
+    void SetDpi(UINT dpi) override;
+
+  private:
     const controls::StatusBar& status_bar_;
     std::uint64_t shown_revision_ = UINT64_MAX;
     std::string shown_[2];

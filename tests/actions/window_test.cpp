@@ -4,6 +4,7 @@
 
 #include "shell/shell.hpp"
 #include "tests/support/headless_form.hpp"
+#include "version.h"
 
 namespace {
 
@@ -27,7 +28,7 @@ TEST_F(StartUp, CentresTheWindow) {
 
 TEST_F(StartUp, CaptionHoldsTheVersion) {
     app::Form_Load(form);
-    EXPECT_EQ(form.Caption, "Dorvak pro Catii 0.0.10");
+    EXPECT_EQ(form.Caption, "Dorvak pro Catii " DORVAK_VERSION_TEXT);
 }
 
 TEST_F(StartUp, FirstStartWithNoSettingKeepsTheDesignTimeConfiguration) {

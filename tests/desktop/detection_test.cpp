@@ -1,8 +1,9 @@
 // "procesy": whether a CATIA V5 session is found among the windows of the desktop.
 #include <algorithm>
 
+#include "com/utf.hpp"
 #include "fixture.hpp"
-#include "win32/utf.hpp"
+#include "version.h"
 
 using namespace driver;
 
@@ -12,7 +13,7 @@ namespace {
 class TitledWindow {
   public:
     explicit TitledWindow(const std::string& title)
-        : window_(CreateWindowExW(0, L"STATIC", Widen(title).c_str(), WS_POPUP, 0, 0, 10, 10,
+        : window_(CreateWindowExW(0, L"STATIC", com::Widen(title).c_str(), WS_POPUP, 0, 0, 10, 10,
                                   nullptr, nullptr, nullptr, nullptr)) {}
     ~TitledWindow() { DestroyWindow(window_); }
     TitledWindow(const TitledWindow&) = delete;
@@ -43,7 +44,7 @@ class Detection : public DesktopTest {
 
 TEST_F(Detection, NoCatiaWindowGivesFalseAndListsTheTitles) {
     ExpectFound(false);
-    EXPECT_EQ(TimesListed("Dorvak pro Catii 0.0.10"), 1U);
+    EXPECT_EQ(TimesListed("Dorvak pro Catii " DORVAK_VERSION_TEXT), 1U);
     EXPECT_EQ(TimesListed(""), 0U);
 }
 

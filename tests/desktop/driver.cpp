@@ -19,7 +19,7 @@ using std::min;
 #include <stdexcept>
 #include <thread>
 
-#include "win32/utf.hpp"
+#include "com/utf.hpp"
 
 namespace driver {
 namespace {
@@ -33,6 +33,8 @@ using Clock = std::chrono::steady_clock;
 void Sleep(Milliseconds time) {
     std::this_thread::sleep_for(time);
 }
+
+constexpr int kTextLength = 1024; // of what is read from a control's item
 
 // Memory in the process that a window belongs to: what the common controls' messages with pointers
 // need across processes.
@@ -77,7 +79,7 @@ class RemoteMemory {
         std::wstring text(length, L'\0');
         ReadProcessMemory(process_, static_cast<char*>(memory_) + offset, text.data(),
                           length * sizeof(wchar_t), nullptr);
-        return Narrow(text.substr(0, text.find(L'\0')));
+        return com::Narrow(text.substr(0, text.find(L'\0')));
     }
 
   private:
@@ -88,7 +90,7 @@ class RemoteMemory {
 std::string Describe(HWND window) {
     wchar_t name[64]{};
     GetClassNameW(window, name, 64);
-    return Narrow(name) + " with id " + std::to_string(GetDlgCtrlID(window));
+    return com::Narrow(name) + " with id " + std::to_string(GetDlgCtrlID(window));
 }
 
 void Input(std::vector<INPUT> inputs) {
@@ -230,7 +232,6 @@ HTREEITEM NextItem(HWND tree, UINT relation, HTREEITEM from) {
 }
 
 TreeItem ReadTreeItem(HWND tree, HTREEITEM handle, int depth) {
-    constexpr int kTextLength = 260;
     const RemoteMemory memory(tree, sizeof(TVITEMW) + kTextLength * sizeof(wchar_t));
     TVITEMW item{};
     item.mask = TVIF_TEXT | TVIF_STATE | TVIF_IMAGE | TVIF_HANDLE;
@@ -253,7 +254,7 @@ void AddTreeItems(HWND tree, HTREEITEM first, int depth, std::vector<TreeItem>& 
 }
 
 void PutOnClipboard(const std::string& text) {
-    const std::wstring wide = Widen(text);
+    const std::wstring wide = com::Widen(text);
     const std::size_t size = (wide.size() + 1) * sizeof(wchar_t);
     const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
     std::memcpy(GlobalLock(memory), wide.c_str(), size);
@@ -299,7 +300,7 @@ Program::Program(const std::string& path, const std::vector<std::string>& argume
     for (const std::string& argument : arguments) {
         command += ' ' + Quoted(argument);
     }
-    std::wstring command_line = Widen(command);
+    std::wstring command_line = com::Widen(command);
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION started{};
@@ -332,7 +333,7 @@ DWORD Program::WaitForEnd(Milliseconds limit) const {
 }
 
 HWND Program::FindVisible(const std::string& window_class) const {
-    WindowSearch search{process_id_, Widen(window_class)};
+    WindowSearch search{process_id_, com::Widen(window_class)};
     EnumWindows(SearchWindow, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
@@ -377,7 +378,7 @@ std::string Text(HWND window) {
     const LRESULT copied =
         Send(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
     text.resize(static_cast<std::size_t>(copied));
-    return Narrow(text);
+    return com::Narrow(text);
 }
 
 RECT Place(HWND window) {
@@ -458,7 +459,7 @@ void PressKey(WORD virtual_key, const std::vector<WORD>& held) {
 }
 
 void TypeText(std::string_view text) {
-    for (const wchar_t character : Widen(text)) {
+    for (const wchar_t character : com::Widen(text)) {
         if (character == L'\n') {
             continue;
         }
@@ -503,7 +504,7 @@ std::vector<std::string> ListBoxItems(HWND list_box) {
         const LRESULT length =
             Send(list_box, LB_GETTEXT, item, reinterpret_cast<LPARAM>(text.data()));
         text.resize(static_cast<std::size_t>(length));
-        items.push_back(Narrow(text));
+        items.push_back(com::Narrow(text));
     }
     return items;
 }
@@ -516,12 +517,44 @@ void ClickTab(HWND tab_control, int tab) {
     Click(tab_control, Middle(memory.Read<RECT>()));
 }
 
+std::vector<std::string> TabCaptions(HWND tab_control) {
+    const RemoteMemory memory(tab_control, sizeof(TCITEMW) + kTextLength * sizeof(wchar_t));
+    std::vector<std::string> captions;
+    const LRESULT count = Send(tab_control, TCM_GETITEMCOUNT);
+    for (WPARAM tab = 0; tab < static_cast<WPARAM>(count); ++tab) {
+        TCITEMW item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = reinterpret_cast<wchar_t*>(memory.Address(sizeof(TCITEMW)));
+        item.cchTextMax = kTextLength;
+        memory.Write(item);
+        Send(tab_control, TCM_GETITEMW, tab, memory.Address());
+        captions.push_back(memory.ReadText(sizeof(TCITEMW), kTextLength));
+    }
+    return captions;
+}
+
+std::vector<std::string> ColumnHeadings(HWND list) {
+    const RemoteMemory memory(list, sizeof(LVCOLUMNW) + kTextLength * sizeof(wchar_t));
+    std::vector<std::string> headings;
+    const auto header = reinterpret_cast<HWND>(Send(list, LVM_GETHEADER));
+    const LRESULT count = Send(header, HDM_GETITEMCOUNT);
+    for (WPARAM column = 0; column < static_cast<WPARAM>(count); ++column) {
+        LVCOLUMNW asked{};
+        asked.mask = LVCF_TEXT;
+        asked.pszText = reinterpret_cast<wchar_t*>(memory.Address(sizeof(LVCOLUMNW)));
+        asked.cchTextMax = kTextLength;
+        memory.Write(asked);
+        Send(list, LVM_GETCOLUMNW, column, memory.Address());
+        headings.push_back(memory.ReadText(sizeof(LVCOLUMNW), kTextLength));
+    }
+    return headings;
+}
+
 int RowCount(HWND list) {
     return static_cast<int>(Send(list, LVM_GETITEMCOUNT));
 }
 
 std::string Cell(HWND list, int row, int column) {
-    constexpr int kTextLength = 1024;
     const RemoteMemory memory(list, sizeof(LVITEMW) + kTextLength * sizeof(wchar_t));
     LVITEMW item{};
     item.iSubItem = column;
@@ -603,7 +636,7 @@ std::optional<std::string> ClipboardText() {
     WaitUntil("the clipboard", [] { return OpenClipboard(nullptr) != 0; });
     std::optional<std::string> text;
     if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-        text = Narrow(static_cast<const wchar_t*>(GlobalLock(data)));
+        text = com::Narrow(static_cast<const wchar_t*>(GlobalLock(data)));
         GlobalUnlock(data);
     }
     CloseClipboard();
@@ -651,7 +684,7 @@ void SaveScreenshot(const std::string& path, const std::optional<RECT>& part) {
     Gdiplus::Status saved = Gdiplus::GenericError;
     {
         Gdiplus::Bitmap image(bitmap, nullptr);
-        saved = image.Save(Widen(path).c_str(), &kPngEncoder, nullptr);
+        saved = image.Save(com::Widen(path).c_str(), &kPngEncoder, nullptr);
     }
     Gdiplus::GdiplusShutdown(token);
     DeleteObject(bitmap);
@@ -661,7 +694,7 @@ void SaveScreenshot(const std::string& path, const std::optional<RECT>& part) {
 }
 
 std::string ReadFile(const std::string& path) {
-    std::ifstream file(std::filesystem::path(Widen(path)), std::ios::binary);
+    std::ifstream file(std::filesystem::path(com::Widen(path)), std::ios::binary);
     if (!file) {
         Fail("cannot read " + path);
     }

@@ -88,8 +88,10 @@ void PasteText(HWND edit, const std::string& text);
 std::string StatusText(HWND status_bar, int panel); // panels count from 0
 std::vector<std::string> ListBoxItems(HWND list_box);
 void ClickTab(HWND tab_control, int tab); // tabs count from 0
+std::vector<std::string> TabCaptions(HWND tab_control);
 
 // List views; rows and columns count from 0.
+std::vector<std::string> ColumnHeadings(HWND list);
 int RowCount(HWND list);
 std::string Cell(HWND list, int row, int column);
 std::vector<std::string> Row(HWND list, int row, int columns);

@@ -5,11 +5,11 @@
 #include <fstream>
 #include <random>
 
+#include "com/utf.hpp"
 #include "fixture.hpp"
 #include "save_loop.hpp"
 #include "text/text.hpp"
 #include "win32/files.hpp"
-#include "win32/utf.hpp"
 
 using namespace driver;
 
@@ -26,11 +26,11 @@ const std::string kQuestion = "Přepsat Existujcí Soubor";
 constexpr int kFields = 7; // of a row, its name included
 
 void WriteBytes(const std::string& path, const std::string& bytes) {
-    std::ofstream(std::filesystem::path(Widen(path)), std::ios::binary) << bytes;
+    std::ofstream(std::filesystem::path(com::Widen(path)), std::ios::binary) << bytes;
 }
 
 bool Exists(const std::string& path) {
-    return std::filesystem::exists(std::filesystem::path(Widen(path)));
+    return std::filesystem::exists(std::filesystem::path(com::Widen(path)));
 }
 
 // The dialog or message box with that title, once it is there.
@@ -56,7 +56,7 @@ void WaitForNameField(HWND dialog) {
         const HWND focus = Focus(dialog);
         wchar_t name[16]{};
         GetClassNameW(focus, name, 16);
-        return Narrow(name) == "Edit" && GetAncestor(focus, GA_ROOT) == dialog;
+        return com::Narrow(name) == "Edit" && GetAncestor(focus, GA_ROOT) == dialog;
     });
 }
 
@@ -101,7 +101,7 @@ Texts Values(HWND combo_box) {
         const LRESULT length =
             Send(combo_box, CB_GETLBTEXT, value, reinterpret_cast<LPARAM>(text.data()));
         text.resize(static_cast<std::size_t>(length));
-        values.push_back(Narrow(text));
+        values.push_back(com::Narrow(text));
     }
     return values;
 }
@@ -373,7 +373,7 @@ TEST_F(WorkingList, AReadOnlyFileStaysWhole) {
     const DorvakWindow dorvak = Start();
     dorvak.OpenPage(kEditPage);
     GiveWorkingFile(kOneRow);
-    const std::wstring path = Widen(Path("list.txt"));
+    const std::wstring path = com::Widen(Path("list.txt"));
     SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
     PressRight(dorvak, ID_Command17);
     dorvak.WaitForStatus("Ulozeni Error 70 Permission denied");
@@ -387,7 +387,7 @@ TEST_F(WorkingList, AFileLockedByAnotherProgramStaysWhole) {
     const DorvakWindow dorvak = Start();
     dorvak.OpenPage(kEditPage);
     GiveWorkingFile(kOneRow);
-    const HANDLE lock = CreateFileW(Widen(Path("list.txt")).c_str(), GENERIC_READ, 0, nullptr,
+    const HANDLE lock = CreateFileW(com::Widen(Path("list.txt")).c_str(), GENERIC_READ, 0, nullptr,
                                     OPEN_EXISTING, 0, nullptr);
     ASSERT_NE(lock, INVALID_HANDLE_VALUE);
     PressRight(dorvak, ID_Command17);
@@ -523,8 +523,8 @@ TEST_F(SampleLists, ACompleteList) {
     EXPECT_EQ(dorvak.Status(), "Nacteni listu ok 4");
     const HWND list = dorvak[ID_ListView1];
     const std::string shaft = GetACP() == 1250 ? "Hřídel"
-                                               : FromSystemCodePage("H\xF8\xED"
-                                                                    "del");
+                                               : com::FromSystemCodePage("H\xF8\xED"
+                                                                         "del");
     EXPECT_EQ(Row(list, 0, kFields),
               (Texts{shaft, "0001", "1", "2", "11 600", "D25x120", "kalit a brousit"}));
     EXPECT_EQ(Column(list, 2), (Texts{"1", "1", "12", "24"}));
@@ -559,10 +559,11 @@ TEST_F(SampleLists, ABlankLineStopsTheReading) {
 TEST_F(SampleLists, PickerValuesKeepTheirBlanks) {
     GiveSample("Material.txt", "Material.txt");
     const DorvakWindow dorvak = Start();
-    EXPECT_EQ(Values(dorvak[ID_Combo1]), (Texts{FromSystemCodePage("ocel t\xF8. 11"), "  dub  ",
-                                                FromSystemCodePage("litina \x9A"
-                                                                   "ed\xE1"),
-                                                "S235"}));
+    EXPECT_EQ(Values(dorvak[ID_Combo1]),
+              (Texts{com::FromSystemCodePage("ocel t\xF8. 11"), "  dub  ",
+                     com::FromSystemCodePage("litina \x9A"
+                                             "ed\xE1"),
+                     "S235"}));
 }
 
 // Errors of the file system
@@ -606,7 +607,7 @@ TEST_F(FileErrors, AFileThatMayOnlyBeReadByOthersCannotBeReplaced) {
     WriteBytes(path, kOneRow);
     for (const DWORD sharing :
          {0UL, DWORD{FILE_SHARE_READ}, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE}}) {
-        const HANDLE lock = CreateFileW(Widen(path).c_str(), GENERIC_READ, sharing, nullptr,
+        const HANDLE lock = CreateFileW(com::Widen(path).c_str(), GENERIC_READ, sharing, nullptr,
                                         OPEN_EXISTING, 0, nullptr);
         ASSERT_NE(lock, INVALID_HANDLE_VALUE);
         win32::CodePageFiles files;
@@ -626,7 +627,7 @@ TEST_F(KilledWhileSaving, LeavesTheOldOrTheNewFileWhole) {
     const std::string lists[2] = {BigList(false), BigList(true)};
     WriteBytes(path, lists[0]);
     const std::string event_name = "DorvakSaveLoop" + std::to_string(GetCurrentProcessId());
-    const HANDLE begun = CreateEventW(nullptr, FALSE, FALSE, Widen(event_name).c_str());
+    const HANDLE begun = CreateEventW(nullptr, FALSE, FALSE, com::Widen(event_name).c_str());
     std::wstring own_path(MAX_PATH, L'\0');
     own_path.resize(GetModuleFileNameW(nullptr, own_path.data(), MAX_PATH));
     const std::string save_loop =

@@ -4,9 +4,9 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "com/utf.hpp"
 #include "text/text.hpp"
 #include "win32/resource.h"
-#include "win32/utf.hpp"
 
 namespace driver {
 namespace {
@@ -52,8 +52,8 @@ ProgramFolder::ProgramFolder() {
     std::filesystem::create_directories(path_);
     // The name that programs see, where the folder for temporary files has a short one too.
     std::wstring full(32768, L'\0');
-    full.resize(GetLongPathNameW(Widen(path_).c_str(), full.data(), 32768));
-    path_ = Narrow(full);
+    full.resize(GetLongPathNameW(com::Widen(path_).c_str(), full.data(), 32768));
+    path_ = com::Narrow(full);
     std::filesystem::copy_file(Environment("DORVAK_EXE"), Path("Dorvak.exe"));
 }
 
@@ -167,7 +167,7 @@ std::optional<std::string> SettingKeeper::Read() {
     std::wstring value(size / sizeof(wchar_t), L'\0');
     RegGetValueW(HKEY_CURRENT_USER, kSettingKey, kSettingName, RRF_RT_REG_SZ, nullptr, value.data(),
                  &size);
-    return Narrow(value.substr(0, value.find(L'\0')));
+    return com::Narrow(value.substr(0, value.find(L'\0')));
 }
 
 void SettingKeeper::Write(const std::optional<std::string>& value) {
@@ -175,7 +175,7 @@ void SettingKeeper::Write(const std::optional<std::string>& value) {
         RegDeleteKeyValueW(HKEY_CURRENT_USER, kSettingKey, kSettingName);
         return;
     }
-    const std::wstring wide = Widen(*value);
+    const std::wstring wide = com::Widen(*value);
     RegSetKeyValueW(HKEY_CURRENT_USER, kSettingKey, kSettingName, REG_SZ, wide.c_str(),
                     static_cast<DWORD>((wide.size() + 1) * sizeof(wchar_t)));
 }

@@ -8,10 +8,10 @@
 #include <fstream>
 #include <iostream>
 
+#include "com/utf.hpp"
 #include "programs.hpp"
 #include "text/text.hpp"
 #include "win32/resource.h"
-#include "win32/utf.hpp"
 
 namespace {
 
@@ -110,7 +110,7 @@ void Play(Album& album) {
     }
     Sleep(400);
     SaveScreenshot(album.Path("sheet.png"), Place(catia.Window()));
-    std::ofstream(std::filesystem::path(Widen(album.Path("table.txt"))), std::ios::binary)
+    std::ofstream(std::filesystem::path(com::Widen(album.Path("table.txt"))), std::ios::binary)
         << TableText(catia.Drawing());
 }
 

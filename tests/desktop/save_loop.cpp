@@ -4,18 +4,18 @@
 
 #include <windows.h>
 
+#include "com/utf.hpp"
 #include "win32/files.hpp"
-#include "win32/utf.hpp"
 
 int main(int argc, char** argv) {
     if (argc != 3) {
         return 2;
     }
-    const std::string path = FromSystemCodePage(argv[1]);
-    const std::string lists[2] = {BigList(false), BigList(true)};
+    const std::string path = com::FromSystemCodePage(argv[1]);
+    const std::string lists[2] = {driver::BigList(false), driver::BigList(true)};
     win32::CodePageFiles files;
     const HANDLE begun =
-        OpenEventW(EVENT_MODIFY_STATE, FALSE, Widen(FromSystemCodePage(argv[2])).c_str());
+        OpenEventW(EVENT_MODIFY_STATE, FALSE, com::Widen(com::FromSystemCodePage(argv[2])).c_str());
     SetEvent(begun);
     for (bool second = false;; second = !second) {
         files.Write(path, lists[second ? 1 : 0]);

@@ -5,6 +5,8 @@
 
 #include "partslist/list_file.hpp"
 
+namespace driver {
+
 // The two lists that are saved in turn, as files; each has its own length and its own rows.
 inline std::string BigList(bool second) {
     controls::ListView list({"Jmeno", "Poz.", "kusů", "List", "Material", "Velikost", "Poznámka"});
@@ -16,3 +18,5 @@ inline std::string BigList(bool second) {
     }
     return partslist::WriteListFile(list);
 }
+
+} // namespace driver

@@ -3,8 +3,8 @@
 #include <fstream>
 #include <iostream>
 
+#include "com/utf.hpp"
 #include "fixture.hpp"
-#include "win32/utf.hpp"
 
 using namespace driver;
 
@@ -298,7 +298,7 @@ TEST_F(Tables, TheCurrentRowGoesIntoASmallTable) {
     catia_.Do(R"(select "Příruba" "Popis" 1)");
     PressExport(ID_Command16, "Vlozeni dat Ok");
     // The size's "D" gives way to the character that the code page has at 248.
-    const Rows cells{"2", "Příruba", "1", FromSystemCodePage("\xF8") + "80x20", "11 373", ""};
+    const Rows cells{"2", "Příruba", "1", com::FromSystemCodePage("\xF8") + "80x20", "11 373", ""};
     EXPECT_TRUE(DrawingHas(CellsLine(cells))) << catia_.Drawing();
 }
 
@@ -317,7 +317,7 @@ TEST_F(Tables, TheWholeListGoesIntoATableWithTheRestEmptied) {
     const std::size_t free = drawing.find(CellsLine(Rows(kColumns, "")));
     const std::size_t third = drawing.find(CellsLine(kSampleParts[2].Cells()));
     auto second_cells = kSampleParts[1].Cells();
-    second_cells[3] = FromSystemCodePage("\xF8") + "80x20";
+    second_cells[3] = com::FromSystemCodePage("\xF8") + "80x20";
     const std::size_t second = drawing.find(CellsLine(second_cells));
     const std::size_t first = drawing.find(CellsLine(kSampleParts[0].Cells()));
     EXPECT_TRUE(header < free && free < third && third < second && second < first &&

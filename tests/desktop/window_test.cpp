@@ -1,6 +1,7 @@
 // The window's own life: start-up, "On Top", collapsing, "Reset", the stored configuration.
 #include "controls/form1.hpp"
 #include "fixture.hpp"
+#include "version.h"
 
 using namespace driver;
 
@@ -37,7 +38,7 @@ class Configuration : public DesktopTest {};
 
 TEST_F(StartUp, CaptionCarriesTheVersion) {
     const DorvakWindow dorvak;
-    EXPECT_EQ(Text(dorvak.Window()), "Dorvak pro Catii 0.0.10");
+    EXPECT_EQ(Text(dorvak.Window()), "Dorvak pro Catii " DORVAK_VERSION_TEXT);
 }
 
 TEST_F(StartUp, WindowStandsInTheMiddleOfTheScreenAtFullHeight) {

@@ -1,13 +1,14 @@
-#include "win32/ports.hpp"
+#include "win32/windows_ports.hpp"
 
 #include <oleauto.h>
 
 #include <memory>
 #include <vector>
 
-#include "win32/com_client.hpp"
+#include "com/client.hpp"
+#include "com/utf.hpp"
 #include "win32/input_box.hpp"
-#include "win32/utf.hpp"
+#include "win32/layout.hpp"
 
 namespace win32 {
 
@@ -15,15 +16,8 @@ namespace {
 
 using Callback = std::function<long(platform::WindowHandle)>;
 
-constexpr int kTwipsPerInch = 1440;
-
-struct CloseKey {
-    void operator()(HKEY key) const { RegCloseKey(key); }
-};
-using OwnedKey = std::unique_ptr<std::remove_pointer_t<HKEY>, CloseKey>;
-
 std::wstring KeyPath(std::string_view application, std::string_view section) {
-    return L"Software\\" + Widen(application) + L"\\" + Widen(section);
+    return L"Software\\" + com::Widen(application) + L"\\" + com::Widen(section);
 }
 
 BOOL CALLBACK VisitWindow(HWND window, LPARAM callback) {
@@ -35,7 +29,7 @@ BOOL CALLBACK VisitWindow(HWND window, LPARAM callback) {
 
 int ScreenTwips(int metric) {
     const UINT dpi = GetDpiForSystem();
-    return MulDiv(GetSystemMetricsForDpi(metric, dpi), kTwipsPerInch, static_cast<int>(dpi));
+    return Twips(GetSystemMetricsForDpi(metric, dpi), dpi);
 }
 
 } // namespace
@@ -48,7 +42,7 @@ std::string WindowsDesktop::GetWindowTitle(platform::WindowHandle window) {
     char title[256];
     const int length =
         GetWindowTextA(reinterpret_cast<HWND>(window), title, static_cast<int>(sizeof title));
-    return FromSystemCodePage({title, static_cast<std::size_t>(length)});
+    return com::FromSystemCodePage({title, static_cast<std::size_t>(length)});
 }
 
 void WindowsDesktop::SetTopmost(platform::WindowHandle window, bool topmost) {
@@ -67,7 +61,7 @@ int WindowsDesktop::ScreenHeight() {
 std::string RegistrySettings::GetSetting(std::string_view application, std::string_view section,
                                          std::string_view key, std::string_view fallback) {
     const std::wstring path = KeyPath(application, section);
-    const std::wstring name = Widen(key);
+    const std::wstring name = com::Widen(key);
     DWORD bytes = 0;
     if (RegGetValueW(HKEY_CURRENT_USER, path.c_str(), name.c_str(), RRF_RT_REG_SZ, nullptr, nullptr,
                      &bytes) != ERROR_SUCCESS) {
@@ -79,7 +73,7 @@ std::string RegistrySettings::GetSetting(std::string_view application, std::stri
                      value.data(), &bytes) != ERROR_SUCCESS) {
         return std::string(fallback);
     }
-    return Narrow(value.data());
+    return com::Narrow(value.data());
 }
 
 void RegistrySettings::SaveSetting(std::string_view application, std::string_view section,
@@ -90,9 +84,9 @@ void RegistrySettings::SaveSetting(std::string_view application, std::string_vie
                         KEY_SET_VALUE, nullptr, &opened, nullptr) != ERROR_SUCCESS) {
         throw failure;
     }
-    const OwnedKey registry_key(opened);
-    const std::wstring wide = Widen(value);
-    if (RegSetValueExW(registry_key.get(), Widen(key).c_str(), 0, REG_SZ,
+    const com::Owned<HKEY> registry_key(opened);
+    const std::wstring wide = com::Widen(value);
+    if (RegSetValueExW(registry_key.get(), com::Widen(key).c_str(), 0, REG_SZ,
                        reinterpret_cast<const BYTE*>(wide.c_str()),
                        static_cast<DWORD>((wide.size() + 1) * sizeof(wchar_t))) != ERROR_SUCCESS) {
         throw failure;
@@ -100,11 +94,11 @@ void RegistrySettings::SaveSetting(std::string_view application, std::string_vie
 }
 
 automation::ObjectPtr ComServers::GetActiveObject(std::string_view program_id) {
-    return ::GetActiveObject(program_id);
+    return com::GetActiveObject(program_id);
 }
 
 std::optional<double> UserNumberFormat::ReadNumber(std::string_view text) {
-    std::wstring wide = Widen(text);
+    std::wstring wide = com::Widen(text);
     double number = 0;
     if (FAILED(VarR8FromStr(wide.data(), GetUserDefaultLCID(), 0, &number))) {
         return std::nullopt;
@@ -113,7 +107,7 @@ std::optional<double> UserNumberFormat::ReadNumber(std::string_view text) {
 }
 
 std::string SystemCodePage::Character(unsigned char code) {
-    return FromSystemCodePage(std::string(1, static_cast<char>(code)));
+    return com::FromSystemCodePage(std::string(1, static_cast<char>(code)));
 }
 
 float SystemClock::SecondsSinceMidnight() {
@@ -125,17 +119,17 @@ float SystemClock::SecondsSinceMidnight() {
 
 void WindowMessageBoxes::ShowError(const automation::RunTimeError& error) {
     const std::string text = std::to_string(error.number) + "\n" + error.description;
-    MessageBoxW(owner, Widen(text).c_str(), L"Dorvak", MB_OK | MB_ICONERROR);
+    MessageBoxW(owner, com::Widen(text).c_str(), L"Dorvak", MB_OK | MB_ICONERROR);
 }
 
 bool WindowMessageBoxes::AskYesNo(std::string_view question) {
-    return MessageBoxW(owner, Widen(question).c_str(), L"Dorvak", MB_YESNO | MB_ICONQUESTION) ==
-           IDYES;
+    return MessageBoxW(owner, com::Widen(question).c_str(), L"Dorvak",
+                       MB_YESNO | MB_ICONQUESTION) == IDYES;
 }
 
 platform::Answer WindowMessageBoxes::AskYesNoCancel(std::string_view question,
                                                     std::string_view title) {
-    switch (MessageBoxW(owner, Widen(question).c_str(), Widen(title).c_str(),
+    switch (MessageBoxW(owner, com::Widen(question).c_str(), com::Widen(title).c_str(),
                         MB_YESNOCANCEL | MB_ICONQUESTION)) {
     case IDYES:
         return platform::Answer::kYes;

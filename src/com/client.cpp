@@ -1,4 +1,4 @@
-#include "win32/com_client.hpp"
+#include "com/client.hpp"
 
 #include <deque>
 #include <map>
@@ -13,8 +13,8 @@
 #include <wrl/client.h>
 
 #include "automation/run_time_error.hpp"
-#include "win32/com_value.hpp"
-#include "win32/utf.hpp"
+#include "com/utf.hpp"
+#include "com/variant.hpp"
 
 using automation::Array;
 using automation::Member;
@@ -22,6 +22,8 @@ using automation::ObjectPtr;
 using automation::RunTimeError;
 using automation::Value;
 using Microsoft::WRL::ComPtr;
+
+namespace com {
 
 namespace {
 
@@ -288,3 +290,5 @@ MessageFilterRegistration::MessageFilterRegistration() {
 MessageFilterRegistration::~MessageFilterRegistration() {
     CoRegisterMessageFilter(nullptr, nullptr);
 }
+
+} // namespace com

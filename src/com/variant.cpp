@@ -1,10 +1,10 @@
-#include "win32/com_value.hpp"
+#include "com/variant.hpp"
 
 #include <limits>
 #include <string_view>
 
 #include "automation/run_time_error.hpp"
-#include "win32/utf.hpp"
+#include "com/utf.hpp"
 
 using automation::Array;
 using automation::ObjectPtr;
@@ -12,6 +12,8 @@ using automation::Reference;
 using automation::TypeMismatch;
 using automation::Value;
 using Microsoft::WRL::ComPtr;
+
+namespace com {
 
 namespace {
 
@@ -235,3 +237,5 @@ void OutgoingArgument::TakeBack(const DispatchToObject& to_object) const {
         *reference_ = FromVariant(owned_, to_object);
     }
 }
+
+} // namespace com

@@ -1,6 +1,8 @@
-#include "win32/utf.hpp"
+#include "com/utf.hpp"
 
 #include <windows.h>
+
+namespace com {
 
 namespace {
 
@@ -51,3 +53,5 @@ std::string FromSystemCodePage(std::string_view bytes) {
 std::string ToSystemCodePage(std::string_view text) {
     return Encode(CP_ACP, Widen(text));
 }
+
+} // namespace com

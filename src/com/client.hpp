@@ -12,6 +12,8 @@
 
 #include "automation/object.hpp"
 
+namespace com {
+
 // The application that runs registered under `program_id`; never starts one. Raises 429 where there
 // is none.
 automation::ObjectPtr GetActiveObject(std::string_view program_id);
@@ -25,3 +27,5 @@ class MessageFilterRegistration {
     MessageFilterRegistration(const MessageFilterRegistration&) = delete;
     MessageFilterRegistration& operator=(const MessageFilterRegistration&) = delete;
 };
+
+} // namespace com

@@ -1,8 +1,8 @@
 // The platform's ports on Windows.
 #pragma once
 
+#include "com/owned.hpp"
 #include "platform/ports.hpp"
-#include "win32/owned.hpp"
 
 namespace win32 {
 

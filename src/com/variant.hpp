@@ -11,6 +11,8 @@
 
 #include "automation/value.hpp"
 
+namespace com {
+
 // The interface of an object that goes out, and the object for an interface that came; neither is
 // called with null. What cannot be sent raises 13 (type mismatch).
 using ObjectToDispatch =
@@ -46,3 +48,5 @@ class OutgoingArgument {
     VARIANT variant_{}; // borrows from it
     automation::Reference reference_;
 };
+
+} // namespace com

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace com {
+
 // What is no valid UTF-8 or UTF-16 becomes the replacement character U+FFFD.
 std::wstring Widen(std::string_view text);
 std::string Narrow(std::wstring_view text);
@@ -12,3 +14,5 @@ std::string Narrow(std::wstring_view text);
 // code page lacks becomes its best fit there.
 std::string FromSystemCodePage(std::string_view bytes);
 std::string ToSystemCodePage(std::string_view text);
+
+} // namespace com

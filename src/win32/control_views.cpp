@@ -1,0 +1,120 @@
+#include "win32/control_views.hpp"
+
+#include <algorithm>
+#include <iterator>
+
+#include "shell/list_gestures.hpp"
+#include "win32/control_table.hpp"
+#include "win32/list_view_window.hpp"
+#include "win32/tree_view_window.hpp"
+
+namespace win32 {
+
+namespace {
+
+ListViewWindow::Look LookOf(int id) {
+    switch (id) {
+    case ID_ListView1:
+        return {.column_widths = {188, 50, 50, 44, 96, 96, 94}, .check_boxes = true};
+    case ID_ListView2:
+        return {.column_widths = {122, 48}, .check_boxes = false};
+    case ID_ListView3:
+        return {.column_widths = {154, 154, 0}, .check_boxes = true};
+    default:
+        return {};
+    }
+}
+
+// The rows that can be dragged: those whose names are numbers, and of the sheets only the working
+// ones, since detail sheets stay where they are.
+void AllowDrags(controls::Form1& form, int id, ListViewWindow& list) {
+    if (id == ID_ListView1) {
+        list.can_drag = [&form](std::size_t row) {
+            return shell::CanDrag(form, form.ListView1, row);
+        };
+    } else if (id == ID_ListView3) {
+        const auto is_working_sheet = [&form](std::size_t row) {
+            return form.ListView3.Row(row).tag.empty();
+        };
+        list.can_drag = [&form, is_working_sheet](std::size_t row) {
+            return shell::CanDrag(form, form.ListView3, row) && is_working_sheet(row);
+        };
+        list.can_drop_on = is_working_sheet;
+    }
+}
+
+// Makes the view of one row of the control table; null for what needs none.
+struct MakeView {
+    controls::Form1& form;
+    const Pages& pages;
+    const RunEvent& run_event;
+    const ControlRow& row;
+
+    [[nodiscard]] HWND Window() const { return pages.Control(row.id); }
+
+    std::unique_ptr<View> operator()(controls::Button controls::Form1::*button) const {
+        return std::make_unique<ButtonView>(Window(), form.*button, run_event);
+    }
+    std::unique_ptr<View> operator()(controls::CheckBox controls::Form1::*check_box) const {
+        return std::make_unique<CheckBoxView>(Window(), form.*check_box, run_event);
+    }
+    std::unique_ptr<View> operator()(controls::TextBox controls::Form1::*text_box) const {
+        return std::make_unique<TextBoxView>(Window(), form.*text_box, run_event);
+    }
+    std::unique_ptr<View> operator()(controls::ComboBox controls::Form1::*combo_box) const {
+        return std::make_unique<ComboBoxView>(Window(), pages.Control(row.label_id),
+                                              form.*combo_box, run_event);
+    }
+    std::unique_ptr<View> operator()(controls::ListBox controls::Form1::*list_box) const {
+        return std::make_unique<ListBoxView>(Window(), form.*list_box);
+    }
+    std::unique_ptr<View> operator()(controls::ListView controls::Form1::*list_view) const {
+        auto list =
+            std::make_unique<ListViewWindow>(Window(), form.*list_view, LookOf(row.id), run_event);
+        AllowDrags(form, row.id, *list);
+        return list;
+    }
+    std::unique_ptr<View> operator()(controls::TreeView controls::Form1::*tree_view) const {
+        return std::make_unique<TreeViewWindow>(Window(), form.*tree_view, run_event);
+    }
+    std::unique_ptr<View> operator()(controls::TabControl controls::Form1::*tab_control) const {
+        return std::make_unique<TabControlView>(Window(), form.*tab_control, run_event);
+    }
+    std::unique_ptr<View> operator()(controls::StatusBar controls::Form1::*status_bar) const {
+        return std::make_unique<StatusBarView>(Window(), form.*status_bar);
+    }
+    std::unique_ptr<View> operator()(controls::Frame controls::Form1::*frame) const {
+        ShowText(Window(), (form.*frame).caption); // and never changes
+        return nullptr;
+    }
+    std::unique_ptr<View> operator()(controls::MenuItem controls::Form1::* /*item*/) const {
+        return nullptr; // menus are made when they open
+    }
+};
+
+} // namespace
+
+ControlViews::ControlViews(controls::Form1& form, const Pages& pages, const RunEvent& run_event) {
+    for (const ControlRow& row : kControlTable) {
+        auto view = std::visit(MakeView{form, pages, run_event, row}, row.member);
+        if (view != nullptr) {
+            if (row.id == ID_StatusBar1) {
+                status_bar_ = static_cast<StatusBarView*>(view.get());
+            }
+            views_.push_back(std::move(view));
+        }
+    }
+}
+
+View* ControlViews::Of(HWND window) const {
+    const auto found = std::ranges::find(views_, window, &View::Window);
+    return found == views_.end() ? nullptr : found->get();
+}
+
+void ControlViews::SetDpi(UINT dpi) const {
+    for (const auto& view : views_) {
+        view->SetDpi(dpi);
+    }
+}
+
+} // namespace win32

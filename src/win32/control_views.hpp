@@ -1,0 +1,30 @@
+// The views of all the form's controls, made from the control table.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "controls/form1.hpp"
+#include "win32/pages.hpp"
+#include "win32/views.hpp"
+
+namespace win32 {
+
+class ControlViews {
+  public:
+    // `run_event` runs what the person's doings raise.
+    ControlViews(controls::Form1& form, const Pages& pages, const RunEvent& run_event);
+
+    [[nodiscard]] const std::vector<std::unique_ptr<View>>& All() const { return views_; }
+    [[nodiscard]] StatusBarView& StatusBar() const { return *status_bar_; }
+    // The view of a window, or null where it is no control's.
+    [[nodiscard]] View* Of(HWND window) const;
+
+    void SetDpi(UINT dpi) const;
+
+  private:
+    std::vector<std::unique_ptr<View>> views_;
+    StatusBarView* status_bar_ = nullptr;
+};
+
+} // namespace win32

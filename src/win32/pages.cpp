@@ -1,0 +1,73 @@
+#include "win32/pages.hpp"
+
+#include <uxtheme.h>
+
+#include <string>
+
+#include "com/utf.hpp"
+#include "win32/resource.h"
+
+namespace win32 {
+
+void LeaveDpiChangesToTheProgram(HWND dialog) {
+    using SetBehavior = BOOL(WINAPI*)(HWND, int, int);
+    constexpr int kDisableAll = 1;
+    const auto set_behavior = reinterpret_cast<SetBehavior>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleW(L"user32.dll"), "SetDialogDpiChangeBehavior")));
+    if (set_behavior != nullptr) { // since Windows 10 1703
+        set_behavior(dialog, kDisableAll, kDisableAll);
+    }
+}
+
+Pages::Pages(HWND main_window, const controls::TabControl& tab_control, DLGPROC procedure,
+             LPARAM owner, Layout& layout)
+    : main_window_(main_window), tabs_(GetDlgItem(main_window, ID_SSTab1)) {
+    int index = 0;
+    for (const std::string& caption : tab_control.Captions()) {
+        std::wstring text = com::Widen(caption);
+        TCITEMW tab{};
+        tab.mask = TCIF_TEXT;
+        tab.pszText = text.data();
+        SendMessageW(tabs_, TCM_INSERTITEMW, static_cast<WPARAM>(index),
+                     reinterpret_cast<LPARAM>(&tab));
+        HWND page =
+            CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_PAGE1 + index),
+                               main_window_, procedure, owner);
+        SetWindowLongPtrW(page, GWLP_ID, ID_PAGE1 + index);
+        LeaveDpiChangesToTheProgram(page);
+        EnableThemeDialogTexture(page, ETDT_ENABLETAB);
+        RECT units{0, 0, 4, 8};
+        MapDialogRect(page, &units);
+        RECT client;
+        GetClientRect(page, &client);
+        layout.Add(page,
+                   {kPageUnits.x, kPageUnits.y, kPageUnits.x + MulDiv(client.right, 4, units.right),
+                    kPageUnits.y + MulDiv(client.bottom, 8, units.bottom)});
+        layout.Collect(page);
+        // In front of the tab control. The tab order is a ring: the page still follows the tabs.
+        SetWindowPos(page, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        pages_.push_back(page);
+        ++index;
+    }
+    ShowWindow(pages_.front(), SW_SHOW);
+}
+
+HWND Pages::Control(int id) const {
+    HWND control = GetDlgItem(main_window_, id);
+    for (auto page = pages_.begin(); control == nullptr && page != pages_.end(); ++page) {
+        control = GetDlgItem(*page, id);
+    }
+    return control;
+}
+
+void Pages::Show(std::size_t page) {
+    if (page == shown_) {
+        return;
+    }
+    ShowWindow(pages_[page], SW_SHOW);
+    ShowWindow(pages_[shown_], SW_HIDE);
+    shown_ = page;
+    SendMessageW(tabs_, TCM_SETCURSEL, page, 0);
+}
+
+} // namespace win32

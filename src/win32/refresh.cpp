@@ -1,0 +1,83 @@
+#include "win32/refresh.hpp"
+
+#include <algorithm>
+
+namespace win32 {
+
+namespace {
+
+// While an action runs, the contents of lists and texts are refreshed no more often than this, and
+// never so often that refreshing takes more than a small part of the time.
+constexpr ULONGLONG kContentsInterval = 100; // milliseconds
+constexpr ULONGLONG kContentsShare = 10;
+
+} // namespace
+
+Refresher::Refresher(controls::Form1& form, HWND window, Pages& pages, const ControlViews& views)
+    : form_(form), window_(window), pages_(pages), views_(views) {}
+
+void Refresher::Pull() const {
+    for (const auto& view : views_.All()) {
+        view->Pull();
+    }
+}
+
+void Refresher::Complete() {
+    Everything(true);
+}
+
+void Refresher::Frugal() {
+    Everything(GetTickCount64() >= next_contents_);
+}
+
+void Refresher::Everything(bool with_contents) {
+    if (form_.Caption != shown_caption_) {
+        shown_caption_ = form_.Caption;
+        ShowText(window_, shown_caption_);
+    }
+    StatusAndPointer();
+    pages_.Show(form_.SSTab1.Tab());
+    Place();
+
+    const ULONGLONG start = GetTickCount64();
+    for (const auto& view : views_.All()) {
+        if (with_contents || !view->ShowsContents()) {
+            view->Refresh();
+        }
+    }
+    if (with_contents) {
+        const ULONGLONG end = GetTickCount64();
+        next_contents_ = end + std::max(kContentsInterval, kContentsShare * (end - start));
+    }
+}
+
+void Refresher::Place() {
+    const bool moved = form_.Left != shown_place_.left || form_.Top != shown_place_.top;
+    const bool resized = form_.Width != shown_place_.right || form_.Height != shown_place_.bottom;
+    if (!moved && !resized) {
+        return;
+    }
+    shown_place_ = {form_.Left, form_.Top, form_.Width, form_.Height};
+    const UINT dpi = GetDpiForWindow(window_);
+    SetWindowPos(window_, nullptr, Pixels(form_.Left, dpi), Pixels(form_.Top, dpi),
+                 Pixels(form_.Width, dpi), Pixels(form_.Height, dpi),
+                 SWP_NOZORDER | SWP_NOACTIVATE | (moved ? 0U : SWP_NOMOVE) |
+                     (resized ? 0U : SWP_NOSIZE));
+}
+
+void Refresher::StatusAndPointer() {
+    views_.StatusBar().Refresh();
+    if (form_.Pointer != shown_pointer_) {
+        shown_pointer_ = form_.Pointer;
+        POINT mouse;
+        GetCursorPos(&mouse);
+        const HWND below = WindowFromPoint(mouse);
+        if (below == window_ || IsChild(window_, below) != FALSE) {
+            SetCursor(LoadCursorW(nullptr, shown_pointer_ == controls::MousePointer::kHourglass
+                                               ? IDC_WAIT
+                                               : IDC_ARROW));
+        }
+    }
+}
+
+} // namespace win32

@@ -1,0 +1,42 @@
+// Keeps the screen and the form in step: brings what the program changed to the screen, and what
+// the person entered into the controls.
+#pragma once
+
+#include "controls/form1.hpp"
+#include "win32/control_views.hpp"
+#include "win32/pages.hpp"
+
+namespace win32 {
+
+class Refresher {
+  public:
+    Refresher(controls::Form1& form, HWND window, Pages& pages, const ControlViews& views);
+
+    // What the person entered since the last time goes into the controls.
+    void Pull() const;
+    // Everything that the program changed goes to the screen.
+    void Complete();
+    // The same while an action runs: the contents of lists and texts only now and then, so that
+    // showing them takes a small part of the action's time.
+    void Frugal();
+    // The status bar and the mouse pointer only.
+    void StatusAndPointer();
+    // The window's place and size, where the program changed them: the person may have moved the
+    // window meanwhile.
+    void Place();
+
+  private:
+    void Everything(bool with_contents);
+
+    controls::Form1& form_;
+    HWND window_;
+    Pages& pages_;
+    const ControlViews& views_;
+
+    std::string shown_caption_;
+    RECT shown_place_{}; // left, top, width, height as last applied, in twips
+    controls::MousePointer shown_pointer_ = controls::MousePointer::kDefault;
+    ULONGLONG next_contents_ = 0; // in milliseconds of the system's tick count
+};
+
+} // namespace win32
