@@ -2,44 +2,34 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/action_test.hpp"
 #include "tests/support/drawing_samples.hpp"
-#include "tests/support/headless_form.hpp"
+#include "tests/support/failure_sweep.hpp"
 #include "tests/support/sample_products.hpp"
-#include "text/text.hpp"
 
 namespace {
 
+using testing_support::ActionTest;
+using testing_support::AddRow;
 using testing_support::DrawnRows;
 using testing_support::HeadlessForm;
 using testing_support::kEmptyDrawing;
 using Texts = std::vector<std::string>;
 
-struct CreateTable : testing::Test, HeadlessForm {
-    simulator::Session session;
+struct CreateTable : ActionTest {
+    controls::ListView& list = form.ListView1;
 
-    CreateTable() {
-        session.LoadDocument("drawing", kEmptyDrawing);
-        Connect(session);
-    }
-
-    static void AddRow(controls::Form1& to, const Texts& fields) {
-        const std::size_t row = to.ListView1.Add(fields.at(0));
-        for (std::size_t field = 1; field < fields.size(); ++field) {
-            to.ListView1.SetSubItem(row, field, fields[field]);
-        }
-    }
-    static void AddThreeRows(controls::Form1& to) {
-        AddRow(to, {"Hřídel", "0001", "2", "2", "S235", "D25x120", "kalit"});
-        AddRow(to, {"Kolo", "0002", "1", "", "C45", "", ""});
-        AddRow(to, {"Šroub M8", "0003", "12", "3", "8.8", "M8x25", "DIN 933"});
-    }
-    [[nodiscard]] bool Called(const std::string& call) const {
-        return std::ranges::find(session.Log(), call) != session.Log().end();
-    }
+    CreateTable() { Open(kEmptyDrawing); }
 };
 
+void AddThreeRows(controls::ListView& list) {
+    AddRow(list, {"Hřídel", "0001", "2", "2", "S235", "D25x120", "kalit"});
+    AddRow(list, {"Kolo", "0002", "1", "", "C45", "", ""});
+    AddRow(list, {"Šroub M8", "0003", "12", "3", "8.8", "M8x25", "DIN 933"});
+}
+
 TEST_F(CreateTable, WritesTheListFromTheBottomUpUnderTheHeaderAndTheFreeRows) {
-    AddThreeRows(form);
+    AddThreeRows(list);
     form.Command11.Click();
     EXPECT_EQ(Status(), "Tabulka vytvorena Ok ");
     EXPECT_FALSE(Busy());
@@ -53,7 +43,7 @@ TEST_F(CreateTable, WritesTheListFromTheBottomUpUnderTheHeaderAndTheFreeRows) {
 }
 
 TEST_F(CreateTable, MakesExactlyTheCallsThatItNeedsInTheirOrderAndKinds) {
-    AddThreeRows(form);
+    AddThreeRows(list);
     form.Command11.Click();
     Texts expected{"Application.ActiveDocument",
                    "DrawingDocument.Name",
@@ -98,7 +88,7 @@ TEST_F(CreateTable, MakesExactlyTheCallsThatItNeedsInTheirOrderAndKinds) {
 }
 
 TEST_F(CreateTable, AnnouncesEveryStepAndYieldsThreeKindsOfTimes) {
-    AddThreeRows(form);
+    AddThreeRows(list);
     form.Text2.SetText(form.Text2.Text() + "/AnchorPoint;2\r\n");
     form.Command11.Click();
     Texts expected{"Zjistuju spusteni Catie",      "Cekam na Catii",
@@ -116,7 +106,7 @@ TEST_F(CreateTable, AnnouncesEveryStepAndYieldsThreeKindsOfTimes) {
 }
 
 TEST_F(CreateTable, AnAnchorIsSetOnlyWhenGivenZeroIncluded) {
-    AddThreeRows(form);
+    AddThreeRows(list);
     form.Text2.SetText("/vyska1;5\r\n/vyska2;5\r\n/sirka;1;1;1;1;1;1;1\r\n/fontsize1;1\r\n"
                        "/fontsize2;1\r\n/AnchorPoint;0\r\n");
     form.Command11.Click();
@@ -126,7 +116,7 @@ TEST_F(CreateTable, AnAnchorIsSetOnlyWhenGivenZeroIncluded) {
 }
 
 TEST_F(CreateTable, AFontNameIsSetOnEveryCellWhenGivenAndNotEmpty) {
-    AddThreeRows(form);
+    AddThreeRows(list);
     form.Text2.SetText(form.Text2.Text() + "/fontname;Arial (TrueType)\r\n");
     form.Command11.Click();
     EXPECT_EQ(std::ranges::count(session.Log(),
@@ -140,7 +130,7 @@ TEST_F(CreateTable, AFontNameIsSetOnEveryCellWhenGivenAndNotEmpty) {
 }
 
 TEST_F(CreateTable, WithoutFreeRowsTheLastListRowStandsUnderTheHeader) {
-    AddThreeRows(form);
+    AddThreeRows(list);
     form.Text2.SetText(form.Text2.Text() + "/volny;0\r\n");
     form.Command11.Click();
     const auto rows = DrawnRows(session);
@@ -150,9 +140,9 @@ TEST_F(CreateTable, WithoutFreeRowsTheLastListRowStandsUnderTheHeader) {
 }
 
 TEST_F(CreateTable, APositionIsWrittenAsTheNumberAtItsBeginningAndZeroWithoutOne) {
-    AddRow(form, {"a", "12a"});
-    AddRow(form, {"b", "x"});
-    AddRow(form, {"c", ""});
+    AddRow(list, {"a", "12a"});
+    AddRow(list, {"b", "x"});
+    AddRow(list, {"c", ""});
     form.Command11.Click();
     EXPECT_TRUE(Called("DrawingTable.SetCellString(9, 1, 12.0)"));
     EXPECT_TRUE(Called("DrawingTable.SetCellString(8, 1, 0.0)"));
@@ -160,13 +150,13 @@ TEST_F(CreateTable, APositionIsWrittenAsTheNumberAtItsBeginningAndZeroWithoutOne
 }
 
 TEST_F(CreateTable, AnEmptyFieldIsWrittenAsAnEmptyCell) {
-    AddRow(form, {"a"});
+    AddRow(list, {"a"});
     form.Command11.Click();
     EXPECT_TRUE(Called(R"(DrawingTable.SetCellString(7, 3, ""))"));
 }
 
 TEST_F(CreateTable, ADisabledColumnOrderWritesTheNameIntoEveryColumn) {
-    AddRow(form, {"a", "0001", "2"});
+    AddRow(list, {"a", "0001", "2"});
     form.Text2.SetText(form.Text2.Text() + "-");
     std::string text = form.Text4.Text();
     text.replace(text.find("/razeni"), 7, "-/razeni");
@@ -176,7 +166,7 @@ TEST_F(CreateTable, ADisabledColumnOrderWritesTheNameIntoEveryColumn) {
 }
 
 TEST_F(CreateTable, AColumnOrderThatIsNoNumberEndsTheRunAtThatCell) {
-    AddRow(form, {"a"});
+    AddRow(list, {"a"});
     form.Text2.SetText(form.Text2.Text() + "/razeni;1;abc\r\n");
     form.Command11.Click();
     EXPECT_EQ(Status(), "Catie doplnuje radku 7/7");
@@ -187,8 +177,8 @@ TEST_F(CreateTable, AColumnOrderThatIsNoNumberEndsTheRunAtThatCell) {
 TEST_F(CreateTable, AColumnOrderBeyondTheListsColumnsEndsTheRunAtThatCell) {
     for (const char* slot : {"7", "-1", "99999999999"}) {
         session.ClearLog();
-        form.ListView1.Clear();
-        AddRow(form, {"a"});
+        list.Clear();
+        AddRow(list, {"a"});
         form.Text2.SetText(form.Text4.Text() + "/razeni;" + slot + "\r\n");
         form.Command11.Click();
         EXPECT_EQ(Status(), "Catie doplnuje radku 7/7") << slot;
@@ -204,7 +194,7 @@ TEST_F(CreateTable, AnEmptyListEndsBeforeAnythingIsShown) {
 }
 
 TEST_F(CreateTable, WithoutASessionItEndsAfterTheDetection) {
-    AddThreeRows(form);
+    AddThreeRows(list);
     desktop.titles.clear();
     form.Command11.Click();
     EXPECT_EQ(Status(), "Zjistuju spusteni Catie");
@@ -213,7 +203,7 @@ TEST_F(CreateTable, WithoutASessionItEndsAfterTheDetection) {
 }
 
 TEST_F(CreateTable, ADocumentThatIsNoDrawingIsReportedAndNothingIsChanged) {
-    AddThreeRows(form);
+    AddThreeRows(list);
     session.LoadDocument("product", testing_support::kSampleProduct);
     form.Command11.Click();
     EXPECT_EQ(Status(), "Neni aktivni CATDrawing");
@@ -222,7 +212,7 @@ TEST_F(CreateTable, ADocumentThatIsNoDrawingIsReportedAndNothingIsChanged) {
 }
 
 TEST_F(CreateTable, OnlyTheNameDecidesWhetherADocumentIsADrawing) {
-    AddThreeRows(form);
+    AddThreeRows(list);
     session.LoadDocument("drawing", "DrawingDocument \"Drawing1.dwg\"\nsheet s\n");
     form.Command11.Click();
     EXPECT_EQ(Status(), "Neni aktivni CATDrawing");
@@ -232,7 +222,7 @@ TEST_F(CreateTable, OnlyTheNameDecidesWhetherADocumentIsADrawing) {
 }
 
 TEST_F(CreateTable, AListOfMoreThanTenValuesEndsTheRunBeforeAnyCall) {
-    AddThreeRows(form);
+    AddThreeRows(list);
     form.Text2.SetText("/sirka;1;2;3;4;5;6;7;8;9;10;11");
     form.Command11.Click();
     EXPECT_EQ(Status(), "Zjistuju spusteni Catie");
@@ -241,14 +231,14 @@ TEST_F(CreateTable, AListOfMoreThanTenValuesEndsTheRunBeforeAnyCall) {
 }
 
 TEST_F(CreateTable, APositionWithoutYEndsTheRunBeforeAnyCall) {
-    AddThreeRows(form);
+    AddThreeRows(list);
     form.Text2.SetText("/pozice;100");
     form.Command11.Click();
     EXPECT_TRUE(session.Log().empty());
 }
 
 TEST_F(CreateTable, AHeightThatCatiaCannotConvertEndsTheRunAtTheTable) {
-    AddThreeRows(form);
+    AddThreeRows(list);
     form.Text2.SetText(form.Text2.Text() + "/vyska2;vysoka\r\n");
     form.Command11.Click();
     EXPECT_EQ(Status(), "Catie vytvari tabulku");
@@ -257,7 +247,7 @@ TEST_F(CreateTable, AHeightThatCatiaCannotConvertEndsTheRunAtTheTable) {
 }
 
 TEST_F(CreateTable, FreeRowsBeyondWhatATableCanHaveEndTheRunQuietly) {
-    AddThreeRows(form);
+    AddThreeRows(list);
     for (const char* free_rows : {"1e300", "3000000000", "-1e300"}) {
         form.Text2.SetText(form.Text4.Text() + "/volny;" + free_rows + "\r\n");
         form.Command11.Click();
@@ -267,18 +257,14 @@ TEST_F(CreateTable, FreeRowsBeyondWhatATableCanHaveEndTheRunQuietly) {
 }
 
 TEST_F(CreateTable, TextsKeepSeparatorsAndCzechLetters) {
-    AddRow(form, {"a;b@@c", "0001", "1", "", "\"ocel\"", "ø25", "tab\there"});
+    AddRow(list, {"a;b@@c", "0001", "1", "", "\"ocel\"", "ø25", "tab\there"});
     form.Command11.Click();
     EXPECT_EQ(DrawnRows(session).back(), R"("1" "a;b@@c" "1" "ø25" "\"ocel\"" "tab\there" "")");
 }
 
 TEST_F(CreateTable, AListChangedAtAYieldEndsTheRunInItsTrap) {
-    AddThreeRows(form);
-    events.at_yield = [&](int yield) {
-        if (yield == 4) {
-            form.ListView1.Clear();
-        }
-    };
+    AddThreeRows(list);
+    events.at_yield[4] = [&] { list.Clear(); };
     form.Command11.Click();
     EXPECT_EQ(Status(), "Catie doplnuje radku 8/9");
     EXPECT_TRUE(Busy());
@@ -286,12 +272,8 @@ TEST_F(CreateTable, AListChangedAtAYieldEndsTheRunInItsTrap) {
 }
 
 TEST_F(CreateTable, ASecondClickAtAYieldRunsAndTheFirstRunGoesOn) {
-    AddThreeRows(form);
-    events.at_yield = [&](int yield) {
-        if (yield == 3) {
-            form.Command11.Click();
-        }
-    };
+    AddThreeRows(list);
+    events.at_yield[3] = [&] { form.Command11.Click(); };
     form.Command11.Click();
     EXPECT_EQ(Status(), "Tabulka vytvorena Ok ");
     EXPECT_EQ(DrawnRows(session).size(), 18U);
@@ -300,12 +282,8 @@ TEST_F(CreateTable, ASecondClickAtAYieldRunsAndTheFirstRunGoesOn) {
 }
 
 TEST_F(CreateTable, TheWindowClosedMeanwhileEndsItAtTheNextYieldAndThenCloses) {
-    AddThreeRows(form);
-    events.at_yield = [&](int yield) {
-        if (yield == 3) {
-            app::RequestClose(form);
-        }
-    };
+    AddThreeRows(list);
+    events.at_yield[3] = [&] { app::RequestClose(form); };
     form.Command11.Click();
     EXPECT_EQ(events.yields, 3);
     EXPECT_TRUE(form.unloaded);
@@ -313,69 +291,43 @@ TEST_F(CreateTable, TheWindowClosedMeanwhileEndsItAtTheNextYieldAndThenCloses) {
 }
 
 TEST_F(CreateTable, ClosingDuringTwoNestedRunsEndsBoth) {
-    AddThreeRows(form);
-    events.at_yield = [&](int yield) {
-        if (yield == 2) {
-            form.Command11.Click();
-        } else if (yield == 4) {
-            app::RequestClose(form);
-        }
-    };
+    AddThreeRows(list);
+    events.at_yield[2] = [&] { form.Command11.Click(); };
+    events.at_yield[4] = [&] { app::RequestClose(form); };
     form.Command11.Click();
     EXPECT_EQ(events.yields, 4);
     EXPECT_TRUE(form.unloaded);
 }
 
 TEST_F(CreateTable, TheThicknessGoesToTheDocumentThatIsActiveThen) {
-    AddThreeRows(form);
-    events.at_yield = [&](int yield) {
-        if (yield == 5) {
-            session.LoadDocument("product", testing_support::kSampleProduct);
-        }
-    };
+    AddThreeRows(list);
+    events.at_yield[5] = [&] { session.LoadDocument("product", testing_support::kSampleProduct); };
     form.Command11.Click();
     EXPECT_EQ(session.Log()[session.Log().size() - 1], "Selection.Add(DrawingTable)");
     EXPECT_EQ(Status(), "Catie meni tlousku cary") << "a product's selection takes no table";
 }
 
-// The n-th call fails, for every n: refused, with a busy session, and with the session gone.
 TEST_F(CreateTable, EndsSilentlyWhicheverCallFails) {
-    AddThreeRows(form);
-    form.Command11.Click();
-    const std::size_t calls = session.Log().size();
-    const Texts all_messages = messages;
-    for (std::size_t call = 1; call <= calls; ++call) {
-        for (const auto kind : {simulator::FaultKind::kRefused, simulator::FaultKind::kVanished,
-                                simulator::FaultKind::kBusy}) {
-            SCOPED_TRACE(testing::Message()
-                         << "call " << call << " kind " << static_cast<int>(kind));
-            HeadlessForm fresh;
-            AddThreeRows(fresh.form);
-            simulator::Session doomed;
-            doomed.LoadDocument("drawing", kEmptyDrawing);
-            fresh.Connect(doomed);
-            doomed.Arm({.call = call, .kind = kind});
-            fresh.form.Command11.Click();
-
-            EXPECT_EQ(doomed.Log().size(), call);
-            ASSERT_LE(fresh.messages.size(), all_messages.size() - 1);
-            EXPECT_TRUE(
-                std::equal(fresh.messages.begin(), fresh.messages.end(), all_messages.begin()))
-                << "the status line keeps the last announcement: " << fresh.Status();
-            EXPECT_TRUE(fresh.Busy());
-            EXPECT_TRUE(fresh.message_boxes.shown.empty());
-            EXPECT_EQ(fresh.form.ListView1.Count(), 3U);
-            EXPECT_EQ(testing_support::RowTexts(fresh.form.ListView1, 1),
-                      (Texts{"Hřídel", "0001", "2", "2", "S235", "D25x120", "kalit"}));
-
-            simulator::Session restarted;
-            restarted.LoadDocument("drawing", kEmptyDrawing);
-            fresh.Connect(restarted);
-            fresh.form.Command11.Click();
-            EXPECT_EQ(fresh.Status(), "Tabulka vytvorena Ok ");
-            EXPECT_FALSE(fresh.Busy());
-        }
-    }
+    testing_support::Sweep({
+        .button = &controls::Form1::Command11,
+        .document = kEmptyDrawing,
+        .fewest_calls = 176,
+        .prepare = [](HeadlessForm& headless) { AddThreeRows(headless.form.ListView1); },
+        .after_failure =
+            [](const HeadlessForm& complete, HeadlessForm& failed, const simulator::Fault&) {
+                testing_support::ExpectSilentEnd(complete, failed);
+                EXPECT_LT(failed.messages.size(), complete.messages.size());
+                EXPECT_TRUE(failed.Busy());
+                EXPECT_EQ(failed.form.ListView1.Count(), 3U);
+                EXPECT_EQ(testing_support::RowTexts(failed.form.ListView1, 1),
+                          (Texts{"Hřídel", "0001", "2", "2", "S235", "D25x120", "kalit"}));
+            },
+        .after_next_run =
+            [](const HeadlessForm&, const HeadlessForm& next) {
+                EXPECT_EQ(next.Status(), "Tabulka vytvorena Ok ");
+                EXPECT_FALSE(next.Busy());
+            },
+    });
 }
 
 TEST(Road, FromTheProductToTheTable) {

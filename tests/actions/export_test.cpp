@@ -3,12 +3,14 @@
 #include <gtest/gtest.h>
 
 #include "tables/drawing_action.hpp"
+#include "tests/support/action_test.hpp"
 #include "tests/support/drawing_samples.hpp"
-#include "tests/support/headless_form.hpp"
+#include "tests/support/failure_sweep.hpp"
 #include "tests/support/sample_products.hpp"
 
 namespace {
 
+using testing_support::AddRow;
 using testing_support::DrawingWithTable;
 using testing_support::DrawnRows;
 using testing_support::HeadlessForm;
@@ -17,33 +19,17 @@ using Texts = std::vector<std::string>;
 const std::string kOldRow6 = R"("old" "old" "old" "old" "old" "old")";
 const std::string kOldRow7 = kOldRow6 + R"( "old")";
 
-void AddRow(controls::Form1& form, const Texts& fields) {
-    const std::size_t row = form.ListView1.Add(fields.at(0));
-    for (std::size_t field = 1; field < fields.size(); ++field) {
-        form.ListView1.SetSubItem(row, field, fields[field]);
-    }
-}
-
 // Three rows, the second of them the current one.
-void AddThreeRows(controls::Form1& form) {
-    AddRow(form, {"Hřídel", "0001", "2", "2", "S235", "20x120", "kalit"});
-    AddRow(form, {"Kolo", "0012b", "1", "3", "C45", "D25", "a;b@@c"});
-    AddRow(form, {"Víko", "", "4", "", "", "20xd5", ""});
-    form.ListView1.SetCurrentRow(2);
+void AddThreeRows(controls::ListView& list) {
+    AddRow(list, {"Hřídel", "0001", "2", "2", "S235", "20x120", "kalit"});
+    AddRow(list, {"Kolo", "0012b", "1", "3", "C45", "D25", "a;b@@c"});
+    AddRow(list, {"Víko", "", "4", "", "", "20xd5", ""});
+    list.SetCurrentRow(2);
 }
 
-struct Export : testing::Test, HeadlessForm {
-    simulator::Session session;
+struct Export : testing_support::ActionTest {
+    Export() { AddThreeRows(form.ListView1); }
 
-    Export() { AddThreeRows(form); }
-
-    void Open(std::string_view drawing) {
-        session.LoadDocument("drawing", drawing);
-        Connect(session);
-    }
-    [[nodiscard]] bool Called(const std::string& call) const {
-        return std::ranges::find(session.Log(), call) != session.Log().end();
-    }
     [[nodiscard]] std::size_t Count(std::string_view part) const {
         return static_cast<std::size_t>(
             std::ranges::count_if(session.Log(), [&](const std::string& call) {
@@ -158,8 +144,7 @@ TEST_F(SmallTable, WithoutACurrentRowItEndsWhereTheRowIsNeeded) {
 }
 
 TEST_F(Export, ADocumentThatIsNoDrawingIsReportedByEveryAction) {
-    session.LoadDocument("product", testing_support::kSampleProduct);
-    Connect(session);
+    Open(testing_support::kSampleProduct);
     for (controls::Button* button :
          {&form.Command16, &form.Command30, &form.Command7, &form.Command6, &form.Command8,
           &form.Command10, &form.Command9}) {
@@ -246,11 +231,7 @@ TEST_F(WholeTable, TablesTooShortOrOfOtherColumnsAreRefusedAndLeftAlone) {
 
 TEST_F(WholeTable, AListShortenedAtAYieldEndsTheRunInItsTrap) {
     Open(DrawingWithTable(4, 7));
-    events.at_yield = [&](int yield) {
-        if (yield == 1) {
-            form.ListView1.Clear();
-        }
-    };
+    events.at_yield[1] = [&] { form.ListView1.Clear(); };
     form.Command30.Click();
     EXPECT_EQ(Status(), "Vyplnovani tabulky 4/4");
     EXPECT_TRUE(message_boxes.shown.empty());
@@ -375,48 +356,21 @@ TEST_F(LooseTexts, TheTrialTextNeedsNoList) {
     EXPECT_EQ(AfterOpening(session.Log()).size(), 2U);
 }
 
-// The n-th call of every action fails, for every n and every way of failing: the run ends there
-// without a box, the list stays, and the next run works.
 struct ExportSweep : testing::TestWithParam<std::pair<controls::Button controls::Form1::*, int>> {};
 
-TEST_P(ExportSweep, EndsSilentlyWhicheverCallFails) {
+TEST_P(ExportSweep, EndsSilentlyWhicheverCallFailsAndTheListStays) {
     const auto [button, columns] = GetParam();
-    const std::string drawing = DrawingWithTable(columns == 6 ? 2 : 5, columns);
-    simulator::Session whole;
-    whole.LoadDocument("drawing", drawing);
-    HeadlessForm complete;
-    AddThreeRows(complete.form);
-    complete.Connect(whole);
-    (complete.form.*button).Click();
-    const std::size_t calls = whole.Log().size();
-    ASSERT_GT(calls, 7U);
-    for (std::size_t call = 1; call <= calls; ++call) {
-        for (const auto kind : {simulator::FaultKind::kRefused, simulator::FaultKind::kVanished,
-                                simulator::FaultKind::kBusy}) {
-            SCOPED_TRACE(testing::Message()
-                         << "call " << call << " kind " << static_cast<int>(kind));
-            HeadlessForm fresh;
-            AddThreeRows(fresh.form);
-            simulator::Session doomed;
-            doomed.LoadDocument("drawing", drawing);
-            fresh.Connect(doomed);
-            doomed.Arm({.call = call, .kind = kind});
-            (fresh.form.*button).Click();
-            EXPECT_EQ(doomed.Log().size(), call);
-            EXPECT_TRUE(fresh.message_boxes.shown.empty());
-            EXPECT_LE(fresh.messages.size(), complete.messages.size());
-            EXPECT_TRUE(std::equal(fresh.messages.begin(), fresh.messages.end(),
-                                   complete.messages.begin()));
-            EXPECT_EQ(fresh.form.ListView1.Count(), 3U);
-
-            simulator::Session restarted;
-            restarted.LoadDocument("drawing", drawing);
-            fresh.Connect(restarted);
-            (fresh.form.*button).Click();
-            EXPECT_EQ(fresh.Status(), complete.Status());
-            EXPECT_EQ(restarted.DrawingAsText(), whole.DrawingAsText());
-        }
-    }
+    testing_support::Sweep({
+        .button = button,
+        .document = DrawingWithTable(columns == 6 ? 2 : 5, columns),
+        .fewest_calls = kOpening.size() + 1,
+        .prepare = [](HeadlessForm& headless) { AddThreeRows(headless.form.ListView1); },
+        .after_failure =
+            [](const HeadlessForm& complete, HeadlessForm& failed, const simulator::Fault&) {
+                testing_support::ExpectSilentEnd(complete, failed);
+                EXPECT_EQ(failed.form.ListView1.Count(), 3U);
+            },
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(Actions, ExportSweep,

@@ -9,6 +9,7 @@
 namespace {
 
 using testing_support::Column;
+using testing_support::Drag;
 using testing_support::HeadlessForm;
 using testing_support::RowTexts;
 using Texts = std::vector<std::string>;
@@ -26,11 +27,6 @@ struct PartsList : testing::Test, HeadlessForm {
         for (std::size_t row = 1; row <= list.Count(); ++row) {
             list.SetSelected(row, std::ranges::find(rows, row) != rows.end());
         }
-    }
-    // A row is one pixel high, so a row's number is its place.
-    void Drag(int from, int to) {
-        list.UserMouseDown(controls::kLeftButton, 0, 5, from);
-        list.UserMouseUp(controls::kLeftButton, 0, 5, to);
     }
     Texts Names() { return Column(list, 0); }
     Texts Positions() { return Column(list, partslist::kPosition); }
@@ -151,7 +147,7 @@ TEST_F(PartsList, DraggingRow120FromFifthPlaceOntoTheSecondLeavesItInSecondPlace
     Fill({"a", "b", "c", "d", "120", "e"});
     list.SetChecked(1, true);
     list.SetChecked(5, true);
-    Drag(5, 2);
+    Drag(list, 5, 2);
     EXPECT_EQ(Names(), (Texts{"a", "120", "b", "c", "d", "e"}));
     EXPECT_EQ(Positions(), (Texts{"0001", "0002", "0003", "0004", "0005", "0006"}));
     EXPECT_EQ(Sheets(), (Texts{"2", "3", "", "", "", ""}));
@@ -159,17 +155,17 @@ TEST_F(PartsList, DraggingRow120FromFifthPlaceOntoTheSecondLeavesItInSecondPlace
 
 TEST_F(PartsList, DraggingDownPutsTheRowJustAfterTheTarget) {
     Fill({"a", "7", "c", "d"});
-    Drag(2, 3);
+    Drag(list, 2, 3);
     EXPECT_EQ(Names(), (Texts{"a", "c", "7", "d"}));
-    Drag(3, 4);
+    Drag(list, 3, 4);
     EXPECT_EQ(Names(), (Texts{"a", "c", "d", "7"}));
 }
 
 TEST_F(PartsList, DraggingToTheEndsOfTheList) {
     Fill({"1", "b", "3"});
-    Drag(3, 1);
+    Drag(list, 3, 1);
     EXPECT_EQ(Names(), (Texts{"3", "1", "b"}));
-    Drag(1, 3);
+    Drag(list, 1, 3);
     EXPECT_EQ(Names(), (Texts{"1", "b", "3"}));
 }
 
@@ -177,7 +173,7 @@ TEST_F(PartsList, OnlyARowNamedByANumberOtherThanZeroCanBeDragged) {
     for (const char* name : {"Part 12", "0", "", "0,0", "12 ks"}) {
         list.Clear();
         Fill({name, "b", "c"});
-        Drag(1, 3);
+        Drag(list, 1, 3);
         EXPECT_EQ(Names(), (Texts{name, "b", "c"})) << '"' << name << '"';
         EXPECT_EQ(Positions(), (Texts{"0001", "0002", "0003"}));
     }
@@ -185,43 +181,43 @@ TEST_F(PartsList, OnlyARowNamedByANumberOtherThanZeroCanBeDragged) {
 
 TEST_F(PartsList, TheNumberIsReadInTheSystemsFormat) {
     Fill({"12,5", "b"});
-    Drag(1, 2);
+    Drag(list, 1, 2);
     EXPECT_EQ(Names(), (Texts{"b", "12,5"}));
     list.Clear();
     Fill({"12.5", "b"});
-    Drag(1, 2);
+    Drag(list, 1, 2);
     EXPECT_EQ(Names(), (Texts{"12.5", "b"}));
 }
 
 TEST_F(PartsList, PressingAndReleasingOnTheSameRowChangesNothing) {
     Fill({"5", "b"});
-    Drag(1, 1);
+    Drag(list, 1, 1);
     EXPECT_EQ(Positions(), (Texts{"0001", "0002"}));
 }
 
 TEST_F(PartsList, ReleasingOutsideAnyRowChangesNothing) {
     Fill({"5", "b"});
-    Drag(1, 99);
+    Drag(list, 1, 99);
     EXPECT_EQ(Names(), (Texts{"5", "b"}));
     EXPECT_EQ(Positions(), (Texts{"0001", "0002"}));
 }
 
 TEST_F(PartsList, PressingOutsideAnyRowStartsNoDrag) {
     Fill({"5", "b"});
-    Drag(99, 2);
+    Drag(list, 99, 2);
     EXPECT_EQ(Names(), (Texts{"5", "b"}));
 }
 
 TEST_F(PartsList, DroppingOntoARowWithoutANameChangesNothing) {
     Fill({"5", ""});
-    Drag(1, 2);
+    Drag(list, 1, 2);
     EXPECT_EQ(Names(), (Texts{"5", ""}));
 }
 
 TEST_F(PartsList, OfDuplicateNamesTheFirstRowIsTheOneThatMoves) {
     Fill({"5", "b", "c", "5"});
     list.SetSubItem(1, partslist::kNote, "first");
-    Drag(4, 3);
+    Drag(list, 4, 3);
     EXPECT_EQ(Names(), (Texts{"b", "c", "5", "5"}));
     EXPECT_EQ(list.SubItem(3, partslist::kNote), "first");
 }
@@ -232,7 +228,7 @@ TEST_F(PartsList, ADragBeyondFourDigitPositionsStillEndsQuietly) {
         names.push_back(std::to_string(i));
     }
     Fill(names);
-    Drag(10050, 2);
+    Drag(list, 10050, 2);
     EXPECT_EQ(list.Count(), 10050U);
     EXPECT_EQ(list.SubItem(10050, partslist::kPosition), "10050");
     EXPECT_TRUE(message_boxes.shown.empty());
@@ -240,11 +236,9 @@ TEST_F(PartsList, ADragBeyondFourDigitPositionsStillEndsQuietly) {
 
 TEST_F(PartsList, TheRightButtonStartsNoDragAndDropsNothing) {
     Fill({"5", "b"});
-    list.UserMouseDown(controls::kRightButton, 0, 5, 1);
-    list.UserMouseUp(controls::kLeftButton, 0, 5, 2);
+    Drag(list, 1, 2, controls::kRightButton, controls::kLeftButton);
     EXPECT_EQ(Names(), (Texts{"5", "b"}));
-    list.UserMouseDown(controls::kLeftButton, 0, 5, 1);
-    list.UserMouseUp(controls::kRightButton, 0, 5, 2);
+    Drag(list, 1, 2, controls::kLeftButton, controls::kRightButton);
     EXPECT_EQ(Names(), (Texts{"5", "b"}));
 }
 
@@ -268,8 +262,8 @@ TEST_F(PartsList, AListShortenedAfterThePressEndsTheDragQuietly) {
 
 TEST_F(PartsList, TheDropYieldsOnceWhileTheListIsSorted) {
     Fill({"5", "b"});
-    events.at_yield = [&](int) { form.m_Pridat.Click(); };
-    Drag(1, 2);
+    events.at_yield[1] = [&] { form.m_Pridat.Click(); };
+    Drag(list, 1, 2);
     EXPECT_EQ(events.yields, 1);
     EXPECT_EQ(list.Count(), 3U);
     form.m_Pridat.Click();
@@ -278,15 +272,15 @@ TEST_F(PartsList, TheDropYieldsOnceWhileTheListIsSorted) {
 
 TEST_F(PartsList, AListEmptiedAtTheYieldEndsTheDropQuietly) {
     Fill({"5", "b"});
-    events.at_yield = [&](int) { list.Clear(); };
-    Drag(1, 2);
+    events.at_yield[1] = [&] { list.Clear(); };
+    Drag(list, 1, 2);
     EXPECT_EQ(list.Count(), 0U);
     EXPECT_TRUE(message_boxes.shown.empty());
 }
 
 TEST_F(PartsList, ThePressedRowStaysAfterTheGesture) {
     Fill({"5", "b", "c"});
-    Drag(1, 2);
+    Drag(list, 1, 2);
     EXPECT_EQ(Names(), (Texts{"b", "5", "c"}));
     list.UserMouseUp(controls::kLeftButton, 0, 5, 3);
     // The pressed index is still 1, so it is the row there that moves.

@@ -2,32 +2,20 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/action_test.hpp"
 #include "tests/support/drawing_samples.hpp"
-#include "tests/support/headless_form.hpp"
-#include "tests/support/sample_products.hpp"
+#include "tests/support/failure_sweep.hpp"
 
 namespace {
 
+using testing_support::AddRow;
 using testing_support::DrawingWithTable;
 using testing_support::HeadlessForm;
 using testing_support::RowTexts;
 using Texts = std::vector<std::string>;
 
-struct Reading : testing::Test, HeadlessForm {
-    simulator::Session session;
+struct Reading : testing_support::ActionTest {
     controls::ListView& list = form.ListView1;
-
-    void Open(std::string_view drawing) {
-        session.LoadDocument("drawing", drawing);
-        Connect(session);
-    }
-    void AddRow(const Texts& fields, bool checked = false) {
-        const std::size_t row = list.Add(fields.at(0));
-        list.SetChecked(row, checked);
-        for (std::size_t field = 1; field < fields.size(); ++field) {
-            list.SetSubItem(row, field, fields[field]);
-        }
-    }
 };
 
 struct Parameters : Reading {};
@@ -96,7 +84,7 @@ TEST_F(Parameters, MakesEachCallOnce) {
 
 TEST_F(Parameters, ATableMadeFromTheDefaultReadsBackAsIt) {
     Open(testing_support::kEmptyDrawing);
-    AddRow({"Hřídel", "0001", "2"});
+    AddRow(list, {"Hřídel", "0001", "2"});
     form.Command11.Click();
     ASSERT_EQ(Status(), "Tabulka vytvorena Ok "); // which leaves the table selected
     form.Command10.Click();
@@ -144,9 +132,9 @@ TEST_F(Parameters, ATableOfOneRowLeavesWhatWasWrittenBeforeTheFailingQuery) {
 
 TEST_F(ReadTable, ATableMadeFromAListGivesTheListBackCheckBoxesIncluded) {
     Open(testing_support::kEmptyDrawing);
-    AddRow({"Hřídel", "0001", "2", "2", "S235", "20x120", "kalit;brousit"}, true);
-    AddRow({"Kolo", "0002", "1", "", "C45", "", "a@@b"}, false);
-    AddRow({"Šroub M8", "0003", "12", "3", "", "M8x25", ""}, true);
+    AddRow(list, {"Hřídel", "0001", "2", "2", "S235", "20x120", "kalit;brousit"}, true);
+    AddRow(list, {"Kolo", "0002", "1", "", "C45", "", "a@@b"}, false);
+    AddRow(list, {"Šroub M8", "0003", "12", "3", "", "M8x25", ""}, true);
     form.Command11.Click();
     ASSERT_EQ(Status(), "Tabulka vytvorena Ok ");
     list.Clear();
@@ -173,7 +161,7 @@ TEST_F(ReadTable, WritesTheParametersToo) {
 
 TEST_F(ReadTable, ReplacesTheListAndAnnouncesEveryRow) {
     Open(DrawingWithTable(2, 7));
-    AddRow({"gone"});
+    AddRow(list, {"gone"});
     form.Command9.Click();
     EXPECT_EQ(messages, (Texts{"Zjistuju spusteni Catie", "Cekam na Catii", "Nacteni radky:2",
                                "Nacteni radky:1", "Nacteni tabulky Ok"}));
@@ -207,7 +195,7 @@ TEST_F(ReadTable, AHeaderWithAnotherLastHeadingIsLoadedAsARow) {
 
 TEST_F(ReadTable, ATableOfOtherColumnsLeavesTheListEmpty) {
     Open(DrawingWithTable(3, 6));
-    AddRow({"gone"});
+    AddRow(list, {"gone"});
     form.Command9.Click();
     EXPECT_EQ(list.Count(), 0U);
     EXPECT_EQ(RowCount(), "Pozic: 0");
@@ -215,7 +203,7 @@ TEST_F(ReadTable, ATableOfOtherColumnsLeavesTheListEmpty) {
 
 TEST_F(ReadTable, NothingSelectedIsReportedAndTheListStays) {
     Open(testing_support::kEmptyDrawing);
-    AddRow({"kept"});
+    AddRow(list, {"kept"});
     form.Command9.Click();
     EXPECT_EQ(Status(), "Nejsou vybrany zadny objekty");
     EXPECT_EQ(list.Count(), 1U);
@@ -223,7 +211,7 @@ TEST_F(ReadTable, NothingSelectedIsReportedAndTheListStays) {
 
 TEST_F(ReadTable, AnElementThatIsNoTableIsReportedAndTheListStays) {
     Open("DrawingDocument D.CATDrawing\nsheet s\n view v\n  text \"20 H7\" selected\n");
-    AddRow({"kept"});
+    AddRow(list, {"kept"});
     form.Command9.Click();
     EXPECT_EQ(Status(), "Spatny vyber");
     EXPECT_EQ(list.Count(), 1U);
@@ -251,7 +239,7 @@ TEST_F(ReadTable, FiveHundredRowsComeBack) {
     Texts names;
     for (int i = 1; i <= 500; ++i) {
         names.push_back("díl " + std::to_string(i));
-        AddRow({names.back(), std::to_string(i), "1", i % 3 == 0 ? "2" : "", "m", "s", "n"});
+        AddRow(list, {names.back(), std::to_string(i), "1", i % 3 == 0 ? "2" : "", "m", "s", "n"});
     }
     form.Command11.Click();
     list.Clear();
@@ -262,11 +250,7 @@ TEST_F(ReadTable, FiveHundredRowsComeBack) {
 
 TEST_F(ReadTable, TheWindowClosedMeanwhileEndsIt) {
     Open(DrawingWithTable(5, 7));
-    events.at_yield = [&](int yield) {
-        if (yield == 2) {
-            app::RequestClose(form);
-        }
-    };
+    events.at_yield[2] = [&] { app::RequestClose(form); };
     form.Command9.Click();
     EXPECT_TRUE(form.unloaded);
     EXPECT_EQ(list.Count(), 2U);
@@ -275,41 +259,21 @@ TEST_F(ReadTable, TheWindowClosedMeanwhileEndsIt) {
 struct ReadingSweep : testing::TestWithParam<controls::Button controls::Form1::*> {};
 
 TEST_P(ReadingSweep, EndsSilentlyWhicheverCallFails) {
-    const auto button = GetParam();
-    const std::string drawing = DrawingWithTable(3, 7);
-    simulator::Session whole;
-    whole.LoadDocument("drawing", drawing);
-    HeadlessForm complete;
-    complete.Connect(whole);
-    (complete.form.*button).Click();
-    const std::size_t calls = whole.Log().size();
-    for (std::size_t call = 1; call <= calls; ++call) {
-        for (const auto kind : {simulator::FaultKind::kRefused, simulator::FaultKind::kVanished,
-                                simulator::FaultKind::kBusy}) {
-            SCOPED_TRACE(testing::Message()
-                         << "call " << call << " kind " << static_cast<int>(kind));
-            HeadlessForm fresh;
-            simulator::Session doomed;
-            doomed.LoadDocument("drawing", drawing);
-            fresh.Connect(doomed);
-            doomed.Arm({.call = call, .kind = kind});
-            (fresh.form.*button).Click();
-            EXPECT_EQ(doomed.Log().size(), call);
-            EXPECT_TRUE(fresh.message_boxes.shown.empty());
-            EXPECT_TRUE(complete.form.Text3.Text().starts_with(fresh.form.Text3.Text()) ||
-                        fresh.form.Text3.Text().empty());
-            EXPECT_TRUE(std::equal(fresh.messages.begin(), fresh.messages.end(),
-                                   complete.messages.begin()));
-
-            simulator::Session restarted;
-            restarted.LoadDocument("drawing", drawing);
-            fresh.Connect(restarted);
-            (fresh.form.*button).Click();
-            EXPECT_EQ(fresh.Status(), complete.Status());
-            EXPECT_EQ(fresh.form.Text3.Text(), complete.form.Text3.Text());
-            EXPECT_EQ(fresh.form.ListView1.Count(), complete.form.ListView1.Count());
-        }
-    }
+    testing_support::Sweep({
+        .button = GetParam(),
+        .document = DrawingWithTable(3, 7),
+        .fewest_calls = 30,
+        .after_failure =
+            [](const HeadlessForm& complete, HeadlessForm& failed, const simulator::Fault&) {
+                testing_support::ExpectSilentEnd(complete, failed);
+                EXPECT_TRUE(complete.form.Text3.Text().starts_with(failed.form.Text3.Text()));
+            },
+        .after_next_run =
+            [](const HeadlessForm& complete, const HeadlessForm& next) {
+                EXPECT_EQ(next.form.Text3.Text(), complete.form.Text3.Text());
+                EXPECT_EQ(next.form.ListView1.Count(), complete.form.ListView1.Count());
+            },
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(Actions, ReadingSweep,

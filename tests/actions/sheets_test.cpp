@@ -4,12 +4,14 @@
 #include <gtest/gtest.h>
 
 #include "sheets/sheet_names.hpp"
-#include "tests/support/headless_form.hpp"
+#include "tests/support/action_test.hpp"
+#include "tests/support/failure_sweep.hpp"
 #include "tests/support/sample_products.hpp"
 
 namespace {
 
 using testing_support::Column;
+using testing_support::Drag;
 using testing_support::HeadlessForm;
 using Texts = std::vector<std::string>;
 
@@ -27,16 +29,11 @@ void AddParts(controls::Form1& form, const Texts& sheet_entries) {
     }
 }
 
-struct SheetList : testing::Test, HeadlessForm {
-    simulator::Session session;
+struct SheetList : testing_support::ActionTest {
     controls::ListView& list = form.ListView3;
 
     SheetList() { form.Caption = "Dorvak pro Catii 0.0.10"; }
 
-    void Open(std::string_view drawing) {
-        session.LoadDocument("drawing", drawing);
-        Connect(session);
-    }
     void AddRows(const Texts& names, bool ticked = false) {
         for (const std::string& name : names) {
             list.SetChecked(list.Add(name), ticked);
@@ -61,10 +58,6 @@ struct SheetList : testing::Test, HeadlessForm {
             names.push_back(drawing.substr(start, drawing.find('"', start) - start));
         }
         return names;
-    }
-    void Drag(int from, int to) {
-        list.UserMouseDown(controls::kLeftButton, 0, 5, from);
-        list.UserMouseUp(controls::kLeftButton, 0, 5, to);
     }
 };
 
@@ -451,22 +444,22 @@ TEST_F(NamingDirectly, AnEmptyPartsListEndsIt) {
 
 TEST_F(Reordering, ADraggedRowTakesTheTargetsPlace) {
     AddRows({"1", "2", "3", "4"});
-    Drag(4, 2);
+    Drag(list, 4, 2);
     EXPECT_EQ(Names(), (Texts{"1", "4", "2", "3"}));
     list.Clear();
     AddRows({"1", "2", "3", "4"});
-    Drag(1, 3);
+    Drag(list, 1, 3);
     EXPECT_EQ(Names(), (Texts{"2", "3", "1", "4"}));
 }
 
 TEST_F(Reordering, DetailRowsGoToTheEndWithEveryDragAndCannotMove) {
     AddRows({"1", "2", "3"});
     list.SetTag(2, "A0001");
-    Drag(2, 1);
+    Drag(list, 2, 1);
     EXPECT_EQ(Names(), (Texts{"1", "2", "3"}));
-    Drag(1, 2);
+    Drag(list, 1, 2);
     EXPECT_EQ(Names(), (Texts{"1", "2", "3"}));
-    Drag(3, 1);
+    Drag(list, 3, 1);
     EXPECT_EQ(Names(), (Texts{"3", "1", "2"}));
     EXPECT_EQ(Status(), "");
 }
@@ -475,27 +468,25 @@ TEST_F(Reordering, OnlyRowsNamedByANumberOtherThanZeroCanBeDragged) {
     for (const char* name : {"Sheet.1", "0", "1.Sestava", ""}) {
         list.Clear();
         AddRows({name, "b", "c"});
-        Drag(1, 3);
+        Drag(list, 1, 3);
         EXPECT_EQ(Names(), (Texts{name, "b", "c"})) << '"' << name << '"';
     }
 }
 
 TEST_F(Reordering, ReleasingOnTheSameRowOrOutsideAnyRowChangesNothing) {
     AddRows({"1", "2"});
-    Drag(1, 1);
-    Drag(1, 99);
-    Drag(99, 1);
+    Drag(list, 1, 1);
+    Drag(list, 1, 99);
+    Drag(list, 99, 1);
     EXPECT_EQ(Names(), (Texts{"1", "2"}));
     EXPECT_EQ(Status(), "");
 }
 
 TEST_F(Reordering, TheRightButtonNeitherStartsNorDrops) {
     AddRows({"1", "2"});
-    list.UserMouseDown(controls::kRightButton, 0, 5, 1);
-    list.UserMouseUp(controls::kLeftButton, 0, 5, 2);
+    Drag(list, 1, 2, controls::kRightButton, controls::kLeftButton);
     EXPECT_EQ(Names(), (Texts{"1", "2"}));
-    list.UserMouseDown(controls::kLeftButton, 0, 5, 1);
-    list.UserMouseUp(controls::kRightButton, 0, 5, 2);
+    Drag(list, 1, 2, controls::kLeftButton, controls::kRightButton);
     EXPECT_EQ(Names(), (Texts{"1", "2"}));
 }
 
@@ -632,11 +623,10 @@ TEST_F(Missing, TheDiagnosticRefusesWhatIsNoDrawing) {
     EXPECT_EQ(Drawn(), Texts{"s"});
 }
 
-// The n-th call fails, for every n: the error is shown, what was done stays, the next run works.
 struct SheetSweep : testing::TestWithParam<controls::Button controls::Form1::*> {
-    static void Prepare(HeadlessForm& headless, simulator::Session& session) {
-        session.LoadDocument("drawing", "DrawingDocument D.CATDrawing\nsheet a\nsheet b\n");
-        headless.Connect(session);
+    // Lists and answers that every action finds something to do with.
+    static void Prepare(HeadlessForm& headless) {
+        headless.form.ListView1.Clear();
         AddParts(headless.form, {"2", "3"});
         headless.form.ListView3.Clear();
         for (const char* name : {"b", "a"}) {
@@ -650,42 +640,18 @@ struct SheetSweep : testing::TestWithParam<controls::Button controls::Form1::*> 
 };
 
 TEST_P(SheetSweep, ShowsTheErrorWhicheverCallFails) {
-    const auto button = GetParam();
-    simulator::Session whole;
-    HeadlessForm complete;
-    Prepare(complete, whole);
-    (complete.form.*button).Click();
-    const std::size_t calls = whole.Log().size();
-    ASSERT_GT(calls, 3U);
-    for (std::size_t call = 1; call <= calls; ++call) {
-        for (const auto kind : {simulator::FaultKind::kRefused, simulator::FaultKind::kVanished,
-                                simulator::FaultKind::kBusy}) {
-            SCOPED_TRACE(testing::Message()
-                         << "call " << call << " kind " << static_cast<int>(kind));
-            simulator::Session doomed;
-            HeadlessForm fresh;
-            Prepare(fresh, doomed);
-            doomed.Arm({.call = call, .kind = kind});
-            (fresh.form.*button).Click();
-            EXPECT_EQ(doomed.Log().size(), call);
-            const std::string expected = kind == simulator::FaultKind::kVanished
-                                             ? "-2147023174 The RPC server is unavailable."
-                                         : kind == simulator::FaultKind::kBusy
-                                             ? "-2147418111 Call was rejected by callee."
-                                             : "-2147467259 The method ";
-            EXPECT_EQ(fresh.Status().substr(0, expected.size()), expected);
-            EXPECT_TRUE(fresh.message_boxes.shown.empty());
-            EXPECT_EQ(fresh.form.ListView1.Count(), 2U);
-
-            simulator::Session restarted;
-            fresh.form.ListView1.Clear();
-            Prepare(fresh, restarted);
-            fresh.form.StatusBar1.SetPanelText(1, "");
-            (fresh.form.*button).Click();
-            EXPECT_EQ(fresh.Status(), complete.Status());
-            EXPECT_EQ(restarted.DrawingAsText(), whole.DrawingAsText());
-        }
-    }
+    testing_support::Sweep({
+        .button = GetParam(),
+        .document = "DrawingDocument D.CATDrawing\nsheet a\nsheet b\n",
+        .fewest_calls = 4,
+        .prepare = Prepare,
+        .after_failure =
+            [](const HeadlessForm&, HeadlessForm& failed, const simulator::Fault& fault) {
+                testing_support::ExpectErrorShown(failed, fault.kind);
+                EXPECT_EQ(failed.form.ListView1.Count(), 2U);
+                Prepare(failed); // the sheet list may have been loaded again
+            },
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(Actions, SheetSweep,

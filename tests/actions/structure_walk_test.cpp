@@ -2,23 +2,46 @@
 
 #include <gtest/gtest.h>
 
-#include "structure/structure.hpp"
-#include "tests/support/headless_form.hpp"
+#include "tests/support/action_test.hpp"
+#include "tests/support/drawing_samples.hpp"
+#include "tests/support/failure_sweep.hpp"
 #include "tests/support/sample_products.hpp"
 
 namespace {
 
 using testing_support::HeadlessForm;
 using testing_support::kSampleProduct;
-using testing_support::kSampleText;
 
-struct Walk : testing::Test, HeadlessForm {
-    simulator::Session session;
+constexpr std::size_t kInstances = 28; // in the sample product
+// ActiveDocument, Name, Product, PartNumber, Products, Count of the top product; four per instance
+constexpr std::size_t kCalls = 6 + 4 * kInstances;
 
-    void Open(std::string_view document) {
-        session.LoadDocument("test", document);
-        Connect(session);
+std::string Repeated(int times, const std::string& line) {
+    std::string lines;
+    for (int i = 0; i < times; ++i) {
+        lines += line;
     }
+    return lines;
+}
+
+// The structure text of the sample product, put together from its products.
+std::string SampleText() {
+    std::string text =
+        "\r\n0\tProduct1\r\n1\tPart 77\tProduct1" + Repeated(3, "\r\n1\tPart 46\tProduct1");
+    // In a path every assembly carries how many assemblies were entered before it.
+    for (const int entered : {1, 3}) {
+        const std::string middle = "Product1|||||Product2.2*" + std::to_string(entered) + "*";
+        const std::string lowest = middle + "|||||Product3.1*" + std::to_string(entered + 1) + "*";
+        text += "\r\n1\tProduct2.2\tProduct1\t" + middle;
+        text += Repeated(2, "\r\n2\tPart 12\t" + middle);
+        text += "\r\n2\tProduct3.1\t" + middle + "\t" + lowest;
+        text += Repeated(4, "\r\n3\tPart 46\t" + lowest);
+        text += Repeated(4, "\r\n3\tPart 87\t" + lowest);
+    }
+    return text;
+}
+
+struct Walk : testing_support::ActionTest {
     void OpenAndWalk(std::string_view document) {
         Open(document);
         form.Command3.Click();
@@ -27,13 +50,13 @@ struct Walk : testing::Test, HeadlessForm {
 
 TEST_F(Walk, WritesOneLinePerInstance) {
     OpenAndWalk(kSampleProduct);
-    EXPECT_EQ(form.Text1.Text(), kSampleText);
+    EXPECT_EQ(form.Text1.Text(), SampleText());
     EXPECT_EQ(Status(), "Sestav: 5 Partu: 24");
     EXPECT_FALSE(Busy());
 }
 
 TEST_F(Walk, TheFormCarriesTheSampleTextFromTheStart) {
-    EXPECT_EQ(form.Text1.Text(), kSampleText);
+    EXPECT_EQ(form.Text1.Text(), SampleText());
 }
 
 TEST_F(Walk, RebuildsTheTreeAtItsEnd) {
@@ -121,9 +144,7 @@ TEST_F(Walk, ShowsTheHourglassWhileItRuns) {
 
 TEST_F(Walk, TakesFourCallsPerInstanceAndAConstant) {
     OpenAndWalk(kSampleProduct);
-    constexpr std::size_t kInstances = 28;
-    // ActiveDocument, Name, Product, PartNumber, Products, Count of the top product
-    EXPECT_EQ(session.Log().size(), 4 * kInstances + 6);
+    EXPECT_EQ(session.Log().size(), kCalls);
 }
 
 TEST_F(Walk, AnErrorInsideLeavesTheDepthAndTheNextWalkStartsFromThere) {
@@ -146,11 +167,7 @@ TEST_F(Walk, AnErrorInsideLeavesTheDepthAndTheNextWalkStartsFromThere) {
 
 TEST_F(Walk, TheWindowClosedMeanwhileEndsItAtTheNextYieldAndThenCloses) {
     Open(kSampleProduct);
-    events.at_yield = [&](int yield) {
-        if (yield == 3) {
-            app::RequestClose(form);
-        }
-    };
+    events.at_yield[3] = [&] { app::RequestClose(form); };
     form.Command3.Click();
     EXPECT_EQ(events.yields, 3);
     EXPECT_TRUE(form.unloaded);
@@ -160,17 +177,12 @@ TEST_F(Walk, TheWindowClosedMeanwhileEndsItAtTheNextYieldAndThenCloses) {
 
 TEST_F(Walk, ASecondWalkStartedAtAYieldRunsAndHarmsNothing) {
     Open(kSampleProduct);
-    events.at_yield = [&](int yield) {
-        if (yield == 2) {
-            form.Command3.Click();
-        }
-    };
+    events.at_yield[2] = [&] { form.Command3.Click(); };
     form.Command3.Click();
     EXPECT_FALSE(Busy());
     EXPECT_TRUE(message_boxes.shown.empty());
-    events.at_yield = nullptr;
     form.Command3.Click();
-    EXPECT_EQ(form.Text1.Text(), kSampleText);
+    EXPECT_EQ(form.Text1.Text(), SampleText());
     EXPECT_EQ(Status(), "Sestav: 5 Partu: 24");
 }
 
@@ -182,45 +194,28 @@ TEST_F(Walk, KeepsOneReferencePerLevel) {
     EXPECT_EQ(std::ranges::count(log, "Product.PartNumber"), 29);
 }
 
-// The n-th call fails, for every n: refused, and with the session gone.
 TEST_F(Walk, EndsCleanlyWhicheverCallFails) {
-    Open(kSampleProduct);
-    form.Command3.Click();
-    const std::size_t calls = session.Log().size();
-    const std::string complete = form.Text1.Text();
-    for (std::size_t call = 1; call <= calls; ++call) {
-        for (const auto kind : {simulator::FaultKind::kRefused, simulator::FaultKind::kVanished,
-                                simulator::FaultKind::kBusy}) {
-            SCOPED_TRACE(testing::Message()
-                         << "call " << call << " kind " << static_cast<int>(kind));
-            HeadlessForm fresh;
-            simulator::Session doomed;
-            doomed.LoadDocument("test", kSampleProduct);
-            fresh.Connect(doomed);
-            fresh.form.TreeView1.AddRoot("old", "old", 1);
-            doomed.Arm({.call = call, .kind = kind});
-            fresh.form.Command3.Click();
-
-            EXPECT_EQ(doomed.Log().size(), call);
-            const std::string& text = fresh.form.Text1.Text();
-            EXPECT_EQ(complete.substr(0, text.size()), text) << "what was read stays";
-            EXPECT_LT(text.size(), complete.size() + (call == calls ? 1 : 0));
-            EXPECT_EQ(fresh.form.TreeView1.Count(), 1U) << "the tree is not rebuilt";
-            EXPECT_FALSE(fresh.Busy());
-            EXPECT_TRUE(fresh.message_boxes.shown.empty());
-            const std::string expected = kind == simulator::FaultKind::kVanished
-                                             ? "-2147023174 The RPC server is unavailable."
-                                         : kind == simulator::FaultKind::kBusy
-                                             ? "-2147418111 Call was rejected by callee."
-                                             : "-2147467259 The method ";
-            EXPECT_EQ(fresh.Status().substr(0, expected.size()), expected);
-
-            fresh.Connect(session); // the next run, with CATIA started again
-            fresh.form.Command3.Click();
-            EXPECT_EQ(fresh.Status(), "Sestav: 5 Partu: 24");
-            EXPECT_EQ(fresh.form.TreeView1.Count(), 29U);
-        }
-    }
+    testing_support::Sweep({
+        .button = &controls::Form1::Command3,
+        .document = kSampleProduct,
+        .fewest_calls = kCalls,
+        .prepare = [](HeadlessForm& headless) { headless.form.TreeView1.AddRoot("old", "old", 1); },
+        .after_failure =
+            [](const HeadlessForm& complete, HeadlessForm& failed, const simulator::Fault& fault) {
+                testing_support::ExpectErrorShown(failed, fault.kind);
+                const std::string& text = failed.form.Text1.Text();
+                const std::string& whole = complete.form.Text1.Text();
+                EXPECT_TRUE(whole.starts_with(text)) << "what was read stays";
+                EXPECT_LT(text.size(), whole.size() + (fault.call == kCalls ? 1 : 0));
+                EXPECT_EQ(failed.form.TreeView1.Count(), 1U) << "the tree is not rebuilt";
+                EXPECT_FALSE(failed.Busy());
+            },
+        .after_next_run =
+            [](const HeadlessForm&, const HeadlessForm& next) {
+                EXPECT_EQ(next.Status(), "Sestav: 5 Partu: 24");
+                EXPECT_EQ(next.form.TreeView1.Count(), 1 + kInstances);
+            },
+    });
 }
 
 } // namespace

@@ -1,5 +1,4 @@
-// Drawings of the simulated session that the tests of drawing tables use, and how a drawing's
-// tables read.
+// Drawings of the simulated session that the action tests open, and how a drawing's tables read.
 #pragma once
 
 #include <sstream>
@@ -10,11 +9,15 @@
 
 namespace testing_support {
 
+inline constexpr const char* kEmptyDrawing = R"(DrawingDocument Drawing1.CATDrawing
+sheet Sheet.1
+  view "Main View"
+)";
+
 // A selected table of `rows` rows and `columns` columns, every cell holding "old".
 inline std::string DrawingWithTable(int rows, int columns) {
     std::string drawing =
-        "DrawingDocument Drawing1.CATDrawing\nsheet Sheet.1\n  view \"Main View\"\n"
-        "    table at 30 40.5 anchor 2 weight 3 selected columns";
+        std::string(kEmptyDrawing) + "    table at 30 40.5 anchor 2 weight 3 selected columns";
     std::string cells;
     for (int column = 1; column <= columns; ++column) {
         drawing += " " + std::to_string(10 + column);

@@ -69,12 +69,12 @@ struct MemorySettings : platform::SettingsStore {
 
 struct ScriptedEvents : platform::EventPump {
     int yields = 0;
-    std::function<void(int)> at_yield; // what the person does at the n-th yield
+    std::map<int, std::function<void()>> at_yield; // what the person does at the n-th yield
 
     void DoEvents() override {
         ++yields;
-        if (at_yield) {
-            at_yield(yields);
+        if (const auto act = at_yield.find(yields); act != at_yield.end()) {
+            act->second();
         }
     }
 };
@@ -198,7 +198,7 @@ class HeadlessForm {
             }
             return chosen_file.has_value();
         };
-        // A list whose rows are one pixel high.
+        // Lists whose rows are one pixel high, so that a row's number is its place.
         for (controls::ListView* list : {&form.ListView1, &form.ListView3}) {
             list->HitTest = [list](int, int y) -> std::optional<std::size_t> {
                 if (y < 1 || static_cast<std::size_t>(y) > list->Count()) {
@@ -237,6 +237,23 @@ class HeadlessForm {
 
     controls::Form1 form;
 };
+
+// Appends a row with the texts of its first fields, from the name on.
+inline void AddRow(controls::ListView& list, const std::vector<std::string>& fields,
+                   bool checked = false) {
+    const std::size_t row = list.Add(fields.at(0));
+    list.SetChecked(row, checked);
+    for (std::size_t field = 1; field < fields.size(); ++field) {
+        list.SetSubItem(row, field, fields[field]);
+    }
+}
+
+// Presses a mouse button on row `from` and releases one on row `to`.
+inline void Drag(controls::ListView& list, int from, int to, int pressed = controls::kLeftButton,
+                 int released = controls::kLeftButton) {
+    list.UserMouseDown(pressed, 0, 5, from);
+    list.UserMouseUp(released, 0, 5, to);
+}
 
 // A row of a list view as its texts, from the name on.
 inline std::vector<std::string> RowTexts(const controls::ListView& list, std::size_t row) {

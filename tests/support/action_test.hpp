@@ -1,0 +1,25 @@
+// The base of the action tests: the program without a window beside a simulated session.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "tests/support/headless_form.hpp"
+
+namespace testing_support {
+
+struct ActionTest : testing::Test, HeadlessForm {
+    simulator::Session session;
+
+    // Opens a document in the session, which the program then finds.
+    void Open(std::string_view document) {
+        session.LoadDocument("document", document);
+        Connect(session);
+    }
+    [[nodiscard]] bool Called(const std::string& call) const {
+        return std::ranges::find(session.Log(), call) != session.Log().end();
+    }
+};
+
+} // namespace testing_support
