@@ -11,7 +11,6 @@ namespace {
 
 using testing_support::ActionTest;
 using testing_support::AddRow;
-using testing_support::DrawnRows;
 using testing_support::HeadlessForm;
 using testing_support::kEmptyDrawing;
 using Texts = std::vector<std::string>;
@@ -35,7 +34,7 @@ TEST_F(CreateTable, WritesTheListFromTheBottomUpUnderTheHeaderAndTheFreeRows) {
     EXPECT_FALSE(Busy());
     const std::string empty = R"("" "" "" "" "" "" "")";
     EXPECT_EQ(
-        DrawnRows(session),
+        DrawnRows(),
         (Texts{R"("Pozice" "nazev" "Kusu" "Ciste rozmery" "Material" "Poznamka" "List")", empty,
                empty, empty, empty, empty, R"("3" "Šroub M8" "12" "M8x25" "8.8" "DIN 933" "3")",
                R"("2" "Kolo" "1" "" "C45" "" "")",
@@ -45,16 +44,10 @@ TEST_F(CreateTable, WritesTheListFromTheBottomUpUnderTheHeaderAndTheFreeRows) {
 TEST_F(CreateTable, MakesExactlyTheCallsThatItNeedsInTheirOrderAndKinds) {
     AddThreeRows(list);
     form.Command11.Click();
-    Texts expected{"Application.ActiveDocument",
-                   "DrawingDocument.Name",
-                   "DrawingDocument.Selection",
-                   "DrawingDocument.Sheets",
-                   "DrawingSheets.ActiveSheet",
-                   "DrawingSheet.Views",
-                   "DrawingViews.ActiveView",
-                   "DrawingView.Tables",
-                   R"(DrawingTables.Add(100.0, 100.0, 9, 7, "6.8", 20))",
-                   R"(DrawingTable.SetRowSize(1, "4.9"))"};
+    Texts expected = testing_support::kOpeningCalls;
+    expected.insert(expected.end(),
+                    {"DrawingView.Tables", R"(DrawingTables.Add(100.0, 100.0, 9, 7, "6.8", 20))",
+                     R"(DrawingTable.SetRowSize(1, "4.9"))"});
     const Texts widths{"13.88", "43.67", "15.76", "37.51", "34.61", "31.53", "14.68"};
     for (int column = 1; column <= 7; ++column) {
         expected.push_back("DrawingTable.SetColumnSize(" + std::to_string(column) + ", \"" +
@@ -133,7 +126,7 @@ TEST_F(CreateTable, WithoutFreeRowsTheLastListRowStandsUnderTheHeader) {
     AddThreeRows(list);
     form.Text2.SetText(form.Text2.Text() + "/volny;0\r\n");
     form.Command11.Click();
-    const auto rows = DrawnRows(session);
+    const auto rows = DrawnRows();
     ASSERT_EQ(rows.size(), 4U);
     EXPECT_EQ(rows[1], R"("3" "Šroub M8" "12" "M8x25" "8.8" "DIN 933" "3")");
     EXPECT_EQ(rows[3], R"("1" "Hřídel" "2" "D25x120" "S235" "kalit" "2")");
@@ -162,7 +155,7 @@ TEST_F(CreateTable, ADisabledColumnOrderWritesTheNameIntoEveryColumn) {
     text.replace(text.find("/razeni"), 7, "-/razeni");
     form.Text2.SetText(text);
     form.Command11.Click();
-    EXPECT_EQ(DrawnRows(session).back(), R"("a" "a" "a" "a" "a" "a" "a")");
+    EXPECT_EQ(DrawnRows().back(), R"("a" "a" "a" "a" "a" "a" "a")");
 }
 
 TEST_F(CreateTable, AColumnOrderThatIsNoNumberEndsTheRunAtThatCell) {
@@ -243,7 +236,7 @@ TEST_F(CreateTable, AHeightThatCatiaCannotConvertEndsTheRunAtTheTable) {
     form.Command11.Click();
     EXPECT_EQ(Status(), "Catie vytvari tabulku");
     EXPECT_TRUE(Busy());
-    EXPECT_TRUE(DrawnRows(session).empty());
+    EXPECT_TRUE(DrawnRows().empty());
 }
 
 TEST_F(CreateTable, FreeRowsBeyondWhatATableCanHaveEndTheRunQuietly) {
@@ -252,14 +245,14 @@ TEST_F(CreateTable, FreeRowsBeyondWhatATableCanHaveEndTheRunQuietly) {
         form.Text2.SetText(form.Text4.Text() + "/volny;" + free_rows + "\r\n");
         form.Command11.Click();
         EXPECT_TRUE(message_boxes.shown.empty());
-        EXPECT_TRUE(DrawnRows(session).empty());
+        EXPECT_TRUE(DrawnRows().empty());
     }
 }
 
 TEST_F(CreateTable, TextsKeepSeparatorsAndCzechLetters) {
     AddRow(list, {"a;b@@c", "0001", "1", "", "\"ocel\"", "ø25", "tab\there"});
     form.Command11.Click();
-    EXPECT_EQ(DrawnRows(session).back(), R"("1" "a;b@@c" "1" "ø25" "\"ocel\"" "tab\there" "")");
+    EXPECT_EQ(DrawnRows().back(), R"("1" "a;b@@c" "1" "ø25" "\"ocel\"" "tab\there" "")");
 }
 
 TEST_F(CreateTable, AListChangedAtAYieldEndsTheRunInItsTrap) {
@@ -276,9 +269,9 @@ TEST_F(CreateTable, ASecondClickAtAYieldRunsAndTheFirstRunGoesOn) {
     events.at_yield[3] = [&] { form.Command11.Click(); };
     form.Command11.Click();
     EXPECT_EQ(Status(), "Tabulka vytvorena Ok ");
-    EXPECT_EQ(DrawnRows(session).size(), 18U);
-    EXPECT_EQ(DrawnRows(session)[8], R"("1" "Hřídel" "2" "D25x120" "S235" "kalit" "2")");
-    EXPECT_EQ(DrawnRows(session)[17], DrawnRows(session)[8]);
+    EXPECT_EQ(DrawnRows().size(), 18U);
+    EXPECT_EQ(DrawnRows()[8], R"("1" "Hřídel" "2" "D25x120" "S235" "kalit" "2")");
+    EXPECT_EQ(DrawnRows()[17], DrawnRows()[8]);
 }
 
 TEST_F(CreateTable, TheWindowClosedMeanwhileEndsItAtTheNextYieldAndThenCloses) {

@@ -12,8 +12,8 @@ namespace {
 
 using testing_support::AddRow;
 using testing_support::DrawingWithTable;
-using testing_support::DrawnRows;
 using testing_support::HeadlessForm;
+using testing_support::kOpeningCalls;
 using Texts = std::vector<std::string>;
 
 const std::string kOldRow6 = R"("old" "old" "old" "old" "old" "old")";
@@ -43,15 +43,10 @@ struct WholeTable : Export {};
 struct SingleRow : Export {};
 struct LooseTexts : Export {};
 
-const Texts kOpening{"Application.ActiveDocument", "DrawingDocument.Name",
-                     "DrawingDocument.Selection",  "DrawingDocument.Sheets",
-                     "DrawingSheets.ActiveSheet",  "DrawingSheet.Views",
-                     "DrawingViews.ActiveView"};
-
 Texts AfterOpening(const std::vector<std::string>& log) {
-    EXPECT_GE(log.size(), kOpening.size());
-    EXPECT_TRUE(std::equal(kOpening.begin(), kOpening.end(), log.begin()));
-    return {log.begin() + static_cast<std::ptrdiff_t>(kOpening.size()), log.end()};
+    EXPECT_GE(log.size(), kOpeningCalls.size());
+    EXPECT_TRUE(std::equal(kOpeningCalls.begin(), kOpeningCalls.end(), log.begin()));
+    return {log.begin() + static_cast<std::ptrdiff_t>(kOpeningCalls.size()), log.end()};
 }
 
 TEST(DiameterSign, TakesThePlaceOfTheFirstCharacterWhereTheSizeHoldsAD) {
@@ -83,7 +78,7 @@ TEST_F(SmallTable, TakesTheCurrentRowIntoItsSecondRow) {
     Open(DrawingWithTable(2, 6));
     form.Command16.Click();
     EXPECT_EQ(Status(), "Vlozeni dat Ok");
-    EXPECT_EQ(DrawnRows(session), (Texts{kOldRow6, R"("12" "Kolo" "1" "ø25" "C45" "a;b@@c")"}));
+    EXPECT_EQ(DrawnRows(), (Texts{kOldRow6, R"("12" "Kolo" "1" "ø25" "C45" "a;b@@c")"}));
     EXPECT_EQ(messages, (Texts{"Zjistuju spusteni Catie", "Cekam na Catii", "Vyplnovani tabulky ",
                                "Vlozeni dat Ok"}));
 }
@@ -106,7 +101,7 @@ TEST_F(SmallTable, ASizeWithTheLetterFurtherInLosesItsFirstCharacter) {
     Open(DrawingWithTable(2, 6));
     form.ListView1.SetCurrentRow(3);
     form.Command16.Click();
-    EXPECT_EQ(DrawnRows(session)[1], R"("0" "Víko" "4" "ø0xd5" "" "")");
+    EXPECT_EQ(DrawnRows()[1], R"("0" "Víko" "4" "ø0xd5" "" "")");
 }
 
 TEST_F(SmallTable, TablesOfOtherSizesAreRefusedAndLeftAlone) {
@@ -182,10 +177,9 @@ TEST_F(WholeTable, TakesTheListFromTheBottomAndEmptiesTheRest) {
     form.Command30.Click();
     EXPECT_EQ(Status(), "Vlozeni dat Ok");
     const std::string empty = R"("" "" "" "" "" "" "")";
-    EXPECT_EQ(DrawnRows(session),
-              (Texts{kOldRow7, empty, empty, R"("3" "Víko" "4" "ø0xd5" "" "" "")",
-                     R"("2" "Kolo" "1" "ø25" "C45" "a;b@@c" "3")",
-                     R"("1" "Hřídel" "2" "20x120" "S235" "kalit" "2")"}));
+    EXPECT_EQ(DrawnRows(), (Texts{kOldRow7, empty, empty, R"("3" "Víko" "4" "ø0xd5" "" "" "")",
+                                  R"("2" "Kolo" "1" "ø25" "C45" "a;b@@c" "3")",
+                                  R"("1" "Hřídel" "2" "20x120" "S235" "kalit" "2")"}));
 }
 
 TEST_F(WholeTable, AnnouncesRowsAndColumns) {
@@ -202,8 +196,8 @@ TEST_F(WholeTable, ATableOfExactlyTheListAndAHeaderIsFilledWithoutEmptying) {
     Open(DrawingWithTable(4, 7));
     form.Command30.Click();
     EXPECT_EQ(Status(), "Vlozeni dat Ok");
-    EXPECT_EQ(DrawnRows(session)[1], R"("3" "Víko" "4" "ø0xd5" "" "" "")");
-    EXPECT_EQ(DrawnRows(session)[0], kOldRow7);
+    EXPECT_EQ(DrawnRows()[1], R"("3" "Víko" "4" "ø0xd5" "" "" "")");
+    EXPECT_EQ(DrawnRows()[0], kOldRow7);
 }
 
 TEST_F(WholeTable, ThePositionIsTheRowsPlaceAsText) {
@@ -217,7 +211,7 @@ TEST_F(WholeTable, AnEmptyListEmptiesTheTable) {
     form.ListView1.Clear();
     form.Command30.Click();
     const std::string empty = R"("" "" "" "" "" "" "")";
-    EXPECT_EQ(DrawnRows(session), (Texts{kOldRow7, empty, empty}));
+    EXPECT_EQ(DrawnRows(), (Texts{kOldRow7, empty, empty}));
 }
 
 TEST_F(WholeTable, TablesTooShortOrOfOtherColumnsAreRefusedAndLeftAlone) {
@@ -242,7 +236,7 @@ TEST_F(SingleRow, CreatesATableOfTheCurrentRow) {
     form.Command7.Click();
     EXPECT_EQ(Status(), "Tabulka vytvorena Ok ");
     EXPECT_FALSE(Busy());
-    EXPECT_EQ(DrawnRows(session),
+    EXPECT_EQ(DrawnRows(),
               (Texts{R"("Pozice" "nazev" "Kusu" "Ciste rozmery" "Material" "Poznamka" "List")",
                      R"("12" "Kolo" "1" "D25" "C45" "a;b@@c" "")"}));
 }
@@ -292,7 +286,7 @@ TEST_F(SingleRow, FreeRowsAndColumnOrderHaveNoEffect) {
     form.Text2.SetText(form.Text2.Text() + "/volny;1e300\r\n/razeni;abc\r\n");
     form.Command7.Click();
     EXPECT_EQ(Status(), "Tabulka vytvorena Ok ");
-    EXPECT_EQ(DrawnRows(session).size(), 2U);
+    EXPECT_EQ(DrawnRows().size(), 2U);
 }
 
 TEST_F(SingleRow, AListOfMoreThanTenValuesEndsItBeforeAnyCall) {
@@ -363,7 +357,7 @@ TEST_P(ExportSweep, EndsSilentlyWhicheverCallFailsAndTheListStays) {
     testing_support::Sweep({
         .button = button,
         .document = DrawingWithTable(columns == 6 ? 2 : 5, columns),
-        .fewest_calls = kOpening.size() + 1,
+        .fewest_calls = kOpeningCalls.size() + 1,
         .prepare = [](HeadlessForm& headless) { AddThreeRows(headless.form.ListView1); },
         .after_failure =
             [](const HeadlessForm& complete, HeadlessForm& failed, const simulator::Fault&) {

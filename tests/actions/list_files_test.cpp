@@ -11,6 +11,7 @@
 
 namespace {
 
+using testing_support::AddRow;
 using testing_support::Column;
 using testing_support::HeadlessForm;
 using testing_support::RowTexts;
@@ -22,18 +23,15 @@ constexpr const char* kChosen = "C:\\Tabulky\\skříň.tab";
 struct ListFiles : testing::Test, HeadlessForm {
     controls::ListView& list = form.ListView1;
 
-    void AddRow(const Texts& fields, bool checked) {
-        const std::size_t row = list.Add(fields.at(0));
-        list.SetChecked(row, checked);
-        for (std::size_t field = 1; field < fields.size(); ++field) {
-            list.SetSubItem(row, field, fields[field]);
-        }
-    }
     void AddTwoRows() {
-        AddRow({"Part 12", "0003", "4", "2", "S235", "20x40", ""}, true);
-        AddRow({"Hřídel", "0004", "1", "", "", "", "kalit"}, false);
+        AddRow(list, {"Part 12", "0003", "4", "2", "S235", "20x40", ""}, true);
+        AddRow(list, {"Hřídel", "0004", "1", "", "", "", "kalit"}, false);
     }
     void PressRight(controls::Button& button) { button.MouseDown(2, 0, 5, 5); }
+    void Save() {
+        chosen_file = kChosen;
+        form.Command17.Click();
+    }
     void LoadText(const std::string& file) {
         files.stored[kChosen] = file;
         chosen_file = kChosen;
@@ -49,8 +47,7 @@ TEST_F(ListFiles, ACheckedRowIsTheLineOfItsEightFields) {
 
 TEST_F(ListFiles, ASaveAndLoadBringsEveryFieldBack) {
     AddTwoRows();
-    chosen_file = kChosen;
-    form.Command17.Click();
+    Save();
     EXPECT_EQ(Status(), std::string("Ulozeni ok ") + kChosen);
     list.Clear();
     form.Command27.Click();
@@ -154,9 +151,8 @@ TEST_F(ListFiles, ANinthFieldStopsTheLoadWithAnInvalidPropertyValue) {
 }
 
 TEST_F(ListFiles, AValueWithTheSeparatorDoesNotSurvive) {
-    AddRow({"a@@b", "0001"}, true);
-    chosen_file = kChosen;
-    form.Command17.Click();
+    AddRow(list, {"a@@b", "0001"}, true);
+    Save();
     form.Command27.Click();
     EXPECT_EQ(Status(), "Nacteni Error 13 Type mismatch");
     EXPECT_EQ(list.Row(1).text, "a");
@@ -179,8 +175,7 @@ TEST_F(ListFiles, SavingAnEmptyListDoesNothing) {
 TEST_F(ListFiles, TheSaveDialogIsSetUpAsItShouldBe) {
     AddTwoRows();
     form.TreeView1.AddRoot("t", "Převodovka", 1);
-    chosen_file = kChosen;
-    form.Command17.Click();
+    Save();
     ASSERT_EQ(dialogs.size(), 1U);
     EXPECT_EQ(dialogs[0].file_name, "Převodovka.tab");
     EXPECT_EQ(dialogs[0].initial_folder, "C:\\Dorvak\\Tabulky");
@@ -194,8 +189,7 @@ TEST_F(ListFiles, TheSaveDialogIsSetUpAsItShouldBe) {
 
 TEST_F(ListFiles, WithoutATreeNoNameIsProposedAndLaterTheLastFileIs) {
     AddTwoRows();
-    chosen_file = kChosen;
-    form.Command17.Click();
+    Save();
     EXPECT_EQ(dialogs[0].file_name, "");
     form.TreeView1.AddRoot("t", "Top", 1);
     form.Command17.Click();
@@ -205,8 +199,7 @@ TEST_F(ListFiles, WithoutATreeNoNameIsProposedAndLaterTheLastFileIs) {
 TEST_F(ListFiles, APartNumberThatIsNoFileNameIsProposedWithoutWhatWindowsRefuses) {
     AddTwoRows();
     form.TreeView1.AddRoot("t", "A/B:C*?", 1);
-    chosen_file = kChosen;
-    form.Command17.Click();
+    Save();
     EXPECT_EQ(dialogs[0].file_name, "A_B_C__.tab");
 }
 
@@ -227,8 +220,7 @@ TEST_F(ListFiles, AnExistingFileIsOverwrittenOnYesOnly) {
 
 TEST_F(ListFiles, ANewFileIsWrittenWithoutAQuestion) {
     AddTwoRows();
-    chosen_file = kChosen;
-    form.Command17.Click();
+    Save();
     EXPECT_TRUE(message_boxes.questions.empty());
     EXPECT_TRUE(files.stored.contains(kChosen));
 }
@@ -261,8 +253,7 @@ TEST_F(ListFiles, CancellingTheOpenDialogIsSilentUntilASaveDialogWasShown) {
 
 TEST_F(ListFiles, TheOpenDialogIsSetUpAsItShouldBe) {
     AddTwoRows();
-    chosen_file = kChosen;
-    form.Command17.Click();
+    Save();
     form.Command27.Click();
     ASSERT_EQ(dialogs.size(), 2U);
     EXPECT_EQ(dialogs[1].file_name, "");
@@ -277,8 +268,7 @@ TEST_F(ListFiles, AFileThatCannotBeWrittenIsReportedAndTheOldOneStays) {
     AddTwoRows();
     files.stored[kChosen] = "old";
     files.failing.emplace(kChosen, automation::RunTimeError(70, "Permission denied"));
-    chosen_file = kChosen;
-    form.Command17.Click();
+    Save();
     EXPECT_EQ(Status(), "Ulozeni Error 70 Permission denied");
     EXPECT_EQ(files.stored[kChosen], "old");
     EXPECT_EQ(list.Count(), 2U);

@@ -51,25 +51,14 @@ TEST_F(Parameters, PressingTwiceGivesTheSameText) {
 TEST_F(Parameters, MakesEachCallOnce) {
     Open(DrawingWithTable(2, 6));
     form.Command10.Click();
-    Texts expected{"Application.ActiveDocument",
-                   "DrawingDocument.Name",
-                   "DrawingDocument.Selection",
-                   "DrawingDocument.Sheets",
-                   "DrawingSheets.ActiveSheet",
-                   "DrawingSheet.Views",
-                   "DrawingViews.ActiveView",
-                   "Selection.Count2",
-                   "Selection.VisProperties",
-                   "VisPropertySet.GetRealWidth(ref 0)",
-                   "Selection.Item2(1)",
-                   "SelectedElement.Type",
-                   "SelectedElement.Value",
-                   "DrawingTable.GetCellObject(1, 1)",
-                   "DrawingText.GetFontName(0, 0)",
-                   "DrawingText.GetFontSize(0, 0)",
-                   "DrawingText.Text",
-                   "DrawingTable.NumberOfColumns",
-                   "DrawingTable.NumberOfRows"};
+    Texts expected = testing_support::kOpeningCalls;
+    expected.insert(expected.end(),
+                    {"Selection.Count2", "Selection.VisProperties",
+                     "VisPropertySet.GetRealWidth(ref 0)", "Selection.Item2(1)",
+                     "SelectedElement.Type", "SelectedElement.Value",
+                     "DrawingTable.GetCellObject(1, 1)", "DrawingText.GetFontName(0, 0)",
+                     "DrawingText.GetFontSize(0, 0)", "DrawingText.Text",
+                     "DrawingTable.NumberOfColumns", "DrawingTable.NumberOfRows"});
     for (int column = 1; column <= 6; ++column) {
         expected.push_back("DrawingTable.GetColumnSize(" + std::to_string(column) + ")");
     }

@@ -48,17 +48,6 @@ struct SheetList : testing_support::ActionTest {
         }
         return ticks;
     }
-    // The names of the drawing's sheets, in their order.
-    Texts Drawn() {
-        Texts names;
-        const std::string drawing = session.DrawingAsText();
-        for (std::size_t at = drawing.find("\nsheet \""); at != std::string::npos;
-             at = drawing.find("\nsheet \"", at + 1)) {
-            const std::size_t start = at + 8;
-            names.push_back(drawing.substr(start, drawing.find('"', start) - start));
-        }
-        return names;
-    }
 };
 
 struct Loading : SheetList {};
@@ -318,7 +307,7 @@ TEST_F(Applying, RenamesTickedRowsWithANewNameAndCreatesPlannedOnes) {
     list.SetSubItem(6, controls::kNewName, "5.Víko");
     list.SetChecked(6, false);
     form.Command23.Click();
-    EXPECT_EQ(Drawn(), (Texts{"1.Sestava", "Hřídel", "Kolo", "4.Kolo"}));
+    EXPECT_EQ(DrawnSheets(), (Texts{"1.Sestava", "Hřídel", "Kolo", "4.Kolo"}));
     EXPECT_EQ(Status(), "Prejmenovano: 2");
     EXPECT_EQ(Names()[0], "Sestava") << "the list is not loaded again";
     EXPECT_EQ(messages, (Texts{"Zjistuju spusteni Catie", "Cekam na Catii", "Prejmenovavam Sheets",
@@ -332,7 +321,7 @@ TEST_F(Applying, ANameInUseIsReportedAndNamesAppliedBeforeStay) {
     list.SetSubItem(2, controls::kNewName, "Kolo");
     list.SetSubItem(3, controls::kNewName, "3");
     form.Command23.Click();
-    EXPECT_EQ(Drawn(), (Texts{"1", "Hřídel", "Kolo"}));
+    EXPECT_EQ(DrawnSheets(), (Texts{"1", "Hřídel", "Kolo"}));
     EXPECT_EQ(Status(), "-2147467259 The method Name failed");
 }
 
@@ -350,7 +339,7 @@ TEST_F(NumberingRange, AsksWithTheProposalAndNumbersTheFirstSheets) {
     message_boxes.text_answer = "5-7";
     form.Command24.Click();
     EXPECT_EQ(message_boxes.asked, (Texts{"Rozsah listu", "Dorvak pro Catii 0.0.10", "1-2"}));
-    EXPECT_EQ(Drawn(), (Texts{"5", "6", "7"}));
+    EXPECT_EQ(DrawnSheets(), (Texts{"5", "6", "7"}));
     EXPECT_EQ(Status(), "Zjistuju spusteni Catie") << "no waiting is announced";
 }
 
@@ -358,7 +347,7 @@ TEST_F(NumberingRange, StopsAtTheLastSheet) {
     Open("DrawingDocument D.CATDrawing\nsheet a\nsheet b\n");
     message_boxes.text_answer = "1-3";
     form.Command24.Click();
-    EXPECT_EQ(Drawn(), (Texts{"1", "2"}));
+    EXPECT_EQ(DrawnSheets(), (Texts{"1", "2"}));
 }
 
 TEST_F(NumberingRange, AnAnswerWithoutExactlyOneDashIsReported) {
@@ -368,13 +357,13 @@ TEST_F(NumberingRange, AnAnswerWithoutExactlyOneDashIsReported) {
         form.Command24.Click();
         EXPECT_EQ(Status(), "Spatny pocet listu") << answer;
     }
-    EXPECT_EQ(Drawn(), (Texts{"Sestava", "Hřídel", "Kolo"}));
+    EXPECT_EQ(DrawnSheets(), (Texts{"Sestava", "Hřídel", "Kolo"}));
 }
 
 TEST_F(NumberingRange, AnEmptyAnswerEndsIt) {
     Open(kThreeSheets);
     form.Command24.Click();
-    EXPECT_EQ(Drawn(), (Texts{"Sestava", "Hřídel", "Kolo"}));
+    EXPECT_EQ(DrawnSheets(), (Texts{"Sestava", "Hřídel", "Kolo"}));
     EXPECT_EQ(Status(), "Zjistuju spusteni Catie");
 }
 
@@ -382,14 +371,14 @@ TEST_F(NumberingRange, ARangeThatEndsBeforeItStartsNumbersNothing) {
     Open(kThreeSheets);
     message_boxes.text_answer = "5-2";
     form.Command24.Click();
-    EXPECT_EQ(Drawn(), (Texts{"Sestava", "Hřídel", "Kolo"}));
+    EXPECT_EQ(DrawnSheets(), (Texts{"Sestava", "Hřídel", "Kolo"}));
 }
 
 TEST_F(NumberingRange, MakesTheStricterTestOnly) {
     Open("DrawingDocument \"my CATDrawing\"\nsheet a\n");
     message_boxes.text_answer = "1-1";
     form.Command24.Click();
-    EXPECT_EQ(Drawn(), Texts{"1"});
+    EXPECT_EQ(DrawnSheets(), Texts{"1"});
     Open("DrawingDocument d.catdrawing\nsheet s\n");
     form.Command24.Click();
     EXPECT_EQ(Status(), "Neni aktivni CATDrawing");
@@ -401,7 +390,7 @@ TEST_F(NamingDirectly, NoNamesTheSheetsByTheRowsOfTheirParts) {
     message_boxes.three_way_answer = platform::Answer::kNo;
     form.Command25.Click();
     EXPECT_EQ(message_boxes.asked, (Texts{"Je prvni sheet sestava?", "Dorvak pro Catii 0.0.10"}));
-    EXPECT_EQ(Drawn(), (Texts{"1.A", "", "Kolo"}));
+    EXPECT_EQ(DrawnSheets(), (Texts{"1.A", "", "Kolo"}));
 }
 
 TEST_F(NamingDirectly, YesPutsTheAssemblyFirst) {
@@ -409,14 +398,14 @@ TEST_F(NamingDirectly, YesPutsTheAssemblyFirst) {
     AddParts(form, {"2", "3"});
     message_boxes.three_way_answer = platform::Answer::kYes;
     form.Command25.Click();
-    EXPECT_EQ(Drawn(), (Texts{"1.Sestava", "2.A", "3.B"}));
+    EXPECT_EQ(DrawnSheets(), (Texts{"1.Sestava", "2.A", "3.B"}));
 }
 
 TEST_F(NamingDirectly, CancelEndsIt) {
     Open(kThreeSheets);
     AddParts(form, {"2"});
     form.Command25.Click();
-    EXPECT_EQ(Drawn(), (Texts{"Sestava", "Hřídel", "Kolo"}));
+    EXPECT_EQ(DrawnSheets(), (Texts{"Sestava", "Hřídel", "Kolo"}));
     EXPECT_TRUE(messages.empty()) << "it looks for no session and announces nothing";
 }
 
@@ -428,7 +417,7 @@ TEST_F(NamingDirectly, ANameAboveSlot100IsCaughtByTheTrap) {
     message_boxes.three_way_answer = platform::Answer::kNo;
     form.Command25.Click();
     EXPECT_EQ(Status(), "9 Subscript out of range");
-    EXPECT_EQ(Drawn(), (Texts{"Sestava", "Hřídel", "Kolo"}));
+    EXPECT_EQ(DrawnSheets(), (Texts{"Sestava", "Hřídel", "Kolo"}));
 }
 
 TEST_F(NamingDirectly, WithoutCatiaTheErrorIsShown) {
@@ -501,7 +490,7 @@ TEST_F(Reordering, AppliesTheOrderAndLoadsTheListAgain) {
     AddRows({"Kolo", "Sestava", "Hřídel"});
     list.SetSubItem(1, controls::kNewName, "x");
     form.Command34.Click();
-    EXPECT_EQ(Drawn(), (Texts{"Kolo", "Sestava", "Hřídel"}));
+    EXPECT_EQ(DrawnSheets(), (Texts{"Kolo", "Sestava", "Hřídel"}));
     EXPECT_EQ(Names(), (Texts{"Kolo", "Sestava", "Hřídel"}));
     EXPECT_EQ(Ticks(), (std::vector<bool>{true, true, true}));
     EXPECT_EQ(NewNames(), (Texts{"", "", ""}));
@@ -517,7 +506,7 @@ TEST_F(Reordering, ARowThatNamesNoSheetLeavesTheDrawingAsItIs) {
     AddRows({"Kolo", "Nový", "Sestava", "Hřídel"});
     form.Command34.Click();
     EXPECT_EQ(Status(), "-2147467259 The method Item failed");
-    EXPECT_EQ(Drawn(), (Texts{"Sestava", "Hřídel", "Kolo"}));
+    EXPECT_EQ(DrawnSheets(), (Texts{"Sestava", "Hřídel", "Kolo"}));
 }
 
 TEST_F(Reordering, AnArrayThatCatiaRefusesIsReportedAndTheListIsNotLoadedAgain) {
@@ -540,7 +529,7 @@ TEST_F(Reordering, TheDiagnosticSwapsTheSheetsOfADrawingOfTwo) {
     Open("DrawingDocument D.CATDrawing\nsheet a\nsheet b\n");
     AddParts(form, {""});
     form.Command29.Click();
-    EXPECT_EQ(Drawn(), (Texts{"b", "a"}));
+    EXPECT_EQ(DrawnSheets(), (Texts{"b", "a"}));
     Open("DrawingDocument D.CATDrawing\nsheet a\n");
     form.Command29.Click();
     EXPECT_EQ(Status(), "-2147467259 The method Item failed");
@@ -607,7 +596,7 @@ TEST_F(Missing, TheDiagnosticCreatesASheetNamedAfterTheTimeOfDay) {
     Open(kThreeSheets);
     form.Command31.Click();
     EXPECT_EQ(session.Log().back(), "DrawingSheets.Add(45296.25)");
-    EXPECT_EQ(Drawn().back(), "45296.25");
+    EXPECT_EQ(DrawnSheets().back(), "45296.25");
     EXPECT_TRUE(messages.empty());
 }
 
@@ -620,7 +609,7 @@ TEST_F(Missing, TheDiagnosticRefusesWhatIsNoDrawing) {
     Open("DrawingDocument d.catdrawing\nsheet s\n");
     form.Command31.Click();
     EXPECT_EQ(Status(), "Neni aktivni CATDrawing");
-    EXPECT_EQ(Drawn(), Texts{"s"});
+    EXPECT_EQ(DrawnSheets(), Texts{"s"});
 }
 
 struct SheetSweep : testing::TestWithParam<controls::Button controls::Form1::*> {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "tests/support/drawing_text.hpp"
 #include "tests/support/headless_form.hpp"
 
 namespace testing_support {
@@ -19,6 +20,13 @@ struct ActionTest : testing::Test, HeadlessForm {
     }
     [[nodiscard]] bool Called(const std::string& call) const {
         return std::ranges::find(session.Log(), call) != session.Log().end();
+    }
+    // Of the active drawing.
+    [[nodiscard]] std::vector<std::string> DrawnSheets() const {
+        return SheetNames(session.DrawingAsText());
+    }
+    [[nodiscard]] std::vector<std::string> DrawnRows() const {
+        return TableRows(session.DrawingAsText());
     }
 };
 

@@ -1,11 +1,8 @@
-// Drawings of the simulated session that the action tests open, and how a drawing's tables read.
+// Drawings of the simulated session that the action tests open.
 #pragma once
 
-#include <sstream>
 #include <string>
 #include <vector>
-
-#include "simulator/session.hpp"
 
 namespace testing_support {
 
@@ -30,16 +27,10 @@ inline std::string DrawingWithTable(int rows, int columns) {
     return drawing + "\n";
 }
 
-// The texts of all table rows of the active drawing, from the top, as its text form has them.
-inline std::vector<std::string> DrawnRows(const simulator::Session& session) {
-    std::vector<std::string> rows;
-    std::istringstream lines(session.DrawingAsText());
-    for (std::string line; std::getline(lines, line);) {
-        if (const auto cells = line.find(" cells "); cells != std::string::npos) {
-            rows.push_back(line.substr(cells + 7));
-        }
-    }
-    return rows;
-}
+// The calls that every action on a drawing's tables and texts begins with.
+inline const std::vector<std::string> kOpeningCalls{
+    "Application.ActiveDocument", "DrawingDocument.Name",      "DrawingDocument.Selection",
+    "DrawingDocument.Sheets",     "DrawingSheets.ActiveSheet", "DrawingSheet.Views",
+    "DrawingViews.ActiveView"};
 
 } // namespace testing_support
