@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "quoted.hpp"
 #include "session_object.hpp"
 #include "text/text.hpp"
 
@@ -13,32 +14,6 @@ using automation::Reference;
 using automation::Value;
 
 namespace {
-
-std::string Quoted(std::string_view text) {
-    std::string quoted = "\"";
-    for (const char c : text) {
-        switch (c) {
-        case '"':
-            quoted += "\\\"";
-            break;
-        case '\\':
-            quoted += "\\\\";
-            break;
-        case '\r':
-            quoted += "\\r";
-            break;
-        case '\n':
-            quoted += "\\n";
-            break;
-        case '\t':
-            quoted += "\\t";
-            break;
-        default:
-            quoted += c;
-        }
-    }
-    return quoted + '"';
-}
 
 std::string Joined(const Array& values) {
     std::string joined;

@@ -10,15 +10,15 @@
 #include <stdexcept>
 #include <utility>
 
+#include "quoted.hpp"
 #include "text/text.hpp"
 
 namespace simulator {
 
 namespace {
 
-constexpr std::size_t kMostInstances =
-    1'000'000;                                // of one line, and altogether directly in a product
-constexpr std::size_t kMostCells = 1'000'000; // of one table
+// Of one line, and altogether directly in a product.
+constexpr std::size_t kMostInstances = 1'000'000;
 constexpr int kDeepestNesting = 500;
 
 // What is wrong in a line; the reader adds where.
@@ -56,13 +56,11 @@ std::vector<Word> Words(std::string_view line) {
                 if (++i == line.size()) {
                     break;
                 }
-                constexpr std::string_view kEscapes = "nrt\\\"";
-                constexpr std::string_view kMeanings = "\n\r\t\\\"";
-                const std::size_t escape = kEscapes.find(line[i]);
-                if (escape == std::string_view::npos) {
+                const auto escaped = Escaped(line[i]);
+                if (!escaped) {
                     throw Malformed{std::string("unknown escape \\") + line[i]};
                 }
-                word.text += kMeanings[escape];
+                word.text += *escaped;
             }
             if (i == line.size()) {
                 throw Malformed{"a quoted text has no end"};
@@ -71,30 +69,6 @@ std::vector<Word> Words(std::string_view line) {
         }
         words.push_back(std::move(word));
     }
-}
-
-std::string Quoted(std::string_view text) {
-    std::string quoted = "\"";
-    for (const char c : text) {
-        switch (c) {
-        case '\n':
-            quoted += "\\n";
-            break;
-        case '\r':
-            quoted += "\\r";
-            break;
-        case '\t':
-            quoted += "\\t";
-            break;
-        case '\\':
-        case '"':
-            quoted += '\\';
-            [[fallthrough]];
-        default:
-            quoted += c;
-        }
-    }
-    return quoted + '"';
 }
 
 // The words of a line taken one after the other.
@@ -326,10 +300,8 @@ class Reader {
         FinishTable();
         auto sheet = std::make_shared<Sheet>();
         sheet->name = fields.Text();
-        for (const auto& other : document_->sheets) {
-            if (other->name == sheet->name) {
-                throw Malformed{"sheet \"" + sheet->name + "\" is already there"};
-            }
+        if (SheetNamed(*document_, sheet->name) != nullptr) {
+            throw Malformed{"sheet \"" + sheet->name + "\" is already there"};
         }
         fields.TakeOptions({{"detail", [&] { sheet->detail = true; }},
                             {"active", [&] { document_->active_sheet = sheet; }},
@@ -409,15 +381,16 @@ class Reader {
         Expect(DocumentKind::kDrawing, view_.get(), "view");
         FinishTable();
         auto table = std::make_shared<Table>();
-        fields.TakeOptions({{"at", [&] { ReadPlace(fields, *table); }},
-                            {"anchor", [&] { table->anchor_point = fields.Whole(0, 8); }},
-                            {"weight", [&] { table->line_width = fields.Whole(1, kThickestLine); }},
-                            {"selected", [&] { document_->selection.push_back(table); }},
-                            {"columns", [&] {
-                                 while (!fields.AtEnd()) {
-                                     table->column_sizes.push_back(fields.Size());
-                                 }
-                             }}});
+        fields.TakeOptions(
+            {{"at", [&] { ReadPlace(fields, *table); }},
+             {"anchor", [&] { table->anchor_point = fields.Whole(0, kLastAnchorPoint); }},
+             {"weight", [&] { table->line_width = fields.Whole(1, kThickestLine); }},
+             {"selected", [&] { document_->selection.push_back(table); }},
+             {"columns", [&] {
+                  while (!fields.AtEnd()) {
+                      table->column_sizes.push_back(fields.Size());
+                  }
+              }}});
         if (table->column_sizes.empty()) {
             throw Malformed{"a table needs columns"};
         }
@@ -603,10 +576,7 @@ class Writer {
     }
 
     [[nodiscard]] std::string Selected(const std::shared_ptr<Element>& element) const {
-        const auto& selection = drawing_.selection;
-        return std::find(selection.begin(), selection.end(), element) != selection.end()
-                   ? " selected"
-                   : "";
+        return IsSelected(drawing_, element) ? " selected" : "";
     }
 
     const Document& drawing_;

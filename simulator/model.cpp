@@ -1,5 +1,6 @@
 #include "model.hpp"
 
+#include <algorithm>
 #include <numeric>
 #include <utility>
 
@@ -38,6 +39,17 @@ const char* ClassName(DocumentKind kind) {
         break;
     }
     return "PartDocument";
+}
+
+std::shared_ptr<Sheet> SheetNamed(const Document& drawing, std::string_view name) {
+    const auto found = std::find_if(drawing.sheets.begin(), drawing.sheets.end(),
+                                    [&](const auto& sheet) { return sheet->name == name; });
+    return found != drawing.sheets.end() ? *found : nullptr;
+}
+
+bool IsSelected(const Document& document, const std::shared_ptr<Element>& element) {
+    const auto& selection = document.selection;
+    return std::find(selection.begin(), selection.end(), element) != selection.end();
 }
 
 Rectangle Place(const View& view, const Table& table) {

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace simulator {
@@ -37,6 +38,9 @@ struct Text : Element {
     std::string font_name = "Monospac821 BT";
     double font_size = 3.5;
 };
+
+constexpr int kLastAnchorPoint = 8;
+constexpr int kMostCells = 1'000'000; // of a table
 
 struct Table : Element {
     double x = 0;
@@ -101,6 +105,10 @@ struct Document {
     std::shared_ptr<Sheet> active_sheet;
     std::vector<std::shared_ptr<Element>> selection;
 };
+
+// The drawing's sheet of that name; null where there is none.
+std::shared_ptr<Sheet> SheetNamed(const Document& drawing, std::string_view name);
+bool IsSelected(const Document& document, const std::shared_ptr<Element>& element);
 
 // A rectangle on the sheet, y upwards.
 struct Rectangle {

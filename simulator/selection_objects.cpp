@@ -134,9 +134,8 @@ class SelectionObject : public SessionObject {
         if (element == nullptr || ours->document() != document()) {
             throw Refusal();
         }
-        auto& all = document()->selection;
-        if (std::find(all.begin(), all.end(), element) == all.end()) {
-            all.push_back(element);
+        if (!IsSelected(*document(), element)) {
+            document()->selection.push_back(element);
         }
     }
 };

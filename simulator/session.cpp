@@ -26,14 +26,7 @@ auto FindNamed(const std::vector<DocumentPtr>& documents, std::string_view name)
 }
 
 std::shared_ptr<Sheet> FindSheet(const DocumentPtr& document, std::string_view name) {
-    if (document != nullptr) {
-        for (const auto& sheet : document->sheets) {
-            if (sheet->name == name) {
-                return sheet;
-            }
-        }
-    }
-    return nullptr;
+    return document != nullptr ? SheetNamed(*document, name) : nullptr;
 }
 
 } // namespace

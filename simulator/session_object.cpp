@@ -16,8 +16,7 @@ using automation::Value;
 
 const MemberInfo* ClassInfo::Find(std::string_view member_name) const {
     const auto found = std::find_if(members.begin(), members.end(), [&](const MemberInfo& member) {
-        return member.name.size() == member_name.size() &&
-               text::StartsWithIgnoringCase(member.name, member_name);
+        return text::EqualsIgnoringCase(member.name, member_name);
     });
     return found != members.end() ? &*found : nullptr;
 }

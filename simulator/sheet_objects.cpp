@@ -13,11 +13,6 @@ using automation::Value;
 
 namespace {
 
-bool HasSheet(const Document& document, const std::string& name) {
-    return std::any_of(document.sheets.begin(), document.sheets.end(),
-                       [&](const auto& sheet) { return sheet->name == name; });
-}
-
 class ViewObject : public SessionObject {
   public:
     ViewObject(LinkPtr link, DocumentPtr document, std::shared_ptr<View> view)
@@ -90,7 +85,7 @@ class SheetObject : public SessionObject {
 
   private:
     void Rename(const std::string& name) {
-        if (name != sheet_->name && HasSheet(*document(), name)) {
+        if (name != sheet_->name && SheetNamed(*document(), name) != nullptr) {
             throw Refusal();
         }
         sheet_->name = name;
@@ -134,7 +129,7 @@ class SheetsObject : public SessionObject {
 
     [[nodiscard]] ObjectPtr Add(const std::string& name) const {
         Document& drawing = *document();
-        if (HasSheet(drawing, name)) {
+        if (SheetNamed(drawing, name) != nullptr) {
             throw Refusal();
         }
         drawing.sheets.push_back(simulator::MakeSheet(name));

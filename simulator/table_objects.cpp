@@ -11,9 +11,6 @@ using automation::Value;
 
 namespace {
 
-constexpr std::int32_t kMostCells = 1'000'000;
-constexpr std::int32_t kLastAnchorPoint = 8;
-
 double Finite(double number) {
     if (!std::isfinite(number)) {
         throw Refusal();

@@ -188,7 +188,8 @@ HRESULT SessionDispatch::Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISP
         for (std::size_t i = 0; i < arguments.size(); ++i) {
             const auto* reference = std::get_if<automation::Reference>(&arguments[i].storage());
             if (reference != nullptr && !(**reference == before[i])) {
-                com::WriteBack(parameters->rgvarg[arguments.size() - 1 - i], **reference, to_dispatch);
+                com::WriteBack(parameters->rgvarg[arguments.size() - 1 - i], **reference,
+                               to_dispatch);
             }
         }
         if (result != nullptr) {

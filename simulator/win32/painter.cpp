@@ -130,7 +130,7 @@ class SheetPainter {
             PaintTable(view, table);
         }
         for (const auto& text : view.texts) {
-            SetTextColor(dc_, IsSelected(text) ? kSelected : kInk);
+            SetTextColor(dc_, IsSelected(drawing_, text) ? kSelected : kInk);
             const Chosen font(dc_, NewFont(*text));
             const std::wstring wide = com::Widen(text->text);
             RECT box{scale_.X(view.x + text->x), scale_.Y(view.y + text->y), 0, 0};
@@ -140,7 +140,7 @@ class SheetPainter {
 
     void PaintTable(const View& view, const std::shared_ptr<Table>& table) {
         const simulator::Rectangle place = Place(view, *table);
-        const bool selected = IsSelected(table);
+        const bool selected = IsSelected(drawing_, table);
         if (selected) {
             Fill(dc_, scale_.Box(place), kSelectedFill);
         }
@@ -221,11 +221,6 @@ class SheetPainter {
         constexpr double kStep = 0.35;
         const double width = line_width <= 1 ? kThinnest : kStep * std::min(line_width - 1, 8);
         return std::max(scale_.Length(width), std::min(line_width, 2));
-    }
-
-    [[nodiscard]] bool IsSelected(const std::shared_ptr<Element>& element) const {
-        return std::find(drawing_.selection.begin(), drawing_.selection.end(), element) !=
-               drawing_.selection.end();
     }
 
     HDC dc_;

@@ -337,8 +337,7 @@ void SessionWindow::FillMenu(HMENU menu, int place) {
         if (document != nullptr && document->active_sheet != nullptr) {
             for (const auto& view : document->active_sheet->views) {
                 for (std::size_t i = 0; i < view->tables.size(); ++i) {
-                    const auto& all = document->selection;
-                    if (std::find(all.begin(), all.end(), view->tables[i]) != all.end()) {
+                    if (IsSelected(*document, view->tables[i])) {
                         selected = names.size();
                     }
                     names.push_back(view->name + ": table " + std::to_string(i + 1));

@@ -9,6 +9,7 @@
 #include "automation/run_time_error.hpp"
 #include "simulator/model.hpp"
 #include "simulator/session.hpp"
+#include "tests/support/error_of.hpp"
 
 namespace {
 
@@ -71,12 +72,7 @@ void ExpectError(long number, const std::string& description, const std::functio
 }
 
 void ExpectNumber(long number, const std::function<void()>& action) {
-    try {
-        action();
-        ADD_FAILURE() << "no error " << number;
-    } catch (const RunTimeError& error) {
-        EXPECT_EQ(error.number, number) << error.description;
-    }
+    EXPECT_EQ(testing_support::ErrorOf(action), number);
 }
 
 int CountInstances(const ObjectPtr& product) {
