@@ -8,6 +8,7 @@
 #include <ole2.h>
 
 #include "automation/run_time_error.hpp"
+#include "com/implementation.hpp"
 #include "com/utf.hpp"
 #include "com/variant.hpp"
 #include "simulator/session_object.hpp"
@@ -42,35 +43,17 @@ char DecimalSeparator(LCID locale) {
     return separator[0] == L',' ? ',' : '.';
 }
 
-class SessionDispatch : public IDispatch {
+class SessionDispatch : public com::Implementation<IDispatch> {
   public:
     SessionDispatch(Server& server, std::shared_ptr<SessionObject> object)
         : server_(server), object_(std::move(object)) {}
-    SessionDispatch(const SessionDispatch&) = delete;
-    SessionDispatch& operator=(const SessionDispatch&) = delete;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
         if (id == kOwnObject) {
             *object = this;
             return S_OK;
         }
-        if (id != IID_IUnknown && id != IID_IDispatch) {
-            *object = nullptr;
-            return E_NOINTERFACE;
-        }
-        *object = static_cast<IDispatch*>(this);
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override {
-        return static_cast<ULONG>(InterlockedIncrement(&references_));
-    }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const LONG left = InterlockedDecrement(&references_);
-        if (left == 0) {
-            delete this;
-        }
-        return static_cast<ULONG>(left);
+        return Implementation::QueryInterface(id, object);
     }
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
@@ -103,11 +86,8 @@ class SessionDispatch : public IDispatch {
     [[nodiscard]] const std::shared_ptr<SessionObject>& object() const { return object_; }
 
   private:
-    virtual ~SessionDispatch() = default;
-
     Server& server_;
     std::shared_ptr<SessionObject> object_;
-    LONG references_ = 1;
 };
 
 ObjectPtr ObjectOf(IDispatch* dispatch) {
@@ -205,145 +185,11 @@ HRESULT SessionDispatch::Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISP
     }
 }
 
-// Hands out the one application object, whoever asks for a new one.
-class ApplicationFactory : public IClassFactory {
-  public:
-    explicit ApplicationFactory(ComPtr<IDispatch> application)
-        : application_(std::move(application)) {}
-    ApplicationFactory(const ApplicationFactory&) = delete;
-    ApplicationFactory& operator=(const ApplicationFactory&) = delete;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        if (id != IID_IUnknown && id != IID_IClassFactory) {
-            *object = nullptr;
-            return E_NOINTERFACE;
-        }
-        *object = static_cast<IClassFactory*>(this);
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override {
-        return static_cast<ULONG>(InterlockedIncrement(&references_));
-    }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const LONG left = InterlockedDecrement(&references_);
-        if (left == 0) {
-            delete this;
-        }
-        return static_cast<ULONG>(left);
-    }
-    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** object) override {
-        *object = nullptr;
-        return outer != nullptr ? CLASS_E_NOAGGREGATION : application_->QueryInterface(id, object);
-    }
-    HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
-
-  private:
-    virtual ~ApplicationFactory() = default;
-
-    ComPtr<IDispatch> application_;
-    LONG references_ = 1;
-};
-
-constexpr const wchar_t* kProgramId = L"CATIA.Application";
-
-// The class that the session brings where no CATIA is installed.
-constexpr CLSID kOwnClass = {
-    0x2b6f1a5e, 0x41d3, 0x4c0a, {0xa7, 0x18, 0x5e, 0x90, 0x3d, 0x62, 0xc4, 0x7f}};
-
-bool SetText(HKEY root, const std::wstring& key, const std::wstring& text) {
-    return RegSetKeyValueW(root, key.c_str(), nullptr, REG_SZ, text.c_str(),
-                           static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t))) ==
-           ERROR_SUCCESS;
-}
-
-std::wstring ProgramPath() {
-    std::wstring path(32768, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-    return path;
-}
-
-bool EnterClass(HKEY root, const std::wstring& prefix, const std::wstring& class_id) {
-    return SetText(root, prefix + kProgramId + L"\\CLSID", class_id) &&
-           SetText(root, prefix + L"CLSID\\" + class_id + L"\\LocalServer32",
-                   L"\"" + ProgramPath() + L"\"") &&
-           SetText(root, prefix + L"CLSID\\" + class_id + L"\\ProgID", kProgramId);
-}
-
-// Where a user who may not write HKEY_CLASSES_ROOT has classes of his own.
-constexpr const wchar_t* kUserClasses = L"Software\\Classes\\";
-
-std::wstring ClassPrefix(HKEY root) {
-    return root == HKEY_CURRENT_USER ? kUserClasses : L"";
-}
-
 } // namespace
 
 ComPtr<IDispatch> MakeDispatch(Server& server, ObjectPtr object) {
-    ComPtr<IDispatch> dispatch;
-    dispatch.Attach(
-        new SessionDispatch(server, std::static_pointer_cast<SessionObject>(std::move(object))));
-    return dispatch;
-}
-
-// Right after a system has started, the services that keep registrations may not answer yet.
-template <typename Register>
-static HRESULT WhenServicesRun(Register register_it) {
-    constexpr int kTries = 20;
-    constexpr DWORD kPause = 100; // milliseconds
-    HRESULT result = register_it();
-    for (int tries = 1; tries < kTries && FAILED(result); ++tries) {
-        Sleep(kPause);
-        result = register_it();
-    }
-    return result;
-}
-
-ApplicationRegistration::ApplicationRegistration(Server& server) {
-    CLSID class_id{};
-    if (FAILED(CLSIDFromProgID(kProgramId, &class_id)) || class_id == kOwnClass) {
-        class_id = kOwnClass;
-        wchar_t text[40];
-        StringFromGUID2(kOwnClass, text, 40);
-        class_id_text_ = text;
-        for (const HKEY root : {HKEY_CLASSES_ROOT, HKEY_CURRENT_USER}) {
-            if (EnterClass(root, ClassPrefix(root), class_id_text_)) {
-                registry_root_ = root;
-                break;
-            }
-        }
-        if (registry_root_ == nullptr) {
-            problem_ = "CATIA.Application cannot be entered in the registry.";
-        }
-    }
-    const ComPtr<IDispatch> application = MakeDispatch(server, server.session.Application());
-    ComPtr<IClassFactory> factory;
-    factory.Attach(new ApplicationFactory(application));
-    const auto register_class = [&] {
-        return CoRegisterClassObject(class_id, factory.Get(), CLSCTX_LOCAL_SERVER,
-                                     REGCLS_MULTIPLEUSE, &class_object_);
-    };
-    const auto register_application = [&] {
-        return RegisterActiveObject(application.Get(), class_id, ACTIVEOBJECT_STRONG,
-                                    &running_object_);
-    };
-    if (FAILED(WhenServicesRun(register_class)) || FAILED(WhenServicesRun(register_application))) {
-        problem_ = "The session cannot be registered as a running CATIA.";
-    }
-}
-
-ApplicationRegistration::~ApplicationRegistration() {
-    if (running_object_ != 0) {
-        RevokeActiveObject(running_object_, nullptr);
-    }
-    if (class_object_ != 0) {
-        CoRevokeClassObject(class_object_);
-    }
-    if (registry_root_ != nullptr) {
-        const std::wstring prefix = ClassPrefix(registry_root_);
-        RegDeleteTreeW(registry_root_, (prefix + kProgramId).c_str());
-        RegDeleteTreeW(registry_root_, (prefix + L"CLSID\\" + class_id_text_).c_str());
-    }
+    return com::Make<SessionDispatch>(server,
+                                      std::static_pointer_cast<SessionObject>(std::move(object)));
 }
 
 } // namespace simulator

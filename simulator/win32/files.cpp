@@ -5,6 +5,8 @@
 #include <iterator>
 #include <stdexcept>
 
+#include <windows.h>
+
 #include "com/utf.hpp"
 
 namespace simulator {
@@ -25,6 +27,12 @@ void WriteWholeFile(const std::string& path, const std::string& content) {
     if (!file) {
         throw std::runtime_error(path + ": cannot be written");
     }
+}
+
+std::string ProgramPath() {
+    std::wstring path(32768, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+    return com::Narrow(path);
 }
 
 } // namespace simulator

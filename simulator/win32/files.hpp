@@ -9,4 +9,7 @@ namespace simulator {
 std::string ReadWholeFile(const std::string& path);
 void WriteWholeFile(const std::string& path, const std::string& content);
 
+// Of the program's own file.
+std::string ProgramPath();
+
 } // namespace simulator

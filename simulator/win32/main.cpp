@@ -15,7 +15,7 @@
 #include <shellapi.h>
 
 #include "com/utf.hpp"
-#include "com_server.hpp"
+#include "com_registration.hpp"
 #include "files.hpp"
 #include "remote_control.hpp"
 #include "session_window.hpp"
@@ -49,10 +49,9 @@ Options ReadCommandLine() {
 
 std::vector<std::string> SampleDocuments() {
     namespace fs = std::filesystem;
-    std::wstring path(32768, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
     std::vector<std::string> found;
-    for (fs::path folder = fs::path(path).parent_path();; folder = folder.parent_path()) {
+    for (fs::path folder = fs::path(com::Widen(simulator::ProgramPath())).parent_path();;
+         folder = folder.parent_path()) {
         std::error_code failure; // a folder that is not there ends the loop at once
         for (const auto& entry : fs::directory_iterator(folder / L"samples", failure)) {
             if (entry.path().extension() == L".txt") {

@@ -13,6 +13,7 @@
 #include <wrl/client.h>
 
 #include "automation/run_time_error.hpp"
+#include "com/implementation.hpp"
 #include "com/utf.hpp"
 #include "com/variant.hpp"
 
@@ -221,30 +222,8 @@ class ComObject : public automation::Object {
     std::shared_ptr<MemberIds> ids_;
 };
 
-class MessageFilter : public IMessageFilter {
+class MessageFilter : public Implementation<IMessageFilter> {
   public:
-    MessageFilter() = default;
-    MessageFilter(const MessageFilter&) = delete;
-    MessageFilter& operator=(const MessageFilter&) = delete;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        if (id != IID_IUnknown && id != IID_IMessageFilter) {
-            *object = nullptr;
-            return E_NOINTERFACE;
-        }
-        *object = static_cast<IMessageFilter*>(this);
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
-    }
-
     DWORD STDMETHODCALLTYPE HandleInComingCall(DWORD, HTASK, DWORD, LPINTERFACEINFO) override {
         return SERVERCALL_ISHANDLED;
     }
@@ -257,11 +236,6 @@ class MessageFilter : public IMessageFilter {
         DispatchPaints();
         return PENDINGMSG_WAITNOPROCESS;
     }
-
-  private:
-    virtual ~MessageFilter() = default;
-
-    ULONG references_ = 1; // all on the thread that registers it
 };
 
 } // namespace
@@ -279,12 +253,7 @@ ObjectPtr GetActiveObject(std::string_view program_id) {
 }
 
 MessageFilterRegistration::MessageFilterRegistration() {
-    const ComPtr<IMessageFilter> filter = [] {
-        ComPtr<IMessageFilter> made;
-        made.Attach(new MessageFilter());
-        return made;
-    }();
-    CoRegisterMessageFilter(filter.Get(), nullptr);
+    CoRegisterMessageFilter(Make<MessageFilter>().Get(), nullptr);
 }
 
 MessageFilterRegistration::~MessageFilterRegistration() {

@@ -1,0 +1,31 @@
+// The session registered as a running CATIA.
+#pragma once
+
+#include <string>
+
+#include "com_server.hpp"
+
+namespace simulator {
+
+// Enters the application object under CATIA.Application in the registry, in the Running Object
+// Table and among the running class objects, and takes back what it entered at the end. A CATIA
+// that is installed keeps its registration; the session runs under its class then.
+class ApplicationRegistration {
+  public:
+    explicit ApplicationRegistration(Server& server);
+    ~ApplicationRegistration();
+    ApplicationRegistration(const ApplicationRegistration&) = delete;
+    ApplicationRegistration& operator=(const ApplicationRegistration&) = delete;
+
+    // What was not possible; empty where everything was.
+    [[nodiscard]] const std::string& problem() const { return problem_; }
+
+  private:
+    HKEY registry_root_ = nullptr; // where the class was entered; null where nothing was
+    std::wstring class_id_text_;
+    DWORD running_object_ = 0;
+    DWORD class_object_ = 0;
+    std::string problem_;
+};
+
+} // namespace simulator
