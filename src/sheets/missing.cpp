@@ -46,17 +46,10 @@ void Command32_Click(Form1& form) {
 
 void Command31_Click(Form1& form) {
     shell::TrapToStatus(form, [&form] {
-        const catia::Document document = shell::CatiaApplication(form).ActiveDocument();
-        const std::string name = document.Name();
-        if (!IsDrawing(form, name)) {
-            return;
+        if (const auto drawing = DrawingOf(form, shell::CatiaApplication(form).ActiveDocument())) {
+            static_cast<void>(drawing->Sheets().Add(
+                static_cast<double>(form.ports.clock.SecondsSinceMidnight())));
         }
-        static_cast<void>(document.Selection());
-        if (!IsDrawingExactly(form, name)) {
-            return;
-        }
-        static_cast<void>(catia::DrawingDocument(document).Sheets().Add(
-            static_cast<double>(form.ports.clock.SecondsSinceMidnight())));
     });
 }
 

@@ -15,7 +15,7 @@ using controls::kNewName;
 using controls::ListView;
 
 void ApplyNames(Form1& form) {
-    const auto sheets = DrawingSheetsOf(form, WaitForDocument(form));
+    const auto sheets = DrawingSheetsOf(form, shell::WaitForCatia(form).ActiveDocument());
     if (!sheets) {
         return;
     }

@@ -8,8 +8,8 @@ namespace {
 
 // The active document where it is a drawing. The reordering actions make the looser test only.
 std::optional<catia::DrawingDocument> ActiveDrawing(Form1& form) {
-    const catia::Document document = WaitForDocument(form);
-    if (!IsDrawing(form, document.Name())) {
+    const catia::Document document = shell::WaitForCatia(form).ActiveDocument();
+    if (!shell::IsDrawing(form, document.Name())) {
         return std::nullopt;
     }
     return catia::DrawingDocument(document);

@@ -1,48 +1,37 @@
 #include "sheets/sheet_action.hpp"
 
 #include "shell/shell.hpp"
-#include "text/text.hpp"
 
 namespace sheets {
-
-namespace {
-
-constexpr const char* kNoDrawing = "Neni aktivni CATDrawing";
-
-} // namespace
-
-bool IsDrawing(controls::Form1& form, const std::string& document_name) {
-    if (text::ContainsIgnoringCase(document_name, ".CATDrawing")) {
-        return true;
-    }
-    shell::stat(form, kNoDrawing);
-    return false;
-}
 
 bool IsDrawingExactly(controls::Form1& form, const std::string& document_name) {
     if (document_name.find("CATDrawing") != std::string::npos) {
         return true;
     }
-    shell::stat(form, kNoDrawing);
+    shell::SayThereIsNoDrawing(form);
     return false;
 }
 
-catia::Document WaitForDocument(controls::Form1& form) {
-    shell::stat(form, "Cekam na Catii");
-    return shell::CatiaApplication(form).ActiveDocument();
-}
-
-std::optional<catia::DrawingSheets> DrawingSheetsOf(controls::Form1& form,
-                                                    const catia::Document& document) {
+std::optional<catia::DrawingDocument> DrawingOf(controls::Form1& form,
+                                                const catia::Document& document) {
     const std::string name = document.Name();
-    if (!IsDrawing(form, name)) {
+    if (!shell::IsDrawing(form, name)) {
         return std::nullopt;
     }
     static_cast<void>(document.Selection());
     if (!IsDrawingExactly(form, name)) {
         return std::nullopt;
     }
-    const catia::DrawingSheets sheets = catia::DrawingDocument(document).Sheets();
+    return catia::DrawingDocument(document);
+}
+
+std::optional<catia::DrawingSheets> DrawingSheetsOf(controls::Form1& form,
+                                                    const catia::Document& document) {
+    const auto drawing = DrawingOf(form, document);
+    if (!drawing) {
+        return std::nullopt;
+    }
+    const catia::DrawingSheets sheets = drawing->Sheets();
     static_cast<void>(sheets.ActiveSheet());
     return sheets;
 }

@@ -13,17 +13,14 @@ namespace sheets {
 // The text of a row that stands for a sheet still to be created.
 inline constexpr const char* kPlannedSheet = "Nový";
 
-// Whether a document of that name is a drawing, with its extension in any letter case; says so
-// where it is not.
-bool IsDrawing(controls::Form1& form, const std::string& document_name);
-// The stricter test: "CATDrawing" in its exact letters.
+// A stricter test of a document's name than shell::IsDrawing: "CATDrawing" in its exact letters.
 bool IsDrawingExactly(controls::Form1& form, const std::string& document_name);
 
-// The active document, after the announcement of the waiting.
-catia::Document WaitForDocument(controls::Form1& form);
-
-// The sheets of `document` where both tests take its name; nothing, with a message, where one does
-// not. Reads the selection and the active sheet on the way, as a drawing must have them.
+// `document` where both tests take its name; nothing, with a message, where one does not. Reads the
+// selection on the way, as a drawing must have one.
+std::optional<catia::DrawingDocument> DrawingOf(controls::Form1& form,
+                                                const catia::Document& document);
+// Its sheets. Reads the active sheet too, for the same reason.
 std::optional<catia::DrawingSheets> DrawingSheetsOf(controls::Form1& form,
                                                     const catia::Document& document);
 

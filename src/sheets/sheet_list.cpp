@@ -25,7 +25,7 @@ bool IsOne(const automation::Value& answer) {
 }
 
 void Load(Form1& form) {
-    const auto sheets = DrawingSheetsOf(form, WaitForDocument(form));
+    const auto sheets = DrawingSheetsOf(form, shell::WaitForCatia(form).ActiveDocument());
     if (!sheets) {
         return;
     }

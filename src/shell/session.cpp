@@ -52,4 +52,21 @@ catia::Application CatiaApplication(Form1& form) {
     return catia::Application(form.ports.automation_servers.GetActiveObject("Catia.application"));
 }
 
+catia::Application WaitForCatia(Form1& form) {
+    stat(form, "Cekam na Catii");
+    return CatiaApplication(form);
+}
+
+bool IsDrawing(Form1& form, const std::string& document_name) {
+    if (text::ContainsIgnoringCase(document_name, ".CATDrawing")) {
+        return true;
+    }
+    SayThereIsNoDrawing(form);
+    return false;
+}
+
+void SayThereIsNoDrawing(Form1& form) {
+    stat(form, "Neni aktivni CATDrawing");
+}
+
 } // namespace shell

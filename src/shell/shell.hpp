@@ -86,5 +86,12 @@ long Projdi_Okno(Form1& form, platform::WindowHandle window);
 // The application object of the running session, obtained anew for each action. Raises 429 when it
 // cannot be had; never starts CATIA.
 catia::Application CatiaApplication(Form1& form);
+// The same, after the announcement of the waiting.
+catia::Application WaitForCatia(Form1& form);
+
+// Whether a document of that name is a drawing, with its extension in any letter case; says so
+// where it is not.
+bool IsDrawing(Form1& form, const std::string& document_name);
+void SayThereIsNoDrawing(Form1& form);
 
 } // namespace shell

@@ -17,8 +17,7 @@ void WalkActiveProduct(Form1& form) {
     form.PocetSestav = 0;
     form.PocetPartu = 0;
 
-    shell::stat(form, "Cekam na Catii");
-    const catia::Document document = shell::CatiaApplication(form).ActiveDocument();
+    const catia::Document document = shell::WaitForCatia(form).ActiveDocument();
     if (!text::ContainsIgnoringCase(document.Name(), ".CATProduct")) {
         shell::SetMousePointer(form, controls::MousePointer::kDefault);
         shell::stat(form, "Neni aktivni CATProduct");

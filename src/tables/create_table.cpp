@@ -13,7 +13,6 @@ namespace tables {
 
 namespace {
 
-constexpr int kColumns = 7;
 constexpr int kColumnWidth = 20; // mm, until every column gets its own
 constexpr std::size_t kName = 0;
 
@@ -61,10 +60,6 @@ automation::Value CellValue(const controls::ListView& list, std::size_t row,
         return text::LeadingNumber(value);
     }
     return value;
-}
-
-std::string Progress(int row, int rows) {
-    return std::to_string(row) + "/" + std::to_string(rows);
 }
 
 int RowsForTheList(const controls::ListView& list, const Configuration& configuration) {

@@ -15,11 +15,9 @@ constexpr unsigned char kDiameterCode = 248;
 } // namespace
 
 std::optional<OpenDrawing> OpenActiveDrawing(controls::Form1& form) {
-    shell::stat(form, "Cekam na Catii");
-    const catia::Application application = shell::CatiaApplication(form);
+    const catia::Application application = shell::WaitForCatia(form);
     const catia::Document document = application.ActiveDocument();
-    if (!text::ContainsIgnoringCase(document.Name(), ".CATDrawing")) {
-        shell::stat(form, "Neni aktivni CATDrawing");
+    if (!shell::IsDrawing(form, document.Name())) {
         return std::nullopt;
     }
     const catia::Selection selection = document.Selection();
@@ -59,6 +57,10 @@ std::array<automation::Value, 6> PartValues(const controls::ListView& list, std:
             list.SubItem(row, kSize),
             list.SubItem(row, kMaterial),
             list.SubItem(row, kNote)};
+}
+
+std::string Progress(int done, int total) {
+    return std::to_string(done) + "/" + std::to_string(total);
 }
 
 std::string WithDiameterSign(const std::string& size, const std::string& diameter_sign) {

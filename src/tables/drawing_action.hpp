@@ -12,6 +12,8 @@
 
 namespace tables {
 
+inline constexpr int kColumns = 7; // of a table of the parts list
+
 struct OpenDrawing {
     catia::Application application;
     catia::Selection selection;
@@ -34,6 +36,9 @@ std::size_t CurrentPart(const controls::Form1& form);
 // The six values that a row of the parts list gives to a drawing: position as a number, name,
 // pieces, size, material, note.
 std::array<automation::Value, 6> PartValues(const controls::ListView& list, std::size_t row);
+
+// How far the filling of a table is, for the status line.
+std::string Progress(int done, int total);
 
 // A size with a diameter: where it holds a "D" of either case, `diameter_sign` in the place of its
 // first character, whatever that is.

@@ -3,7 +3,6 @@
 #include "shell/shell.hpp"
 #include "tables/drawing_action.hpp"
 #include "tables/tables.hpp"
-#include "text/text.hpp"
 
 namespace tables {
 
@@ -15,8 +14,6 @@ constexpr double kTextX = 100; // mm
 constexpr double kTextY = 100;
 constexpr const char* kTextFont = "Arial (TrueType)";
 constexpr double kTextSize = 3.5; // mm
-
-constexpr int kWholeTableColumns = 7;
 
 constexpr std::size_t kSizeValue = 3; // among the values of a part
 
@@ -62,20 +59,16 @@ void FillSmallTable(Form1& form, const catia::DrawingTable& table) {
     shell::stat(form, "Vlozeni dat Ok");
 }
 
-std::string Counter(int done, int total) {
-    return std::to_string(done) + "/" + std::to_string(total);
-}
-
 void EmptyRow(Form1& form, const catia::DrawingTable& table, int row, int columns) {
     for (int column = 1; column <= columns; ++column) {
         table.SetCellString(row, column, "");
-        shell::stat(form, "Mazani tabulky " + Counter(column, columns));
+        shell::stat(form, "Mazani tabulky " + Progress(column, columns));
     }
 }
 
 void FillRow(Form1& form, const catia::DrawingTable& table, int row, std::size_t list_row) {
     const controls::ListView& list = form.ListView1;
-    const std::array<std::string, kWholeTableColumns> texts{
+    const std::array<std::string, kColumns> texts{
         std::to_string(list_row),
         list.Row(list_row).text,
         list.SubItem(list_row, kQuantity),
@@ -96,7 +89,7 @@ void FillWholeTable(Form1& form, const catia::DrawingTable& table) {
     const int rows = table.NumberOfRows();
     const int columns = table.NumberOfColumns();
     const auto parts = static_cast<int>(form.ListView1.Count());
-    if (columns != kWholeTableColumns || rows < parts + 1) {
+    if (columns != kColumns || rows < parts + 1) {
         shell::stat(form, "spatna velikost tabulky");
         return;
     }
@@ -104,7 +97,7 @@ void FillWholeTable(Form1& form, const catia::DrawingTable& table) {
     for (int row = rows; row >= 2; --row) {
         if (row > rows - parts) {
             FillRow(form, table, row, static_cast<std::size_t>(rows + 1 - row));
-            shell::stat(form, "Vyplnovani tabulky " + Counter(row, rows));
+            shell::stat(form, "Vyplnovani tabulky " + Progress(row, rows));
         } else {
             EmptyRow(form, table, row, columns);
         }

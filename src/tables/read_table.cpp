@@ -83,7 +83,6 @@ constexpr std::array kColumnFields{kQuantity, kSize, kMaterial, kNote};
 constexpr int kPositionColumn = 1;
 constexpr int kNameColumn = 2;
 constexpr int kSheetColumn = 7;
-constexpr int kColumns = 7;
 
 // Rows without a position and a header whose last heading is "List" are passed over.
 void LoadRow(Form1& form, const catia::DrawingTable& table, int row) {
