@@ -1,5 +1,7 @@
 #include "call_log.hpp"
 
+#include <array>
+#include <charconv>
 #include <cmath>
 
 #include "quoted.hpp"
@@ -36,6 +38,12 @@ struct Writer {
         }
         const std::string plain = text::PlainDecimal(real);
         return plain.find('.') == std::string::npos ? plain + ".0" : plain;
+    }
+    // The mark tells it from a double.
+    std::string operator()(float real) const {
+        std::array<char, 32> digits{};
+        const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), real).ptr;
+        return std::string(digits.data(), end) + "!";
     }
     std::string operator()(const std::string& text) const { return Quoted(text); }
     std::string operator()(const ObjectPtr& object) const {

@@ -81,9 +81,10 @@ std::int32_t ToLong(const Value& value, char decimal_separator) {
     return Value(ToReal(value, decimal_separator)).AsInteger();
 }
 
-std::string RealAsText(double real, char decimal_separator) {
+// With the digits that the kind of real has: 15 in double precision, 7 in single.
+std::string RealAsText(double real, int digits, char decimal_separator) {
     std::array<char, 40> buffer{};
-    const int length = std::snprintf(buffer.data(), buffer.size(), "%.15G", real);
+    const int length = std::snprintf(buffer.data(), buffer.size(), "%.*G", digits, real);
     std::string written(buffer.data(), static_cast<std::size_t>(length));
     if (const std::size_t point = written.find('.'); point != std::string::npos) {
         written[point] = decimal_separator;
@@ -103,7 +104,10 @@ std::string ToText(const Value& value, char decimal_separator) {
         return std::to_string(*integer);
     }
     if (const auto* real = std::get_if<double>(&storage)) {
-        return RealAsText(*real, decimal_separator);
+        return RealAsText(*real, 15, decimal_separator);
+    }
+    if (const auto* single = std::get_if<float>(&storage)) {
+        return RealAsText(*single, 7, decimal_separator);
     }
     return value.AsText();
 }

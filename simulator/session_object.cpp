@@ -21,11 +21,11 @@ const MemberInfo* ClassInfo::Find(std::string_view member_name) const {
     return found != members.end() ? &*found : nullptr;
 }
 
-Value SessionObject::get(const Member& member) {
-    return call(member, {});
+Value SessionObject::Get(const Member& member) {
+    return Call(member, {});
 }
 
-Value SessionObject::call(const Member& member, const Array& arguments) {
+Value SessionObject::Call(const Member& member, const Array& arguments) {
     const MemberInfo* const info = Class().Find(member.name);
     const std::string_view shown_name = info != nullptr ? info->name : member.name;
     Session& session = BeginCall(
@@ -51,7 +51,7 @@ Value SessionObject::call(const Member& member, const Array& arguments) {
     return result;
 }
 
-void SessionObject::put(const Member& member, const Value& value) {
+void SessionObject::Put(const Member& member, const Value& value) {
     const MemberInfo* const info = Class().Find(member.name);
     const std::string_view shown_name = info != nullptr ? info->name : member.name;
     Session& session = BeginCall(info, member.name, PutLine(Class().name, shown_name, value));

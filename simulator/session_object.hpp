@@ -107,11 +107,6 @@ class SessionObject : public automation::Object {
     SessionObject(LinkPtr link, DocumentPtr document)
         : link_(std::move(link)), document_(std::move(document)) {}
 
-    automation::Value get(const automation::Member& member) override;
-    void put(const automation::Member& member, const automation::Value& value) override;
-    automation::Value call(const automation::Member& member,
-                           const automation::Array& arguments) override;
-
     [[nodiscard]] virtual const ClassInfo& Class() const = 0;
     // How the object shows in the log: its class, and its name where it has one.
     [[nodiscard]] virtual std::string Label() const { return Class().name; }
@@ -123,6 +118,10 @@ class SessionObject : public automation::Object {
     [[nodiscard]] const DocumentPtr& document() const { return document_; }
 
   private:
+    automation::Value Get(const automation::Member& member) override;
+    void Put(const automation::Member& member, const automation::Value& value) override;
+    automation::Value Call(const automation::Member& member,
+                           const automation::Array& arguments) override;
     Session& BeginCall(const MemberInfo* member, std::string_view called_name,
                        const std::string& line);
 

@@ -33,10 +33,14 @@ void Run(Form1& form, const std::function<void()>& handler) {
     } catch (const automation::RunTimeError& error) {
         // An action that ended because the window was closed has nothing to report.
         if (error.number != automation::UserInterrupt().number) {
+            form.StatusBar1.SetState(controls::ActionState::kFailed);
             form.ports.message_boxes.ShowError(error);
         }
     }
     --form.running_handlers;
+    if (form.running_handlers == 0 && form.StatusBar1.State() == controls::ActionState::kRunning) {
+        form.StatusBar1.SetState(controls::ActionState::kDone);
+    }
 }
 
 void Close(Form1& form) {

@@ -14,7 +14,7 @@ struct Member {
 };
 
 // A late-bound object of an automation server. Every function is one call of the server and raises
-// RunTimeError when the server refuses it or is gone.
+// RunTimeError, which names the member, when the server refuses it or is gone.
 class Object {
   public:
     Object() = default;
@@ -23,11 +23,16 @@ class Object {
     virtual ~Object() = default;
 
     // Reads a property, or calls a function without arguments: servers take both alike.
-    virtual Value get(const Member& member) = 0;
+    Value get(const Member& member);
     // Assigns a property.
-    virtual void put(const Member& member, const Value& value) = 0;
+    void put(const Member& member, const Value& value);
     // Calls a function or sub with arguments in their declared order.
-    virtual Value call(const Member& member, const Array& arguments) = 0;
+    Value call(const Member& member, const Array& arguments);
+
+  private:
+    virtual Value Get(const Member& member) = 0;
+    virtual void Put(const Member& member, const Value& value) = 0;
+    virtual Value Call(const Member& member, const Array& arguments) = 0;
 };
 
 } // namespace automation

@@ -11,6 +11,9 @@ double Value::AsReal() const {
     if (const auto* real = std::get_if<double>(&storage_)) {
         return *real;
     }
+    if (const auto* single = std::get_if<float>(&storage_)) {
+        return *single;
+    }
     if (const auto* integer = std::get_if<std::int32_t>(&storage_)) {
         return *integer;
     }

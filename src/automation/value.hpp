@@ -18,18 +18,20 @@ using Array = std::vector<Value>;
 // it before the call says how it goes out (an integer as a reference to a long, and so on).
 using Reference = std::shared_ptr<Value>;
 
-// What an automation call takes and gives: nothing, a boolean, an integer, a real, a text (UTF-8),
+// What an automation call takes and gives: nothing, a boolean, an integer, a real of double or of
+// single precision, a text (UTF-8),
 // an object, an array of values, or a reference to a value. The kind is sent as it stands here; a
 // server converts it to what its member declares.
 class Value {
   public:
-    using Storage = std::variant<std::monostate, bool, std::int32_t, double, std::string, ObjectPtr,
-                                 Array, Reference>;
+    using Storage = std::variant<std::monostate, bool, std::int32_t, double, float, std::string,
+                                 ObjectPtr, Array, Reference>;
 
     Value() = default;
     Value(bool truth) : storage_(truth) {}
     Value(std::int32_t integer) : storage_(integer) {}
     Value(double real) : storage_(real) {}
+    Value(float real) : storage_(real) {}
     Value(std::string text) : storage_(std::move(text)) {}
     Value(std::string_view text) : storage_(std::string(text)) {}
     Value(const char* text) : storage_(std::string(text)) {}

@@ -145,17 +145,17 @@ class ComObject : public automation::Object {
     ComObject(ComPtr<IDispatch> dispatch, std::shared_ptr<MemberIds> ids)
         : dispatch_(std::move(dispatch)), ids_(std::move(ids)) {}
 
-    Value get(const Member& member) override { return call(member, {}); }
+  private:
+    Value Get(const Member& member) override { return Call(member, {}); }
 
-    Value call(const Member& member, const Array& arguments) override {
+    Value Call(const Member& member, const Array& arguments) override {
         return Invoke(member, arguments, DISPATCH_METHOD | DISPATCH_PROPERTYGET);
     }
 
-    void put(const Member& member, const Value& value) override {
+    void Put(const Member& member, const Value& value) override {
         Invoke(member, {value}, DISPATCH_PROPERTYPUT);
     }
 
-  private:
     DISPID IdOf(const Member& member) {
         std::pair key(std::string(member.object_class), std::string(member.name));
         if (const auto known = ids_->find(key); known != ids_->end()) {

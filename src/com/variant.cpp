@@ -108,6 +108,9 @@ _variant_t ToVariant(const Value& value, const ObjectToDispatch& to_dispatch) {
     } else if (const auto* real = std::get_if<double>(&storage)) {
         V_VT(&variant) = VT_R8;
         V_R8(&variant) = *real;
+    } else if (const auto* single = std::get_if<float>(&storage)) {
+        V_VT(&variant) = VT_R4;
+        V_R4(&variant) = *single;
     } else if (const auto* text = std::get_if<std::string>(&storage)) {
         V_BSTR(&variant) = NewBstr(*text);
         V_VT(&variant) = VT_BSTR;
@@ -162,6 +165,7 @@ Value FromVariant(const VARIANT& variant, const DispatchToObject& to_object) {
     case VT_UI8:
         return Number(V_UI8(&variant));
     case VT_R4:
+        return V_R4(&variant);
     case VT_R8:
     case VT_CY:
     case VT_DATE:

@@ -115,6 +115,9 @@ class TextBox : public Control {
 
     Event<int> KeyPress; // the key's character code, kEnterKey for Enter
 
+    // What becomes of a text that the person pastes; without it, it goes in as it is.
+    std::function<std::string(std::string_view)> Pasted;
+
   private:
     std::string text_;
     std::uint64_t replacements_ = 0;
@@ -173,6 +176,20 @@ class ListBox : public Control {
     std::vector<std::string> items_;
 };
 
+// How the action whose text stands on the status line goes or went.
+enum class ActionState {
+    kNone, // there was nothing to do
+    kRunning,
+    kDone,
+    kFailed, // ended by an error
+};
+
+// More than the status text has room for: Czech sentences that the view shows as a balloon.
+struct Explanation {
+    std::string text; // empty for none
+    bool is_error = false;
+};
+
 class StatusBar : public Control {
   public:
     // Panels count from 1.
@@ -184,8 +201,26 @@ class StatusBar : public Control {
         Changed();
     }
 
+    [[nodiscard]] ActionState State() const { return state_; }
+    void SetState(ActionState state) {
+        state_ = state;
+        Changed();
+    }
+
+    [[nodiscard]] const Explanation& ShownExplanation() const { return explanation_; }
+    void SetExplanation(Explanation explanation) {
+        explanation_ = std::move(explanation);
+        ++explanations_;
+        Changed();
+    }
+    // How often an explanation was set: each is shown once, also where it says the same again.
+    [[nodiscard]] std::uint64_t Explanations() const { return explanations_; }
+
   private:
     std::vector<std::string> panels_ = std::vector<std::string>(2);
+    ActionState state_ = ActionState::kNone;
+    Explanation explanation_;
+    std::uint64_t explanations_ = 0;
 };
 
 class TabControl : public Control {

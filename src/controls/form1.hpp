@@ -35,11 +35,11 @@ enum SheetField : std::size_t {
     kSortKey = 2, // without a caption
 };
 
-// A row that the mouse went down on, by its id (0 for none), and the number of the first row of
-// that name, which is the one that a drop moves.
+// A row that the mouse went down on, and the first row of that name, which is the one that a drop
+// moves. Both by their ids, 0 for none, since the rows may change before the drop.
 struct Drag {
     std::uint64_t row = 0;
-    std::size_t index = 0;
+    std::uint64_t moved = 0;
 };
 
 // The main window: one of each control under its form name, the window's own properties, and the
@@ -170,6 +170,12 @@ struct Form1 {
     int Uroven = 0;
     int PocetSestav = 0;
     int PocetPartu = 0;
+    // What the walk that runs has written into Text1.
+    std::string walked_text;
+
+    // How often an action has written into a table of the drawing: one that reads a table
+    // meanwhile has read a mixture.
+    std::uint64_t table_writes = 0;
 
     // Dragging in the parts list and in the sheet list.
     Drag parts_drag;

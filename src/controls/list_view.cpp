@@ -75,9 +75,26 @@ void ListView::Remove(std::size_t row) {
         current_.reset();
     } else if (current_ == row) {
         current_ = std::min(row, rows_.size());
-        rows_[*current_ - 1].selected = true;
+        if (std::ranges::none_of(rows_, &ListRow::selected)) {
+            rows_[*current_ - 1].selected = true;
+        }
     } else if (current_ && *current_ > row) {
         --*current_;
+    }
+    Changed();
+}
+
+void ListView::Move(std::size_t row, std::size_t to) {
+    const auto from = rows_.begin() + static_cast<std::ptrdiff_t>(Index(row));
+    const auto target = rows_.begin() + static_cast<std::ptrdiff_t>(Index(to));
+    const std::uint64_t current_id = current_ ? Row(*current_).id : 0;
+    if (from < target) {
+        std::rotate(from, from + 1, target + 1);
+    } else {
+        std::rotate(target, from, from + 1);
+    }
+    if (current_) {
+        current_ = RowWithId(current_id);
     }
     Changed();
 }
@@ -85,6 +102,7 @@ void ListView::Remove(std::size_t row) {
 void ListView::Clear() {
     rows_.clear();
     current_.reset();
+    tool_tip_.clear();
     Changed();
 }
 
@@ -179,10 +197,13 @@ std::string ListView::SelectionAsText() const {
             continue;
         }
         lines += ClipboardField(row.text);
-        for (std::size_t sub_item = 0; sub_item + 1 < columns_.size(); ++sub_item) {
+        for (std::size_t column = 1; column < columns_.size(); ++column) {
+            if (columns_[column].empty()) {
+                continue; // not for the person's eyes
+            }
             lines += '\t';
-            if (sub_item < row.sub_items.size()) {
-                lines += ClipboardField(row.sub_items[sub_item]);
+            if (column <= row.sub_items.size()) {
+                lines += ClipboardField(row.sub_items[column - 1]);
             }
         }
         lines += "\r\n";

@@ -32,6 +32,9 @@ class ListView : public Control {
     // Appends a row (or sorts it in, while the list is sorted) and returns its number.
     std::size_t Add(std::string text);
     void Remove(std::size_t row);
+    // Takes the row out and puts it where row `to` stands, which makes room.
+    void Move(std::size_t row, std::size_t to);
+    // Removes all rows, and the tip, which spoke of one of them.
     void Clear();
     void SetText(std::size_t row, std::string text);
     void SetSubItem(std::size_t row, std::size_t sub_item, std::string text);
@@ -41,7 +44,7 @@ class ListView : public Control {
     void SelectAll();
 
     // The row that has the list's focus. When it is removed, the row that takes its place becomes
-    // the current and selected one.
+    // the current one, and the selected one where no other is selected.
     [[nodiscard]] std::optional<std::size_t> CurrentRow() const { return current_; }
     void SetCurrentRow(std::optional<std::size_t> row);
 
@@ -66,7 +69,7 @@ class ListView : public Control {
     std::optional<std::size_t> TakeRowToShow() { return std::exchange(row_to_show_, std::nullopt); }
 
     // The selected rows, a line each ended by CR LF, their fields separated by tabs, in the form
-    // that spreadsheets take from the clipboard.
+    // that spreadsheets take from the clipboard. Columns without a caption are left out.
     [[nodiscard]] std::string SelectionAsText() const;
 
     void UserClick() { Raise(Click); }
@@ -74,18 +77,25 @@ class ListView : public Control {
         SetChecked(row, checked);
         Raise(ItemCheck, row);
     }
-    void UserRename(std::size_t row, std::string text) { SetText(row, std::move(text)); }
+    // Of the row with that id, where it is still there.
+    void UserRename(std::uint64_t id, std::string text) {
+        if (const auto row = RowWithId(id)) {
+            SetText(*row, std::move(text));
+        }
+    }
     void UserMouseDown(int button, int shift, int x, int y) {
         Raise(MouseDown, button, shift, x, y);
     }
     void UserMouseUp(int button, int shift, int x, int y) { Raise(MouseUp, button, shift, x, y); }
     void UserMenuKey() { Raise(MenuKey); }
+    void UserMoveKey(int rows) { Raise(MoveKey, rows); }
 
     Event<> Click;
     Event<std::size_t> ItemCheck;        // the row, already in its new state
     Event<int, int, int, int> MouseDown; // button, shift state, x, y
     Event<int, int, int, int> MouseUp;   // button, shift state, x, y
     Event<> MenuKey;                     // the popup menu asked for by keyboard
+    Event<int> MoveKey;                  // the current row to be moved by keyboard: 1 down, -1 up
 
     // The row at a point, in the coordinates of the mouse events. Supplied by the view.
     std::function<std::optional<std::size_t>(int x, int y)> HitTest;

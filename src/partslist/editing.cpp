@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "partslist/partslist.hpp"
 #include "shell/list_gestures.hpp"
 #include "shell/shell.hpp"
@@ -23,6 +25,30 @@ void NumberSheets(ListView& list) {
     }
 }
 
+bool IsDigits(const std::string& position) {
+    return !position.empty() && position.find_first_not_of("0123456789") == std::string::npos;
+}
+
+// Positions that were read from a drawing have no leading zeros; sorted as texts, they need them.
+void PadPositions(ListView& list) {
+    std::size_t widest = 0;
+    for (std::size_t row = 1; row <= list.Count(); ++row) {
+        const std::string& position = list.SubItem(row, kPosition);
+        widest = std::max(widest, IsDigits(position) ? position.size() : 0);
+    }
+    for (std::size_t row = 1; row <= list.Count(); ++row) {
+        const std::string& position = list.SubItem(row, kPosition);
+        if (IsDigits(position) && position.size() < widest) {
+            list.SetSubItem(row, kPosition, std::string(widest - position.size(), '0') + position);
+        }
+    }
+}
+
+void NumberRows(ListView& list) {
+    NumberPositions(list);
+    NumberSheets(list);
+}
+
 void ShowInPicker(controls::ComboBox& picker, controls::Button& apply, const std::string& value) {
     picker.SetText(value);
     picker.SetEnabled(true);
@@ -43,10 +69,15 @@ void Drop(Form1& form, int x, int y) {
     if (target_name.empty() || target_name == list.Row(*pressed).text) {
         return;
     }
-    shell::MoveRow(form, list, kPosition, form.parts_drag.index, *target,
+    const std::size_t moved = shell::MovedRow(list, form.parts_drag);
+    PadPositions(list);
+    // Also where the window is closed while the list yields: the sorting must not be saved.
+    const struct NumberedAfterwards {
+        ListView& list;
+        ~NumberedAfterwards() { NumberRows(list); }
+    } numbered{list};
+    shell::MoveRow(form, list, kPosition, moved, *target,
                    list.RowWithText(target_name).value_or(0));
-    NumberPositions(list);
-    NumberSheets(list);
 }
 
 } // namespace
@@ -85,6 +116,14 @@ void ListView1_MouseUp(Form1& form, int button, int /*shift*/, int x, int y) {
 
 void ListView1_MenuKey(Form1& form) {
     form.show_popup(form.m_Tabulka, controls::PopupPlace::kCurrentRow);
+}
+
+void ListView1_MoveKey(Form1& form, int rows) {
+    if (const auto moved = shell::NeighbourOfCurrentRow(form.ListView1, rows)) {
+        form.ListView1.Move(*form.ListView1.CurrentRow(), *moved);
+        form.ListView1.EnsureVisible(*moved);
+        NumberRows(form.ListView1);
+    }
 }
 
 void m_Pridat_Click(Form1& form) {

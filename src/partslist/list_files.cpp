@@ -65,7 +65,7 @@ void SaveToChosenFile(Form1& form) {
     const std::string path = dialog.file_name;
     if (form.ports.files.Exists(path) &&
         !form.ports.message_boxes.AskYesNo("Přepsat Existujcí Soubor")) {
-        shell::stat(form, "Ulozeni preruseno");
+        shell::Refuse(form, "Ulozeni preruseno");
         return;
     }
     Save(form, path);
@@ -95,7 +95,7 @@ template <typename Body>
 void TrapLoading(Form1& form, Body&& body) {
     shell::Trap(body, [&form](const automation::RunTimeError& error) {
         shell::ShowRowCount(form);
-        shell::stat(form, "Nacteni Error " + shell::ErrorText(error));
+        shell::ShowError(form, error, "Nacteni Error ");
     });
 }
 

@@ -7,6 +7,7 @@
 //   ListView1_MouseDown  right: the popup menu; left: the start of a drag
 //   ListView1_MouseUp    left: the drop
 //   ListView1_MenuKey    the popup menu by keyboard
+//   ListView1_MoveKey    Alt and an arrow key: the current row moves by one
 //   m_Pridat_Click       "Přidat"
 //   m_Smazat_Click       "Smazat"
 //   Combo1_KeyPress to Combo4_KeyPress  a key in a picker: Enter applies its text
@@ -30,6 +31,7 @@ void ListView1_ItemCheck(Form1& form, std::size_t row);
 void ListView1_MouseDown(Form1& form, int button, int shift, int x, int y);
 void ListView1_MouseUp(Form1& form, int button, int shift, int x, int y);
 void ListView1_MenuKey(Form1& form);
+void ListView1_MoveKey(Form1& form, int rows);
 void m_Pridat_Click(Form1& form);
 void m_Smazat_Click(Form1& form);
 

@@ -14,7 +14,7 @@ using controls::ComboBox;
 // Gives the picker's text to the field of every selected row, and remembers it.
 void Apply(Form1& form, ComboBox& picker, controls::PartField field) {
     controls::ListView& list = form.ListView1;
-    const std::string value = picker.Text();
+    const std::string value = text::WithLineFeeds(picker.Text());
     for (std::size_t row = 1; row <= list.Count(); ++row) {
         if (list.Row(row).selected) {
             list.SetSubItem(row, field, value);

@@ -8,7 +8,7 @@ namespace partslist {
 template <typename Body>
 void TrapSaving(controls::Form1& form, Body&& body) {
     shell::Trap(body, [&form](const automation::RunTimeError& error) {
-        shell::stat(form, "Ulozeni Error " + shell::ErrorText(error));
+        shell::ShowError(form, error, "Ulozeni Error ");
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "sheets/sheet_action.hpp"
 #include "sheets/sheets.hpp"
+#include "shell/explanations.hpp"
 #include "shell/shell.hpp"
 #include "text/text.hpp"
 
@@ -47,8 +48,8 @@ void Command32_Click(Form1& form) {
 void Command31_Click(Form1& form) {
     shell::TrapToStatus(form, [&form] {
         if (const auto drawing = DrawingOf(form, shell::CatiaApplication(form).ActiveDocument())) {
-            static_cast<void>(drawing->Sheets().Add(
-                static_cast<double>(form.ports.clock.SecondsSinceMidnight())));
+            static_cast<void>(drawing->Sheets().Add(form.ports.clock.SecondsSinceMidnight()));
+            shell::Explain(form, shell::SheetCreated());
         }
     });
 }

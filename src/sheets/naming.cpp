@@ -4,6 +4,7 @@
 #include "sheets/sheet_action.hpp"
 #include "sheets/sheet_names.hpp"
 #include "sheets/sheets.hpp"
+#include "shell/explanations.hpp"
 #include "shell/shell.hpp"
 #include "text/text.hpp"
 
@@ -56,17 +57,19 @@ void NumberRange(Form1& form) {
     }
     const auto pieces = text::Split(answer, "-");
     if (pieces.size() != 2) {
-        shell::stat(form, "Spatny pocet listu");
+        shell::Refuse(form, "Spatny pocet listu");
         return;
     }
     double number = text::LeadingNumber(pieces[0]);
     // The range says which numbers are written; it is always the first sheets that get them.
     const double steps = std::nearbyint(text::LeadingNumber(pieces[1]) - number + 1);
     const int count = sheets.Count();
-    for (int sheet = 1; sheet <= count && sheet <= steps; ++sheet) {
-        sheets.Item(sheet).SetName(text::PlainDecimal(number));
+    int done = 0;
+    while (done < count && done < steps) {
+        sheets.Item(++done).SetName(text::PlainDecimal(number));
         ++number;
     }
+    shell::Explain(form, shell::SheetsNumbered(done));
 }
 
 void NameDirectly(Form1& form) {
@@ -84,6 +87,7 @@ void NameDirectly(Form1& form) {
     for (int sheet = 1; sheet <= count; ++sheet) {
         sheets->Item(sheet).SetName(names.slots.at(static_cast<std::size_t>(sheet - 1)));
     }
+    shell::Explain(form, shell::SheetsNamed(count));
 }
 
 } // namespace

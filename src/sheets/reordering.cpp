@@ -1,5 +1,7 @@
+#include "automation/run_time_error.hpp"
 #include "sheets/sheet_action.hpp"
 #include "sheets/sheets.hpp"
+#include "shell/explanations.hpp"
 #include "shell/shell.hpp"
 
 namespace sheets {
@@ -22,6 +24,9 @@ void ApplyOrder(Form1& form) {
     }
     const catia::DrawingSheets sheets = drawing->Sheets();
     const catia::DrawingRoot root = drawing->DrawingRoot();
+    if (form.ListView3.Count() == 0) {
+        throw automation::SubscriptOutOfRange(); // there is no array without elements
+    }
     shell::stat(form, "Nacitam Sheets");
     std::vector<catia::DrawingSheet> order;
     for (std::size_t row = 1; row <= form.ListView3.Count(); ++row) {
@@ -44,6 +49,7 @@ void SwapFirstTwo(Form1& form) {
     const catia::DrawingSheet first = sheets.Item(1);
     const catia::DrawingSheet second = sheets.Item(2);
     root.reorder_Sheets({second, first});
+    shell::Explain(form, shell::SheetsSwapped());
 }
 
 } // namespace

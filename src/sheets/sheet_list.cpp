@@ -1,5 +1,3 @@
-#include <variant>
-
 #include "sheets/sheet_action.hpp"
 #include "sheets/sheets.hpp"
 #include "shell/list_gestures.hpp"
@@ -15,13 +13,8 @@ using controls::ListView;
 // The answer is compared with the number 1: a detail sheet that CATIA reports as the boolean true,
 // which is -1 as a number, counts as a working sheet.
 bool IsOne(const automation::Value& answer) {
-    if (const auto* integer = std::get_if<std::int32_t>(&answer.storage())) {
-        return *integer == 1;
-    }
-    if (const auto* real = std::get_if<double>(&answer.storage())) {
-        return *real == 1;
-    }
-    return false;
+    return (answer.Is<std::int32_t>() || answer.Is<double>() || answer.Is<float>()) &&
+           answer.AsReal() == 1;
 }
 
 void Load(Form1& form) {
@@ -61,9 +54,10 @@ void Press(Form1& form, int x, int y) {
     }
     WriteSortKeys(list);
     shell::PressRow(list, form.sheets_drag, x, y);
-    // Detail sheets stay where they are: no row has the number 0.
-    if (form.sheets_drag.row != 0 && !list.Row(form.sheets_drag.index).tag.empty()) {
-        form.sheets_drag.index = 0;
+    // Detail sheets stay where they are: no row has the id 0.
+    if (form.sheets_drag.row != 0 &&
+        !list.Row(shell::MovedRow(list, form.sheets_drag)).tag.empty()) {
+        form.sheets_drag.moved = 0;
     }
 }
 
@@ -81,7 +75,8 @@ void Drop(Form1& form, int x, int y) {
     if (!list.Row(target_index).tag.empty()) {
         return;
     }
-    shell::MoveRow(form, list, controls::kSortKey, form.sheets_drag.index, *target, target_index);
+    shell::MoveRow(form, list, controls::kSortKey, shell::MovedRow(list, form.sheets_drag), *target,
+                   target_index);
 }
 
 } // namespace
@@ -131,6 +126,15 @@ void ListView3_MouseUp(Form1& form, int button, int /*shift*/, int x, int y) {
 
 void ListView3_MenuKey(Form1& form) {
     form.show_popup(form.m_sheets, controls::PopupPlace::kCurrentRow);
+}
+
+void ListView3_MoveKey(Form1& form, int rows) {
+    ListView& list = form.ListView3;
+    const auto moved = shell::NeighbourOfCurrentRow(list, rows);
+    if (moved && list.Row(*moved).tag.empty() && list.Row(*list.CurrentRow()).tag.empty()) {
+        list.Move(*list.CurrentRow(), *moved);
+        list.EnsureVisible(*moved);
+    }
 }
 
 void m_Sheet_pridej_Click(Form1& form) {

@@ -3,9 +3,8 @@
 //
 // Actions:
 //   Command21_Click      "Načíst Sheets z catie"
-//   ListView3_Click, ListView3_ItemCheck, ListView3_MouseDown, ListView3_MouseUp, ListView3_MenuKey
-//   m_Sheet_pridej_Click "Pridat"
-//   m_Sheet_smaz_Click   "Smazat"
+//   ListView3_Click, ListView3_ItemCheck, ListView3_MouseDown, ListView3_MouseUp,
+//   ListView3_MenuKey, ListView3_MoveKey m_Sheet_pridej_Click "Pridat" m_Sheet_smaz_Click "Smazat"
 //   Text5_KeyPress       Enter: the text becomes the current row's new name
 //   Command28_Click      the picture button beside it, likewise
 //   Command35_Click      "Sheet generovat"
@@ -35,6 +34,7 @@ void ListView3_ItemCheck(Form1& form, std::size_t row);
 void ListView3_MouseDown(Form1& form, int button, int shift, int x, int y);
 void ListView3_MouseUp(Form1& form, int button, int shift, int x, int y);
 void ListView3_MenuKey(Form1& form);
+void ListView3_MoveKey(Form1& form, int rows);
 void m_Sheet_pridej_Click(Form1& form);
 void m_Sheet_smaz_Click(Form1& form);
 void Text5_KeyPress(Form1& form, int key);

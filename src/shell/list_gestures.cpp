@@ -1,5 +1,6 @@
 #include "shell/list_gestures.hpp"
 
+#include "automation/run_time_error.hpp"
 #include "shell/shell.hpp"
 
 namespace shell {
@@ -22,7 +23,7 @@ void PressRow(const ListView& list, controls::Drag& drag, int x, int y) {
         return;
     }
     drag.row = list.Row(*row).id;
-    drag.index = list.RowWithText(list.Row(*row).text).value_or(0);
+    drag.moved = list.Row(list.RowWithText(list.Row(*row).text).value_or(*row)).id;
 }
 
 bool CanDrag(controls::Form1& form, const ListView& list, std::size_t row) {
@@ -38,6 +39,26 @@ std::optional<std::size_t> DraggedRow(controls::Form1& form, const ListView& lis
     return row;
 }
 
+std::size_t MovedRow(const ListView& list, const controls::Drag& drag) {
+    const auto row = list.RowWithId(drag.moved);
+    if (!row) {
+        throw automation::IndexOutOfBounds();
+    }
+    return *row;
+}
+
+std::optional<std::size_t> NeighbourOfCurrentRow(const ListView& list, int rows) {
+    const auto current = list.CurrentRow();
+    if (!current) {
+        return std::nullopt;
+    }
+    const auto row = static_cast<std::ptrdiff_t>(*current) + rows;
+    if (row < 1 || row > static_cast<std::ptrdiff_t>(list.Count())) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(row);
+}
+
 void MoveRow(controls::Form1& form, ListView& list, std::size_t key, std::size_t moved,
              std::size_t target, std::size_t target_index) {
     // The keys get a digit more: the moved row sorts just before the target's or just after it.
@@ -48,9 +69,12 @@ void MoveRow(controls::Form1& form, ListView& list, std::size_t key, std::size_t
             list.SetSubItem(row, key, list.SubItem(row, key) + "2");
         }
     }
+    const struct SortedWhile {
+        ListView& list;
+        ~SortedWhile() { list.SetSorted(std::nullopt); }
+    } sorted{list};
     list.SetSorted(key);
     DoEvents(form);
-    list.SetSorted(std::nullopt);
 }
 
 } // namespace shell

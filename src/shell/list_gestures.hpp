@@ -19,10 +19,18 @@ bool CanDrag(controls::Form1& form, const controls::ListView& list, std::size_t 
 std::optional<std::size_t> DraggedRow(controls::Form1& form, const controls::ListView& list,
                                       const controls::Drag& drag);
 
+// The row that a drop moves. Raises 35600 where there is none, or none any more.
+std::size_t MovedRow(const controls::ListView& list, const controls::Drag& drag);
+
+// The row that stands `rows` below the current one (above it where negative); nothing where there
+// is none.
+std::optional<std::size_t> NeighbourOfCurrentRow(const controls::ListView& list, int rows);
+
 // Moves row `moved` to the place of row `target`: before it when `target_index`, the first row of
 // the target's name, stands above `moved`, else after it. The rows are sorted by the texts of
 // `key`, a sub-item whose texts rise from row to row and are left changed; the list yields once
-// while it is sorted. Raises 35600 where a row does not exist.
+// while it is sorted, which raises 18 where the window was closed meanwhile. Raises 35600 where a
+// row does not exist.
 void MoveRow(controls::Form1& form, controls::ListView& list, std::size_t key, std::size_t moved,
              std::size_t target, std::size_t target_index);
 

@@ -39,6 +39,9 @@ bool Spusteni_Catie(Form1& form) {
     if (form.Check2.Value() == 1) {
         Nastav_Navrch(form, form.hWnd);
     }
+    if (!found) {
+        form.StatusBar1.SetState(controls::ActionState::kNone);
+    }
     return found;
 }
 
@@ -66,7 +69,7 @@ bool IsDrawing(Form1& form, const std::string& document_name) {
 }
 
 void SayThereIsNoDrawing(Form1& form) {
-    stat(form, "Neni aktivni CATDrawing");
+    Refuse(form, "Neni aktivni CATDrawing");
 }
 
 } // namespace shell

@@ -31,8 +31,15 @@ void Vycentruj(Form1& form);
 void Nastav_Navrch(Form1& form, platform::WindowHandle window);
 void Zrus_Navrch(Form1& form, platform::WindowHandle window);
 
-// Shows a message on the status line. Neither waits nor handles messages.
+// Shows a message on the status line, as one of an action that runs; the explanation of the text
+// before goes. Neither waits nor handles messages.
 void stat(Form1& form, const std::string& tt);
+// Shows a message that ends an action which had nothing to work on.
+void Refuse(Form1& form, const std::string& message);
+// Says in a balloon what the status line does not: what a successful action did or found.
+void Explain(Form1& form, const std::string& text);
+// The action has ended by an error: why, in a balloon.
+void ExplainError(Form1& form, const automation::RunTimeError& error);
 // Shows the number of parts-list rows beside the status line.
 void ShowRowCount(Form1& form);
 void SetMousePointer(Form1& form, controls::MousePointer pointer);
@@ -47,6 +54,8 @@ void DoEvents(Form1& form);
 
 // An error as the status line shows it: the number, a blank and the description.
 std::string ErrorText(const automation::RunTimeError& error);
+// Shows the error that has ended an action on the status line, behind `words`.
+void ShowError(Form1& form, const automation::RunTimeError& error, const std::string& words = {});
 
 // The trap of an action: runs `body`, and where that raises an error, `handler` with it. Nothing
 // but an action traps, and each at most once; what was done before the error stays done.
@@ -59,24 +68,31 @@ void Trap(Body&& body, Handler&& handler) {
     }
 }
 
-// The trap of actions that end without a word.
+// The trap of gestures, which end without a word.
 template <typename Body>
 void TrapSilently(Body&& body) {
     Trap(body, [](const automation::RunTimeError&) {});
 }
 
+// The trap of actions whose status line keeps its last text; the error goes into the explanation.
+template <typename Body>
+void TrapExplaining(Form1& form, Body&& body) {
+    Trap(body, [&form](const automation::RunTimeError& error) { ExplainError(form, error); });
+}
+
 // The trap of actions that show the error on the status line.
 template <typename Body>
 void TrapToStatus(Form1& form, Body&& body) {
-    Trap(body, [&form](const automation::RunTimeError& error) { stat(form, ErrorText(error)); });
+    Trap(body, [&form](const automation::RunTimeError& error) { ShowError(form, error); });
 }
 
 // Whether a window of this title belongs to a CATIA V5 session: the title begins with
 // "CATIASessionWnd" or "CATIA V5", in any letter case. The words further in do not count.
 bool IsCatiaTitle(std::string_view title);
 
-// Whether a CATIA V5 session runs. Says so on the status line, lists the titles of all windows in
-// List1 and puts the program's window back on top, since the search may bring others forward.
+// Whether a CATIA V5 session runs; where none does, the action has nothing to work on. Says so on
+// the status line, lists the titles of all windows in List1 and puts the program's window back on
+// top, since the search may bring others forward.
 bool Spusteni_Catie(Form1& form);
 // The search itself: every top-level window through Projdi_Okno.
 bool Hledani_Catie(Form1& form);

@@ -1,5 +1,7 @@
 #include "structure/structure_text.hpp"
 
+#include "structure/structure.hpp"
+
 #include "text/text.hpp"
 
 namespace structure {
@@ -28,6 +30,24 @@ StructureLine ParseStructureLine(std::string_view line) {
         parsed.kind = LineKind::kLeaf;
     }
     return parsed;
+}
+
+std::string PastedLines(std::string_view pasted) {
+    std::string lines;
+    std::size_t start = 0;
+    for (std::size_t end = pasted.find('\n'); end != std::string_view::npos;
+         end = pasted.find('\n', start)) {
+        std::string_view line = pasted.substr(start, end - start);
+        if (line.ends_with('\r')) {
+            line.remove_suffix(1);
+        }
+        line = line.substr(0, line.find_last_not_of('\t') + 1);
+        lines += line;
+        lines += "\r\n";
+        start = end + 1;
+    }
+    lines += pasted.substr(start);
+    return lines;
 }
 
 std::string TopLine(const std::string& part_number) {

@@ -1,3 +1,4 @@
+#include "shell/shell.hpp"
 #include "structure/structure.hpp"
 #include "text/text.hpp"
 
@@ -14,7 +15,7 @@ void Command1_Click(Form1& form) {
 
 void Command2_Click(Form1& form) {
     Command1_Click(form);
-    form.StatusBar1.SetPanelText(1, "6");
+    shell::stat(form, "6");
     form.StatusBar1.SetPanelText(2, "3");
 }
 

@@ -13,6 +13,8 @@ using controls::kAssemblyImage;
 using controls::kPartImage;
 using controls::TreeView;
 
+const std::string kSkipped = "Preskoceno radku: ";
+
 // Whether the line is placed, or has nothing to place.
 bool AddNode(TreeView& tree, const StructureLine& line) {
     const std::string text(line.part_number);
@@ -45,19 +47,15 @@ bool AddNode(TreeView& tree, const StructureLine& line) {
 
 } // namespace
 
-void Command5_Click(Form1& form) {
-    if (form.Text1.Text().empty()) {
-        return;
-    }
+SkippedLines FillTree(Form1& form) {
     TreeView& tree = form.TreeView1;
     tree.Clear();
     std::size_t line_number = 0;
-    std::size_t skipped = 0;
-    std::size_t first_skipped = 0;
+    SkippedLines skipped;
     for (const std::string_view line : text::Split(text::TrimBlanks(form.Text1.Text()), "\r\n")) {
         ++line_number;
-        if (!AddNode(tree, ParseStructureLine(line)) && skipped++ == 0) {
-            first_skipped = line_number;
+        if (!AddNode(tree, ParseStructureLine(line)) && skipped.count++ == 0) {
+            skipped.first = line_number;
         }
     }
     for (std::size_t node = 1; node <= tree.Count(); ++node) {
@@ -67,9 +65,19 @@ void Command5_Click(Form1& form) {
     if (tree.Count() > 0) {
         tree.EnsureVisible(1);
     }
-    if (skipped > 0) {
-        shell::stat(form, "Preskoceno radku: " + std::to_string(skipped) + " prvni je radek " +
-                              std::to_string(first_skipped));
+    return skipped;
+}
+
+void Command5_Click(Form1& form) {
+    if (form.Text1.Text().empty()) {
+        return;
+    }
+    const SkippedLines skipped = FillTree(form);
+    if (skipped.count > 0) {
+        shell::stat(form, kSkipped + std::to_string(skipped.count) + " prvni je radek " +
+                              std::to_string(skipped.first));
+    } else if (form.StatusBar1.PanelText(1).starts_with(kSkipped)) {
+        shell::stat(form, ""); // what it says is mended
     }
 }
 

@@ -1,4 +1,5 @@
 #include "catia/session.hpp"
+#include "shell/explanations.hpp"
 #include "shell/shell.hpp"
 #include "structure/structure.hpp"
 #include "structure/structure_text.hpp"
@@ -14,25 +15,31 @@ void WalkActiveProduct(Form1& form) {
     }
     shell::SetMousePointer(form, controls::MousePointer::kHourglass);
     form.Text1.SetText("");
+    form.walked_text.clear();
     form.PocetSestav = 0;
     form.PocetPartu = 0;
 
     const catia::Document document = shell::WaitForCatia(form).ActiveDocument();
     if (!text::ContainsIgnoringCase(document.Name(), ".CATProduct")) {
         shell::SetMousePointer(form, controls::MousePointer::kDefault);
-        shell::stat(form, "Neni aktivni CATProduct");
+        shell::Refuse(form, "Neni aktivni CATProduct");
         return;
     }
 
     const catia::Product top = catia::ProductDocument(document).Product();
     const std::string part_number = top.PartNumber();
     zapsat(form, TopLine(part_number));
-    const catia::Products children = top.Products();
-    OtevreniStromu(form, children, children.Count(), part_number, part_number);
+    OtevreniStromu(form, top, part_number, part_number);
+    if (form.Text1.Text() != form.walked_text) { // the person has typed into it meanwhile
+        form.Text1.SetText(form.walked_text);
+    }
 
     shell::stat(form, "Sestav: " + std::to_string(form.PocetSestav) +
                           " Partu: " + std::to_string(form.PocetPartu));
-    Command5_Click(form);
+    const SkippedLines skipped = FillTree(form);
+    if (skipped.count > 0) {
+        shell::Explain(form, shell::LinesSkipped(skipped.count, skipped.first));
+    }
     shell::SetMousePointer(form, controls::MousePointer::kDefault);
 }
 
@@ -42,30 +49,36 @@ void Command3_Click(Form1& form) {
     shell::Trap([&form] { WalkActiveProduct(form); },
                 [&form](const automation::RunTimeError& error) {
                     shell::SetMousePointer(form, controls::MousePointer::kDefault);
-                    shell::stat(form, shell::ErrorText(error));
+                    shell::ShowError(form, error);
                 });
 }
 
-void OtevreniStromu(Form1& form, const catia::Products& children, int count,
-                    const std::string& part_number, const std::string& otec) {
+Children ReadChildren(const catia::Product& product) {
+    const catia::Products products = product.Products();
+    return {products, products.Count()};
+}
+
+void OtevreniStromu(Form1& form, const catia::Product& stromProductTMP,
+                    const std::string& part_number, const std::string& otec,
+                    const std::optional<Children>& known_children) {
     const std::string announcement = "Product: " + part_number + " Part: ";
     // Uroven is lowered at the end and nowhere else: a walk that an error ended leaves it raised.
     ++form.Uroven;
     shell::DoEvents(form);
     ++form.PocetSestav;
-    for (int i = 1; i <= count; ++i) {
-        const catia::Product child = children.Item(i);
+    const Children children = known_children ? *known_children : ReadChildren(stromProductTMP);
+    for (int i = 1; i <= children.count; ++i) {
+        const catia::Product child = children.products.Item(i);
         const std::string child_number = child.PartNumber();
-        const catia::Products grandchildren = child.Products();
-        const int grandchild_count = grandchildren.Count();
+        const Children grandchildren = ReadChildren(child);
         shell::stat(form, announcement + child_number);
-        if (grandchild_count == 0) {
+        if (grandchildren.count == 0) {
             ++form.PocetPartu;
             zapsat(form, LeafLine(form.Uroven, child_number, otec));
         } else {
             const std::string path = InstancePath(otec, child_number, form.PocetSestav);
             zapsat(form, AssemblyLine(form.Uroven, child_number, otec, path));
-            OtevreniStromu(form, grandchildren, grandchild_count, child_number, path);
+            OtevreniStromu(form, child, child_number, path, grandchildren);
         }
     }
     --form.Uroven;
@@ -73,6 +86,7 @@ void OtevreniStromu(Form1& form, const catia::Products& children, int count,
 
 void zapsat(Form1& form, const std::string& t) {
     form.Text1.Append("\r\n" + t);
+    form.walked_text += "\r\n" + t;
 }
 
 } // namespace structure

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "automation/run_time_error.hpp"
+#include "shell/explanations.hpp"
 #include "text/text.hpp"
 
 namespace tables {
@@ -11,9 +12,16 @@ namespace {
 
 using Fields = std::vector<std::string_view>;
 
-void FillSlots(Slots& slots, const Fields& fields) {
+automation::RunTimeError SubscriptOutOfRange(std::string reason) {
+    automation::RunTimeError error = automation::SubscriptOutOfRange();
+    error.reason = std::move(reason);
+    return error;
+}
+
+void FillSlots(Slots& slots, const Fields& fields, std::size_t line_number) {
     if (fields.size() - 1 > slots.size()) {
-        throw automation::SubscriptOutOfRange();
+        throw SubscriptOutOfRange(
+            shell::TooManyValues(line_number, fields.size() - 1, slots.size()));
     }
     for (std::size_t value = 1; value < fields.size(); ++value) {
         slots[value - 1] = fields[value];
@@ -24,7 +32,9 @@ void FillSlots(Slots& slots, const Fields& fields) {
 
 Configuration ParseConfiguration(std::string_view text, std::string_view widths_key) {
     Configuration configuration;
+    std::size_t line_number = 0;
     for (const std::string_view line : text::Split(text, "\r\n")) {
+        ++line_number;
         const Fields fields = text::Split(line, ";");
         if (fields.size() < 2) {
             continue;
@@ -32,18 +42,18 @@ Configuration ParseConfiguration(std::string_view text, std::string_view widths_
         const std::string_view key = fields[0];
         const std::string_view value = fields[1];
         if (key == "/razeni") {
-            FillSlots(configuration.column_order, fields);
+            FillSlots(configuration.column_order, fields, line_number);
         } else if (key == "/vyska1") {
             configuration.header_row_height = value;
         } else if (key == "/vyska2") {
             configuration.body_row_height = value;
         } else if (key == widths_key) {
-            FillSlots(configuration.widths, fields);
+            FillSlots(configuration.widths, fields, line_number);
         } else if (key == "/hlavicka") {
-            FillSlots(configuration.headers, fields);
+            FillSlots(configuration.headers, fields, line_number);
         } else if (key == "/pozice") {
             if (fields.size() < 3) {
-                throw automation::SubscriptOutOfRange();
+                throw SubscriptOutOfRange(shell::PositionWithoutY(line_number));
             }
             configuration.x = text::LeadingNumber(value);
             configuration.y = text::LeadingNumber(fields[2]);

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "automation/run_time_error.hpp"
+#include "shell/explanations.hpp"
 #include "shell/shell.hpp"
 #include "tables/configuration.hpp"
 #include "tables/drawing_action.hpp"
@@ -14,19 +15,19 @@ namespace tables {
 namespace {
 
 constexpr int kColumnWidth = 20; // mm, until every column gets its own
-constexpr std::size_t kName = 0;
 
-// A new table, and what it was asked to be.
+// A new table, what it was asked to be, and the list that goes into it.
 struct NewTable {
     catia::DrawingTable table;
     const Configuration& configuration;
+    const Parts& parts;
     int rows;
 };
 
 // What tells the ways of creating a table apart; everything else is the same.
 struct Manner {
     std::string_view widths_key;
-    int (*rows)(const controls::ListView& list, const Configuration& configuration);
+    int (*rows)(const Parts& parts, const Configuration& configuration);
     bool anchor_before_row_height;
     void (*fill)(Form1& form, const NewTable& created);
 };
@@ -42,28 +43,31 @@ int WholeNumber(double number) {
 // What a column-order slot takes from a parts-list row: its name, its position as a number, or one
 // of its fields as text. An empty slot is the name; one that is no number raises 13, one beyond the
 // list's columns raises 380.
-automation::Value CellValue(const controls::ListView& list, std::size_t row,
-                            const std::string& slot) {
+automation::Value CellValue(const PartTexts& part, const std::string& slot) {
+    const auto refuse = [&slot](automation::RunTimeError error) {
+        error.reason = shell::NoColumnOfTheList(slot);
+        return error;
+    };
     const auto number = slot.empty() ? 0 : text::Number(slot);
     if (!number) {
-        throw automation::TypeMismatch();
+        throw refuse(automation::TypeMismatch());
     }
     if (*number < 0) {
-        throw automation::InvalidPropertyValue();
+        throw refuse(automation::InvalidPropertyValue());
     }
     const auto field = static_cast<std::size_t>(WholeNumber(*number));
-    if (field == kName) {
-        return list.Row(row).text;
+    if (field >= part.size()) {
+        throw refuse(automation::InvalidPropertyValue());
     }
-    const std::string& value = list.SubItem(row, field);
     if (field == controls::kPosition) {
-        return text::LeadingNumber(value);
+        return text::LeadingNumber(part[field]);
     }
-    return value;
+    return part[field];
 }
 
-int RowsForTheList(const controls::ListView& list, const Configuration& configuration) {
-    return WholeNumber(static_cast<double>(list.Count()) + 1 + configuration.free_rows);
+int RowsForTheList(const Parts& parts, const Configuration& configuration) {
+    return WholeNumber(static_cast<double>(parts.rows.size()) + 1 +
+                       WholeNumber(configuration.free_rows));
 }
 
 // From the bottom up: the first row of the list stands at the bottom of the table.
@@ -72,22 +76,22 @@ void FillWithTheList(Form1& form, const NewTable& created) {
     for (int row = created.rows; row >= free_rows + 2; --row) {
         shell::stat(form, "Catie doplnuje radku " + Progress(row, created.rows));
         shell::DoEvents(form);
-        const auto list_row = static_cast<std::size_t>(created.rows + 1 - row);
+        const PartTexts& part = created.parts.rows.at(static_cast<std::size_t>(created.rows - row));
         for (int column = 1; column <= kColumns; ++column) {
             const std::string& slot =
                 created.configuration.column_order.at(static_cast<std::size_t>(column - 1));
-            created.table.SetCellString(row, column, CellValue(form.ListView1, list_row, slot));
+            created.table.SetCellString(row, column, CellValue(part, slot));
         }
     }
 }
 
-int HeaderAndOneRow(const controls::ListView& /*list*/, const Configuration& /*configuration*/) {
+int HeaderAndOneRow(const Parts& /*parts*/, const Configuration& /*configuration*/) {
     return 2;
 }
 
 // The last column stays empty.
-void FillWithTheCurrentRow(Form1& form, const NewTable& created) {
-    const auto values = PartValues(form.ListView1, CurrentPart(form));
+void FillWithTheCurrentRow(Form1& /*form*/, const NewTable& created) {
+    const auto values = PartValues(CurrentPart(created.parts));
     created.table.SetCellString(2, 1, values[0]); // written twice, as it always was
     for (std::size_t value = 0; value < values.size(); ++value) {
         created.table.SetCellString(2, static_cast<int>(value) + 1, values[value]);
@@ -117,10 +121,10 @@ void SetAnchorPoint(Form1& form, const NewTable& created) {
     }
 }
 
-void CreateTable(Form1& form, const Manner& manner) {
+void CreateTable(Form1& form, const Parts& parts, const Manner& manner) {
     const Configuration configuration = ParseConfiguration(form.Text2.Text(), manner.widths_key);
     shell::SetMousePointer(form, controls::MousePointer::kHourglass);
-    const int rows = manner.rows(form.ListView1, configuration);
+    const int rows = manner.rows(parts, configuration);
     const auto drawing = OpenActiveDrawing(form);
     if (!drawing) {
         shell::SetMousePointer(form, controls::MousePointer::kDefault);
@@ -132,7 +136,7 @@ void CreateTable(Form1& form, const Manner& manner) {
     shell::DoEvents(form);
     const NewTable created{tables.Add(configuration.x, configuration.y, rows, kColumns,
                                       configuration.body_row_height, kColumnWidth),
-                           configuration, rows};
+                           configuration, parts, rows};
     const catia::DrawingTable& table = created.table;
 
     if (manner.anchor_before_row_height) {
@@ -179,10 +183,14 @@ void CreateTable(Form1& form, const Manner& manner) {
 // On an error the status line keeps the last announcement, which tells at which step the run
 // stopped, and the pointer stays busy.
 void RunCreation(Form1& form, const Manner& manner) {
-    if (form.ListView1.Count() == 0 || !shell::Spusteni_Catie(form)) {
+    if (form.ListView1.Count() == 0) {
         return;
     }
-    shell::TrapSilently([&] { CreateTable(form, manner); });
+    const Parts parts = TakeParts(form.ListView1);
+    if (!shell::Spusteni_Catie(form)) {
+        return;
+    }
+    shell::TrapExplaining(form, [&] { CreateTable(form, parts, manner); });
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "tables/drawing_action.hpp"
 
 #include "automation/run_time_error.hpp"
+#include "shell/explanations.hpp"
 #include "shell/shell.hpp"
 #include "text/text.hpp"
 
@@ -28,7 +29,7 @@ std::optional<OpenDrawing> OpenActiveDrawing(controls::Form1& form) {
 
 bool HasSelection(controls::Form1& form, const catia::Selection& selection) {
     if (selection.Count2() == 0) {
-        shell::stat(form, "Nejsou vybrany zadny objekty");
+        shell::Refuse(form, "Nejsou vybrany zadny objekty");
         return false;
     }
     return true;
@@ -42,21 +43,37 @@ std::optional<catia::DrawingTable> SelectedTable(const catia::Selection& selecti
     return catia::DrawingTable(first.Value());
 }
 
-std::size_t CurrentPart(const controls::Form1& form) {
-    const auto row = form.ListView1.CurrentRow();
-    if (!row) {
-        throw automation::ObjectVariableNotSet();
+Parts TakeParts(const controls::ListView& list) {
+    Parts parts;
+    for (std::size_t row = 1; row <= list.Count(); ++row) {
+        PartTexts texts{list.Row(row).text};
+        for (std::size_t field = 1; field < list.Columns().size(); ++field) {
+            texts.push_back(list.SubItem(row, field));
+        }
+        parts.rows.push_back(std::move(texts));
     }
-    return *row;
+    if (list.CurrentRow()) {
+        parts.current = *list.CurrentRow() - 1;
+    }
+    return parts;
 }
 
-std::array<automation::Value, 6> PartValues(const controls::ListView& list, std::size_t row) {
-    return {text::LeadingNumber(list.SubItem(row, kPosition)),
-            list.Row(row).text,
-            list.SubItem(row, kQuantity),
-            list.SubItem(row, kSize),
-            list.SubItem(row, kMaterial),
-            list.SubItem(row, kNote)};
+const PartTexts& CurrentPart(const Parts& parts) {
+    if (!parts.current) {
+        automation::RunTimeError error = automation::ObjectVariableNotSet();
+        error.reason = shell::NoCurrentRow();
+        throw error;
+    }
+    return parts.rows[*parts.current];
+}
+
+std::array<automation::Value, 6> PartValues(const PartTexts& part) {
+    return {text::LeadingNumber(part[kPosition]),
+            part[0],
+            part[kQuantity],
+            part[kSize],
+            part[kMaterial],
+            part[kNote]};
 }
 
 std::string Progress(int done, int total) {

@@ -5,6 +5,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "automation/value.hpp"
 #include "catia/session.hpp"
@@ -30,12 +31,21 @@ bool HasSelection(controls::Form1& form, const catia::Selection& selection);
 // The first selected element where it is a table.
 std::optional<catia::DrawingTable> SelectedTable(const catia::Selection& selection);
 
-// The current row of the parts list. Raises 91 (object variable not set) where there is none.
-std::size_t CurrentPart(const controls::Form1& form);
+// The rows of the parts list as they stand when an action begins: the person may change the list
+// while it works. A row is its texts: the name, then the fields by their numbers.
+using PartTexts = std::vector<std::string>;
+struct Parts {
+    std::vector<PartTexts> rows;
+    std::optional<std::size_t> current; // counted from 0
+};
+Parts TakeParts(const controls::ListView& list);
+
+// The current row. Raises 91 (object variable not set) where there is none.
+const PartTexts& CurrentPart(const Parts& parts);
 
 // The six values that a row of the parts list gives to a drawing: position as a number, name,
 // pieces, size, material, note.
-std::array<automation::Value, 6> PartValues(const controls::ListView& list, std::size_t row);
+std::array<automation::Value, 6> PartValues(const PartTexts& part);
 
 // How far the filling of a table is, for the status line.
 std::string Progress(int done, int total);

@@ -1,5 +1,6 @@
 #include <array>
 
+#include "shell/explanations.hpp"
 #include "shell/shell.hpp"
 #include "tables/drawing_action.hpp"
 #include "tables/tables.hpp"
@@ -23,7 +24,7 @@ void WithActiveDrawing(Form1& form, Body&& body) {
     if (!shell::Spusteni_Catie(form)) {
         return;
     }
-    shell::TrapSilently([&] {
+    shell::TrapExplaining(form, [&] {
         if (const auto drawing = OpenActiveDrawing(form)) {
             body(*drawing);
         }
@@ -37,22 +38,23 @@ std::optional<catia::DrawingTable> TableToFill(Form1& form, const catia::Selecti
     }
     auto table = SelectedTable(selection);
     if (!table) {
-        shell::stat(form, "Spatny vyber");
+        shell::Refuse(form, "Spatny vyber");
     }
     return table;
 }
 
-void FillSmallTable(Form1& form, const catia::DrawingTable& table) {
+void FillSmallTable(Form1& form, const Parts& parts, const catia::DrawingTable& table) {
     constexpr int kSmallTableColumns = 6;
     constexpr int kSmallTableRows = 2;
     if (table.NumberOfColumns() != kSmallTableColumns || table.NumberOfRows() != kSmallTableRows) {
-        shell::stat(form, "spatna velikost tabulky");
+        shell::Refuse(form, "spatna velikost tabulky");
         return;
     }
     shell::stat(form, "Vyplnovani tabulky ");
-    const std::size_t row = CurrentPart(form);
-    auto values = PartValues(form.ListView1, row);
-    values[kSizeValue] = WithDiameterSign(form.ListView1.SubItem(row, kSize), DiameterSign(form));
+    const PartTexts& part = CurrentPart(parts);
+    auto values = PartValues(part);
+    values[kSizeValue] = WithDiameterSign(part[kSize], DiameterSign(form));
+    ++form.table_writes;
     for (std::size_t value = 0; value < values.size(); ++value) {
         table.SetCellString(2, static_cast<int>(value) + 1, values[value]);
     }
@@ -66,16 +68,17 @@ void EmptyRow(Form1& form, const catia::DrawingTable& table, int row, int column
     }
 }
 
-void FillRow(Form1& form, const catia::DrawingTable& table, int row, std::size_t list_row) {
-    const controls::ListView& list = form.ListView1;
+// `position` counts the rows of the list from 1.
+void FillRow(Form1& form, const catia::DrawingTable& table, int row, int position,
+             const PartTexts& part) {
     const std::array<std::string, kColumns> texts{
-        std::to_string(list_row),
-        list.Row(list_row).text,
-        list.SubItem(list_row, kQuantity),
-        WithDiameterSign(list.SubItem(list_row, kSize), DiameterSign(form)),
-        list.SubItem(list_row, kMaterial),
-        list.SubItem(list_row, kNote),
-        list.SubItem(list_row, kSheet),
+        std::to_string(position),
+        part[0],
+        part[kQuantity],
+        WithDiameterSign(part[kSize], DiameterSign(form)),
+        part[kMaterial],
+        part[kNote],
+        part[kSheet],
     };
     int column = 0;
     for (const std::string& text : texts) {
@@ -85,18 +88,20 @@ void FillRow(Form1& form, const catia::DrawingTable& table, int row, std::size_t
 
 // From the bottom up: the first row of the list stands at the bottom of the table, and what is left
 // between the header and the last one is emptied.
-void FillWholeTable(Form1& form, const catia::DrawingTable& table) {
+void FillWholeTable(Form1& form, const Parts& parts, const catia::DrawingTable& table) {
     const int rows = table.NumberOfRows();
     const int columns = table.NumberOfColumns();
-    const auto parts = static_cast<int>(form.ListView1.Count());
-    if (columns != kColumns || rows < parts + 1) {
-        shell::stat(form, "spatna velikost tabulky");
+    const auto count = static_cast<int>(parts.rows.size());
+    if (columns != kColumns || rows < count + 1) {
+        shell::Refuse(form, "spatna velikost tabulky");
         return;
     }
     shell::stat(form, "Vyplnovani tabulky ");
     for (int row = rows; row >= 2; --row) {
-        if (row > rows - parts) {
-            FillRow(form, table, row, static_cast<std::size_t>(rows + 1 - row));
+        ++form.table_writes;
+        if (row > rows - count) {
+            const int position = rows + 1 - row;
+            FillRow(form, table, row, position, parts.rows[static_cast<std::size_t>(position - 1)]);
             shell::stat(form, "Vyplnovani tabulky " + Progress(row, rows));
         } else {
             EmptyRow(form, table, row, columns);
@@ -109,17 +114,17 @@ void FillWholeTable(Form1& form, const catia::DrawingTable& table) {
 } // namespace
 
 void Command16_Click(Form1& form) {
-    WithActiveDrawing(form, [&form](const OpenDrawing& drawing) {
+    WithActiveDrawing(form, [&form, parts = TakeParts(form.ListView1)](const OpenDrawing& drawing) {
         if (const auto table = TableToFill(form, drawing.selection)) {
-            FillSmallTable(form, *table);
+            FillSmallTable(form, parts, *table);
         }
     });
 }
 
 void Command30_Click(Form1& form) {
-    WithActiveDrawing(form, [&form](const OpenDrawing& drawing) {
+    WithActiveDrawing(form, [&form, parts = TakeParts(form.ListView1)](const OpenDrawing& drawing) {
         if (const auto table = TableToFill(form, drawing.selection)) {
-            FillWholeTable(form, *table);
+            FillWholeTable(form, parts, *table);
         }
     });
 }
@@ -128,20 +133,23 @@ void Command6_Click(Form1& form) {
     if (form.ListView1.Count() == 0) {
         return;
     }
-    WithActiveDrawing(form, [&form](const OpenDrawing& drawing) {
+    WithActiveDrawing(form, [&form, parts = TakeParts(form.ListView1)](const OpenDrawing& drawing) {
         const catia::DrawingTexts texts = drawing.view.Texts();
+        const auto values = PartValues(CurrentPart(parts));
         // All on one another, for the person to drag them into their places.
-        for (const automation::Value& value : PartValues(form.ListView1, CurrentPart(form))) {
+        for (const automation::Value& value : values) {
             const catia::DrawingText text = texts.Add(value, kTextX, kTextY);
             text.SetFontName(0, 0, kTextFont);
             text.SetFontSize(0, 0, kTextSize);
         }
+        shell::Explain(form, shell::TextsPlaced(values.size()));
     });
 }
 
 void Command8_Click(Form1& form) {
-    WithActiveDrawing(form, [](const OpenDrawing& drawing) {
+    WithActiveDrawing(form, [&form](const OpenDrawing& drawing) {
         static_cast<void>(drawing.view.Texts().Add("ahoj", kTextX, kTextY));
+        shell::Explain(form, shell::TextsPlaced(1));
     });
 }
 

@@ -1,5 +1,7 @@
 #include <array>
+#include <vector>
 
+#include "shell/explanations.hpp"
 #include "shell/shell.hpp"
 #include "tables/drawing_action.hpp"
 #include "tables/tables.hpp"
@@ -75,7 +77,7 @@ std::optional<ReadSelection> ReadParameters(Form1& form) {
 }
 
 std::string CellText(const catia::DrawingTable& table, int row, int column) {
-    return table.GetCellObject(row, column).Text();
+    return text::WithLineFeeds(table.GetCellObject(row, column).Text());
 }
 
 // The parts-list field of each table column from the third on.
@@ -84,8 +86,15 @@ constexpr int kPositionColumn = 1;
 constexpr int kNameColumn = 2;
 constexpr int kSheetColumn = 7;
 
-// Rows without a position and a header whose last heading is "List" are passed over.
-void LoadRow(Form1& form, const catia::DrawingTable& table, int row) {
+// A row of the list as it is read, field by field.
+struct ReadRow {
+    std::string name;
+    std::array<std::string, kNote + 1> fields; // by their numbers
+};
+
+// Reads a row to the end of `rows`. Rows without a position and a header whose last heading is
+// "List" are passed over.
+void LoadRow(Form1& form, const catia::DrawingTable& table, int row, std::vector<ReadRow>& rows) {
     const std::string position = CellText(table, row, kPositionColumn);
     if (position.empty()) {
         return;
@@ -95,29 +104,57 @@ void LoadRow(Form1& form, const catia::DrawingTable& table, int row) {
         return;
     }
     shell::stat(form, "Nacteni radky:" + std::to_string(row));
-    controls::ListView& list = form.ListView1;
-    const std::size_t list_row = list.Add(CellText(table, row, kNameColumn));
-    list.SetSubItem(list_row, kPosition, position);
+    rows.push_back({.name = CellText(table, row, kNameColumn), .fields = {}});
+    auto& fields = rows.back().fields;
+    fields[kPosition] = position;
     int column = kNameColumn;
     for (const controls::PartField field : kColumnFields) {
-        list.SetSubItem(list_row, field, CellText(table, row, ++column));
+        fields.at(field) = CellText(table, row, ++column);
     }
-    list.SetSubItem(list_row, kSheet, sheet);
-    list.SetChecked(list_row, !sheet.empty());
+    fields[kSheet] = sheet;
 }
 
-// From the bottom up, as the table was written.
-void LoadRows(Form1& form, const ReadTable& read) {
-    form.ListView1.Clear();
+// The rows take the place of whatever stands in the list.
+void FillList(Form1& form, const std::vector<ReadRow>& rows) {
+    controls::ListView& list = form.ListView1;
+    list.Clear();
+    for (const ReadRow& read : rows) {
+        const std::size_t row = list.Add(read.name);
+        for (std::size_t field = 1; field < read.fields.size(); ++field) {
+            list.SetSubItem(row, field, read.fields.at(field));
+        }
+        list.SetChecked(row, !read.fields[kSheet].empty());
+    }
     shell::ShowRowCount(form);
+}
+
+// From the bottom up, as the table was written. The list stays empty until all rows are read: what
+// is read at a yield is no list yet, and must not be saved as one where the window is closed.
+void LoadRows(Form1& form, const ReadTable& read) {
+    FillList(form, {});
     if (read.columns != kColumns) {
+        shell::Explain(form, shell::NotSevenColumns(read.columns));
         return;
     }
-    for (int row = read.rows; row >= 1; --row) {
-        LoadRow(form, read.table, row);
-        shell::DoEvents(form);
+    std::vector<ReadRow> rows;
+    const std::uint64_t writes_before = form.table_writes;
+    try {
+        for (int row = read.rows; row >= 1; --row) {
+            LoadRow(form, read.table, row, rows);
+            shell::DoEvents(form);
+        }
+        if (form.table_writes != writes_before) {
+            automation::RunTimeError disturbed = automation::InvalidProcedureCall();
+            disturbed.reason = shell::TableChangedMeanwhile();
+            throw disturbed;
+        }
+    } catch (const automation::RunTimeError& error) {
+        if (error.number != automation::UserInterrupt().number && !form.close_requested) {
+            FillList(form, rows); // what was read
+        }
+        throw;
     }
-    shell::ShowRowCount(form);
+    FillList(form, rows);
     shell::stat(form, "Nacteni tabulky Ok");
 }
 
@@ -127,7 +164,7 @@ void Command10_Click(Form1& form) {
     if (!shell::Spusteni_Catie(form)) {
         return;
     }
-    shell::TrapSilently([&form] {
+    shell::TrapExplaining(form, [&form] {
         if (ReadParameters(form)) {
             shell::stat(form, "Nacteni parametru Ok");
         }
@@ -138,13 +175,13 @@ void Command9_Click(Form1& form) {
     if (!shell::Spusteni_Catie(form)) {
         return;
     }
-    shell::TrapSilently([&form] {
+    shell::TrapExplaining(form, [&form] {
         const auto read = ReadParameters(form);
         if (!read) {
             return;
         }
         if (!read->table) {
-            shell::stat(form, "Spatny vyber"); // and the list stays
+            shell::Refuse(form, "Spatny vyber"); // and the list stays
             return;
         }
         LoadRows(form, *read->table);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 
 namespace text {
 
@@ -65,16 +66,23 @@ std::vector<std::string_view> Split(std::string_view whole, std::string_view sep
 }
 
 std::vector<std::string_view> Lines(std::string_view file) {
-    auto lines = Split(file, "\n");
+    const bool has_pairs = file.find("\r\n") != std::string_view::npos;
+    auto lines = Split(file, has_pairs ? "\r\n" : "\n");
     if (lines.back().empty()) {
         lines.pop_back();
     }
-    for (std::string_view& line : lines) {
-        if (line.ends_with('\r')) {
-            line.remove_suffix(1);
-        }
-    }
     return lines;
+}
+
+std::string WithLineFeeds(std::string_view whole) {
+    std::string changed;
+    for (const std::string_view piece : Split(whole, "\r\n")) {
+        if (piece.data() != whole.data()) {
+            changed += '\n';
+        }
+        changed += piece;
+    }
+    return changed;
 }
 
 std::string_view TrimBlanks(std::string_view whole) {
@@ -121,10 +129,31 @@ std::string PlainDecimal(double number) {
     if (number == 0) {
         return "0"; // and not "-0"
     }
-    std::array<char, 400> digits{}; // the longest finite double has 309 digits before its point
-    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), number,
-                                      std::chars_format::fixed);
-    return {digits.data(), result.ptr};
+    constexpr int kDigitsAfterTheFirst = 14;
+    std::array<char, 32> written{}; // -d.dddddddddddddde-308
+    const auto end =
+        std::to_chars(written.data(), written.data() + written.size(), std::abs(number),
+                      std::chars_format::scientific, kDigitsAfterTheFirst)
+            .ptr;
+    const std::string_view scientific(written.data(), end);
+    const std::size_t mark = scientific.find('e');
+    int exponent = 0; // from_chars takes no plus sign
+    std::from_chars(scientific.data() + mark + (scientific[mark + 1] == '+' ? 2 : 1), end,
+                    exponent);
+    std::string digits;
+    digits += scientific.front();
+    digits += scientific.substr(2, mark - 2);
+    digits.erase(digits.find_last_not_of('0') + 1);
+
+    std::string plain = number < 0 ? "-" : "";
+    if (exponent < 0) {
+        return plain + "0." + std::string(static_cast<std::size_t>(-exponent - 1), '0') + digits;
+    }
+    const auto before_point = static_cast<std::size_t>(exponent) + 1;
+    if (digits.size() <= before_point) {
+        return plain + digits + std::string(before_point - digits.size(), '0');
+    }
+    return plain + digits.substr(0, before_point) + "." + digits.substr(before_point);
 }
 
 bool StartsWithIgnoringCase(std::string_view whole, std::string_view part) {

@@ -12,9 +12,13 @@ namespace text {
 // included. The empty text gives one empty piece.
 std::vector<std::string_view> Split(std::string_view whole, std::string_view separator);
 
-// The lines of a text file: each ends with CR LF or LF alone, the last one may also end with the
-// file. A CR elsewhere belongs to its line. An empty file has no line.
+// The lines of a text file: each ends with CR LF, or with LF alone in a file that has no CR LF; the
+// last one may also end with the file. Every other CR and LF belongs to its line. An empty file has
+// no line.
 std::vector<std::string_view> Lines(std::string_view file);
+
+// `whole` with every CR LF become LF: what a field can hold that is saved in such a file.
+std::string WithLineFeeds(std::string_view whole);
 
 // `whole` without the blanks (only U+0020) at both ends.
 std::string_view TrimBlanks(std::string_view whole);
@@ -35,8 +39,8 @@ std::optional<double> Number(std::string_view whole);
 // `number` in the pattern "000#": at least four digits, leading zeros. 12345 is "12345".
 std::string FourDigits(std::size_t number);
 
-// `number` in its shortest plain decimal form, never with an exponent: "7", "1.5", "-0.25".
-// `number` is finite.
+// `number` in plain decimal form, never with an exponent: "7", "1.5", "-0.25". 15 significant
+// digits, which spare it the noise of binary fractions. `number` is finite.
 std::string PlainDecimal(double number);
 
 // Whether `whole` contains `part`, which is ASCII, without regard to the case of ASCII letters.

@@ -255,13 +255,32 @@ TEST_F(CreateTable, TextsKeepSeparatorsAndCzechLetters) {
     EXPECT_EQ(DrawnRows().back(), R"("1" "a;b@@c" "1" "ø25" "\"ocel\"" "tab\there" "")");
 }
 
-TEST_F(CreateTable, AListChangedAtAYieldEndsTheRunInItsTrap) {
+TEST_F(CreateTable, WritesTheRowsAsTheyStoodWhenItWasPressed) {
     AddThreeRows(list);
+    form.Command11.Click();
+    const auto undisturbed = DrawnRows();
+    Open(testing_support::kEmptyDrawing);
+    events.yields = 0;
+    events.at_yield[2] = [&] { list.Remove(1); };
     events.at_yield[4] = [&] { list.Clear(); };
     form.Command11.Click();
-    EXPECT_EQ(Status(), "Catie doplnuje radku 8/9");
-    EXPECT_TRUE(Busy());
-    EXPECT_TRUE(message_boxes.shown.empty());
+    EXPECT_EQ(Status(), "Tabulka vytvorena Ok ");
+    EXPECT_EQ(DrawnRows(), undisturbed);
+    EXPECT_EQ(list.Count(), 0U);
+}
+
+TEST_F(CreateTable, FreeRowsAreRoundedOnceSoThatNoPartIsLost) {
+    AddThreeRows(list);
+    for (const auto& [free_rows, rows] : {std::pair{"1.5", 6U}, {"0.5", 4U}, {"2.5", 6U}}) {
+        Open(testing_support::kEmptyDrawing);
+        form.Text2.SetText(form.Text4.Text() + "/volny;" + free_rows + "\r\n");
+        form.Command11.Click();
+        EXPECT_EQ(Status(), "Tabulka vytvorena Ok ") << free_rows;
+        ASSERT_EQ(DrawnRows().size(), rows) << free_rows;
+        EXPECT_EQ(DrawnRows().back(), R"("1" "Hřídel" "2" "D25x120" "S235" "kalit" "2")");
+        EXPECT_EQ(DrawnRows()[rows - 3], R"("3" "Šroub M8" "12" "M8x25" "8.8" "DIN 933" "3")")
+            << free_rows;
+    }
 }
 
 TEST_F(CreateTable, ASecondClickAtAYieldRunsAndTheFirstRunGoesOn) {

@@ -82,10 +82,31 @@ TEST_F(ListFiles, AnEmptyFileIsAnEmptyList) {
     EXPECT_EQ(Status(), "Nacteni ok 0");
 }
 
-TEST_F(ListFiles, LinesMayEndInAnyWay) {
-    LoadText("a@@True\nb@@True\r\nc@@True");
+TEST_F(ListFiles, TheLastLineNeedsNoEnd) {
+    LoadText("a@@True\r\nb@@True");
+    EXPECT_EQ(Column(list, 0), (Texts{"a", "b"}));
+    EXPECT_EQ(Status(), "Nacteni ok 2");
+}
+
+TEST_F(ListFiles, LineFeedsAloneEndLinesInAFileThatHasNothingElse) {
+    LoadText("a@@True\nb@@True\nc@@True\n");
     EXPECT_EQ(Column(list, 0), (Texts{"a", "b", "c"}));
     EXPECT_EQ(Status(), "Nacteni ok 3");
+}
+
+TEST_F(ListFiles, LineBreaksInsideEveryFieldSurviveASaveAndALoad) {
+    const Texts fields{"two\nlines", "0001\n", "\r4", "2\r", "\n", "a\rb\nc\r", "last\r"};
+    testing_support::AddRow(list, fields, true);
+    testing_support::AddRow(list, {"Kolo", "0002", "1", "", "", "", ""});
+    chosen_file = kChosen;
+    form.Command17.Click();
+    list.Clear();
+    form.Command27.Click();
+    EXPECT_EQ(Status(), "Nacteni ok 2");
+    ASSERT_EQ(list.Count(), 2U);
+    EXPECT_EQ(testing_support::RowTexts(list, 1), fields);
+    EXPECT_TRUE(list.Row(1).checked);
+    EXPECT_EQ(list.Row(2).text, "Kolo");
 }
 
 TEST_F(ListFiles, ANulByteALoneCrAndALongLineDoNoHarm) {

@@ -116,7 +116,7 @@ TEST_F(Pickers, AFileWithBlankLinesLoadsItsOneValueBlanksIncluded) {
 
 TEST_F(Pickers, LoadingKeepsWhatIsThereAndDropsNoDuplicates) {
     form.Combo1.AddItem("S235");
-    files.stored[kMaterialFile] = "S235\r\nC45\nC45";
+    files.stored[kMaterialFile] = "S235\r\nC45\r\nC45";
     partslist::Nacist_List(form, form.Combo1);
     EXPECT_EQ(form.Combo1.Items(), (Texts{"S235", "S235", "C45", "C45"}));
 }

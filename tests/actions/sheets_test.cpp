@@ -595,8 +595,11 @@ TEST_F(Missing, ATextThatIsNoNumberAddsNothingAndAnAbsurdOneIsRefused) {
 TEST_F(Missing, TheDiagnosticCreatesASheetNamedAfterTheTimeOfDay) {
     Open(kThreeSheets);
     form.Command31.Click();
-    EXPECT_EQ(session.Log().back(), "DrawingSheets.Add(45296.25)");
+    EXPECT_EQ(session.Log().back(), "DrawingSheets.Add(45296.25!)");
     EXPECT_EQ(DrawnSheets().back(), "45296.25");
+    clock.seconds = 45296.13F;
+    form.Command31.Click();
+    EXPECT_EQ(DrawnSheets().back(), "45296.13") << "single precision has seven digits";
     EXPECT_TRUE(messages.empty());
 }
 

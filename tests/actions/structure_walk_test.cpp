@@ -175,15 +175,45 @@ TEST_F(Walk, TheWindowClosedMeanwhileEndsItAtTheNextYieldAndThenCloses) {
     EXPECT_TRUE(message_boxes.shown.empty());
 }
 
-TEST_F(Walk, ASecondWalkStartedAtAYieldRunsAndHarmsNothing) {
+TEST_F(Walk, PressedAgainWhileItRunsItGoesOnAloneAndNothingIsCountedTwice) {
     Open(kSampleProduct);
-    events.at_yield[2] = [&] { form.Command3.Click(); };
-    form.Command3.Click();
-    EXPECT_FALSE(Busy());
-    EXPECT_TRUE(message_boxes.shown.empty());
+    for (const int yield : {1, 2, 4}) {
+        events.at_yield[yield] = [&] { form.Command3.Click(); };
+    }
     form.Command3.Click();
     EXPECT_EQ(form.Text1.Text(), SampleText());
     EXPECT_EQ(Status(), "Sestav: 5 Partu: 24");
+    EXPECT_EQ(form.Uroven, 0);
+    EXPECT_FALSE(Busy());
+    EXPECT_TRUE(message_boxes.shown.empty());
+}
+
+TEST_F(Walk, WhatIsTypedIntoItsTextMeanwhileDoesNotGetIntoTheProduct) {
+    Open(kSampleProduct);
+    events.at_yield[2] = [&] { form.Text1.UserChange("typed" + form.Text1.Text()); };
+    events.at_yield[3] = [&] { form.Command5.Click(); };
+    form.Command3.Click();
+    EXPECT_EQ(form.Text1.Text(), SampleText());
+    EXPECT_EQ(form.TreeView1.Count(), 1U + 4U + 24U);
+}
+
+TEST_F(Walk, AnErrorAtTheTopProductsChildrenLeavesTheDepthRaised) {
+    Open(kSampleProduct);
+    session.Arm({.call = 5}); // Products of the top product
+    form.Command3.Click();
+    EXPECT_EQ(session.Log().back(), "Product.Products");
+    EXPECT_EQ(form.Uroven, 1);
+}
+
+TEST_F(Walk, TheSummaryStandsAlsoWhereLinesFindNoPlaceInTheTree) {
+    // A tab in a part number makes a field too many: its line and its child's find no parent.
+    Open("ProductDocument a.CATProduct\nproduct A\n child \"x\ty\"\n child b\nproduct \"x\ty\"\n "
+         "child c\n");
+    form.Command3.Click();
+    EXPECT_EQ(Status(), "Sestav: 2 Partu: 2");
+    EXPECT_EQ(form.StatusBar1.ShownExplanation().text,
+              "Ve stromu chybí 2 řádky struktury, první je řádek 3: neznámý nadřízený, "
+              "opakovaná cesta nebo chybějící pole.");
 }
 
 TEST_F(Walk, KeepsOneReferencePerLevel) {

@@ -130,6 +130,35 @@ TEST(ListView, SelectionGoesOutAsTabSeparatedLines) {
     EXPECT_EQ(list.SelectionAsText(), "Hřídel\t\t20x40\r\n\"c\td\"\t\"5\"\"\"\t\r\n");
 }
 
+TEST(ListView, AColumnWithoutACaptionDoesNotGoOut) {
+    ListView list({"Catia", "Přejmenovaní", ""});
+    list.Add("A");
+    list.SetSubItem(1, 1, "2.Kolo");
+    list.SetSubItem(1, 2, "0001");
+    list.SelectAll();
+    EXPECT_EQ(list.SelectionAsText(), "A\t2.Kolo\r\n");
+}
+
+TEST(ListView, TheTipGoesWithTheRows) {
+    ListView list = ThreeColumns({"a"});
+    list.SetToolTip("A0001");
+    list.Clear();
+    EXPECT_EQ(list.ToolTip(), "");
+}
+
+TEST(ListView, ARowMovesToThePlaceOfAnotherAndTheCurrentOneStaysItself) {
+    ListView list = ThreeColumns({"a", "b", "c", "d"});
+    list.SetCurrentRow(2);
+    list.Move(4, 1);
+    EXPECT_EQ(Names(list), "d a b c ");
+    EXPECT_EQ(list.CurrentRow(), 3U);
+    list.Move(1, 3);
+    EXPECT_EQ(Names(list), "a b d c ");
+    EXPECT_EQ(list.CurrentRow(), 2U);
+    EXPECT_EQ(ErrorOf([&] { list.Move(1, 5); }), 35600);
+    EXPECT_EQ(ErrorOf([&] { list.Move(0, 1); }), 35600);
+}
+
 TEST(ListView, AnEmptySelectionGoesOutAsNothing) {
     EXPECT_EQ(ThreeColumns({"a"}).SelectionAsText(), "");
 }

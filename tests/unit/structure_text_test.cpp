@@ -1,3 +1,4 @@
+#include "structure/structure.hpp"
 #include "structure/structure_text.hpp"
 
 #include <gtest/gtest.h>
@@ -52,6 +53,19 @@ TEST(StructureLines, AreWrittenAsTheyAreRead) {
     EXPECT_EQ(structure::InstancePath("Product1|||||Product2.2*1*", "Product3.1", 2),
               "Product1|||||Product2.2*1*|||||Product3.1*2*");
     EXPECT_EQ(structure::AssemblyLine(1, "P2", "P1", "P1|||||P2*1*"), "1\tP2\tP1\tP1|||||P2*1*");
+}
+
+TEST(PastedLines, WholeLinesLoseTheTabsThatASpreadsheetPutsAtTheirEnds) {
+    EXPECT_EQ(structure::PastedLines("0\tA\t\t\r\n1\tb\tA\t\r\n"), "0\tA\r\n1\tb\tA\r\n");
+    EXPECT_EQ(structure::PastedLines("0\tA\t\t\n1\tb\tA\t\n"), "0\tA\r\n1\tb\tA\r\n");
+    EXPECT_EQ(structure::PastedLines("\t\t\n"), "\r\n");
+}
+
+TEST(PastedLines, WhatHasNoLineEndStaysAsItIs) {
+    EXPECT_EQ(structure::PastedLines("1\tb\t"), "1\tb\t");
+    EXPECT_EQ(structure::PastedLines("\t"), "\t");
+    EXPECT_EQ(structure::PastedLines(""), "");
+    EXPECT_EQ(structure::PastedLines("a\t\n1\tb\t"), "a\r\n1\tb\t");
 }
 
 } // namespace

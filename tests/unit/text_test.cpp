@@ -106,4 +106,30 @@ TEST(StartsWithIgnoringCase, LooksAtTheBeginningOnly) {
     EXPECT_FALSE(text::StartsWithIgnoringCase("CATIA", "CATIA V5"));
 }
 
+TEST(PlainDecimal, SparesTheNoiseOfBinaryFractions) {
+    EXPECT_EQ(text::PlainDecimal(1.3 + 1 - 1), "1.3");
+    EXPECT_EQ(text::PlainDecimal(10.01 + 6), "16.01");
+    EXPECT_EQ(text::PlainDecimal(13.879999999999999), "13.88");
+    EXPECT_EQ(text::PlainDecimal(-0.000123), "-0.000123");
+    EXPECT_EQ(text::PlainDecimal(1e20), "100000000000000000000");
+    EXPECT_EQ(text::PlainDecimal(1.0 / 3), "0.333333333333333");
+    EXPECT_EQ(text::PlainDecimal(9999999999999999.0), "10000000000000000");
+    EXPECT_EQ(text::PlainDecimal(0.1 + 0.2), "0.3");
+}
+
+TEST(Lines, ALoneLineFeedEndsALineOnlyInAFileWithoutPairs) {
+    using Views = std::vector<std::string_view>;
+    EXPECT_EQ(text::Lines("a\nb\r\nc\rd\r\r\n"), (Views{"a\nb", "c\rd\r"}));
+    EXPECT_EQ(text::Lines("a\nb\n"), (Views{"a", "b"}));
+    EXPECT_EQ(text::Lines("a\r\n\r\n"), (Views{"a", ""}));
+    EXPECT_EQ(text::Lines(""), Views{});
+}
+
+TEST(WithLineFeeds, MakesOneOfEveryPairAndLeavesTheRest) {
+    EXPECT_EQ(text::WithLineFeeds("a\r\nb\r\n"), "a\nb\n");
+    EXPECT_EQ(text::WithLineFeeds("\r\n"), "\n");
+    EXPECT_EQ(text::WithLineFeeds("a\rb\nc"), "a\rb\nc");
+    EXPECT_EQ(text::WithLineFeeds(""), "");
+}
+
 } // namespace

@@ -1,0 +1,122 @@
+#include "shell/explanations.hpp"
+
+#include <string_view>
+
+namespace shell {
+
+namespace {
+
+// What the numbers of failed calls say, as signed numbers.
+constexpr long kFailed = static_cast<std::int32_t>(0x80004005);
+constexpr long kCallRejected = static_cast<std::int32_t>(0x80010001);
+constexpr long kRetryLater = static_cast<std::int32_t>(0x8001010A);
+constexpr long kServerFault = static_cast<std::int32_t>(0x80010105);
+constexpr long kCallFailed = static_cast<std::int32_t>(0x800706BE);
+constexpr long kServerUnavailable = static_cast<std::int32_t>(0x800706BA);
+constexpr long kDisconnected = static_cast<std::int32_t>(0x80010108);
+
+// "1 list", "2 listy", "5 listů".
+std::string Counted(long long count, const char* one, const char* few, const char* many) {
+    const char* word = count == 1 ? one : count >= 2 && count <= 4 ? few : many;
+    return std::to_string(count) + " " + word;
+}
+
+std::string AtMember(const automation::RunTimeError& error) {
+    return error.member.empty() ? "" : " při volání " + error.member;
+}
+
+} // namespace
+
+std::string Explained(const automation::RunTimeError& error) {
+    if (!error.reason.empty()) {
+        return error.reason;
+    }
+    const std::string at = AtMember(error);
+    switch (error.number) {
+    case kCallRejected:
+    case kRetryLater:
+        return "CATIA je zaneprázdněná" + at +
+               ". Dokončete v ní rozpracovaný příkaz, zavřete otevřená okna a zkuste to znovu.";
+    case kServerFault:
+    case kCallFailed:
+    case kServerUnavailable:
+    case kDisconnected:
+        return "Spojení s CATIÍ se přerušilo" + at +
+               ". Zkontrolujte, zda CATIA běží, a zkuste to znovu.";
+    case 13:
+        return "Hodnota není číslo, jaké CATIA čeká" + at +
+               ". Zkontrolujte čísla v nastavení tabulky, desetinný oddělovač je tečka.";
+    case 18:
+        return "Přerušeno.";
+    case 424:
+        return "CATIA nevrátila žádný objekt" + at +
+               ". Zkontrolujte, zda je výkres otevřený a pohled aktivní.";
+    case 429:
+        return "Okno CATIE je vidět, ale program se s ní nespojil. Spusťte CATII pod stejným "
+               "uživatelem jako tento program, ne jako správce.";
+    case 438:
+        return "Objekt CATIE neumí, co je potřeba" + at +
+               ". Zkontrolujte, zda je aktivní správný dokument.";
+    case kFailed:
+        return "CATIA odmítla provést krok" + at + ": " + error.description +
+               ". Zkontrolujte aktivní výkres, pohled a výběr a zkuste to znovu.";
+    default:
+        return "Chyba " + std::to_string(error.number) + at + ": " + error.description + ".";
+    }
+}
+
+std::string TooManyValues(std::size_t line, std::size_t values, std::size_t most) {
+    return "Řádek " + std::to_string(line) + ": " +
+           Counted(static_cast<long long>(values), "hodnota", "hodnoty", "hodnot") +
+           ", nejvýš je " + std::to_string(most) + ".";
+}
+
+std::string PositionWithoutY(std::size_t line) {
+    return "Řádek " + std::to_string(line) + ": za /pozice chybí hodnota Y.";
+}
+
+std::string NoColumnOfTheList(const std::string& slot) {
+    return "„" + slot + "“ v řádku /razeni není číslo sloupce seznamu, platí 0 až 6.";
+}
+
+std::string NoCurrentRow() {
+    return "V seznamu není vybraný řádek. Klikněte na řádek, který se má zapsat.";
+}
+
+std::string TableChangedMeanwhile() {
+    return "Během načítání zapsal do tabulky jiný příkaz. Načtěte ji znovu.";
+}
+
+std::string TextsPlaced(std::size_t texts) {
+    return "Hotovo: do výkresu je vloženo " +
+           Counted(static_cast<long long>(texts), "text", "texty", "textů") + ".";
+}
+
+std::string SheetsNumbered(int sheets) {
+    return "Hotovo: očíslováno " + Counted(sheets, "list", "listy", "listů") + ".";
+}
+
+std::string SheetsNamed(int sheets) {
+    return "Hotovo: pojmenováno " + Counted(sheets, "list", "listy", "listů") + ".";
+}
+
+std::string SheetCreated() {
+    return "Hotovo: vytvořen 1 list.";
+}
+
+std::string SheetsSwapped() {
+    return "Hotovo: prohozeny 2 listy.";
+}
+
+std::string NotSevenColumns(int columns) {
+    return "Vybraná tabulka má " + Counted(columns, "sloupec", "sloupce", "sloupců") +
+           ", načíst jde jen tabulka se 7 sloupci. Seznam je proto prázdný.";
+}
+
+std::string LinesSkipped(std::size_t lines, std::size_t first) {
+    return "Ve stromu chybí " + Counted(static_cast<long long>(lines), "řádek", "řádky", "řádků") +
+           " struktury, první je řádek " + std::to_string(first) +
+           ": neznámý nadřízený, opakovaná cesta nebo chybějící pole.";
+}
+
+} // namespace shell

@@ -1,0 +1,32 @@
+// Czech sentences for what the status line has no room for: why an action ended, what the person
+// can do, how many things were done. Nothing else in the program makes sentences of errors.
+#pragma once
+
+#include <string>
+
+#include "automation/run_time_error.hpp"
+
+namespace shell {
+
+// What happened, at which member of CATIA, and what the person can do. One or two sentences.
+std::string Explained(const automation::RunTimeError& error);
+
+// Reasons that go into RunTimeError::reason. Lines of the configuration count from 1.
+std::string TooManyValues(std::size_t line, std::size_t values, std::size_t most);
+std::string PositionWithoutY(std::size_t line);
+std::string NoColumnOfTheList(const std::string& slot);
+std::string NoCurrentRow();
+std::string TableChangedMeanwhile();
+
+// What an action that shows no closing message has done.
+std::string TextsPlaced(std::size_t texts);
+std::string SheetsNumbered(int sheets);
+std::string SheetsNamed(int sheets);
+std::string SheetCreated();
+std::string SheetsSwapped();
+
+// Why a table gave no rows, and which lines a tree leaves out.
+std::string NotSevenColumns(int columns);
+std::string LinesSkipped(std::size_t lines, std::size_t first);
+
+} // namespace shell

@@ -1,0 +1,220 @@
+// What the person does at the wrong moment: twice, meanwhile, in another order, by other rows.
+
+#include <gtest/gtest.h>
+
+#include "partslist/partslist.hpp"
+#include "tests/support/action_test.hpp"
+#include "tests/support/drawing_samples.hpp"
+
+namespace {
+
+using testing_support::AddRow;
+using testing_support::Column;
+using testing_support::Drag;
+using testing_support::DrawingWithTable;
+using Texts = std::vector<std::string>;
+
+struct Disturbed : testing_support::ActionTest {
+    controls::ListView& list = form.ListView1;
+
+    [[nodiscard]] Texts Names() const { return Column(form.ListView1, 0); }
+    [[nodiscard]] Texts Positions() const { return Column(form.ListView1, partslist::kPosition); }
+};
+
+struct ReadingBack : Disturbed {};
+struct Dragging : Disturbed {};
+struct Deleting : Disturbed {};
+
+// A table of four rows with one multi-line cell.
+constexpr const char* kFourRows = R"(DrawingDocument D.CATDrawing
+sheet S active
+  view V
+    table at 0 0 anchor 0 weight 1 selected columns 10 10 10 10 10 10 10
+      row 5 font 3 Arial cells "4" d "1" s m n ""
+      row 5 font 3 Arial cells "3" c "1" s m n ""
+      row 5 font 3 Arial cells "2" b "1" s m n ""
+      row 5 font 3 Arial cells "1" a "1" s m n ""
+)";
+
+TEST_F(ReadingBack, PressedAgainWhileItRunsItGoesOnAlone) {
+    Open(kFourRows);
+    events.at_yield[1] = [&] { form.Command9.Click(); };
+    events.at_yield[3] = [&] { form.Command9.Click(); };
+    form.Command9.Click();
+    EXPECT_EQ(Names(), (Texts{"a", "b", "c", "d"}));
+    EXPECT_EQ(Status(), "Nacteni tabulky Ok");
+    EXPECT_EQ(RowCount(), "Pozic: 4");
+}
+
+TEST_F(ReadingBack, RowsAddedMeanwhileAreNotMixedIn) {
+    Open(kFourRows);
+    events.at_yield[2] = [&] { form.m_Pridat.Click(); };
+    form.Command9.Click();
+    EXPECT_EQ(Names(), (Texts{"a", "b", "c", "d"}));
+}
+
+TEST_F(ReadingBack, ATableWrittenMeanwhileIsNotReadAsIfNothingHadHappened) {
+    Open(kFourRows);
+    AddRow(list, {"other", "0001", "9"});
+    events.at_yield[2] = [&] {
+        AddRow(list, {"other", "0001", "9"});
+        form.Command30.Click();
+    };
+    form.Command9.Click();
+    EXPECT_NE(Status(), "Nacteni tabulky Ok");
+    EXPECT_EQ(form.StatusBar1.State(), controls::ActionState::kFailed);
+    EXPECT_EQ(form.StatusBar1.ShownExplanation().text,
+              "Během načítání zapsal do tabulky jiný příkaz. Načtěte ji znovu.");
+}
+
+TEST_F(ReadingBack, ClosingMeanwhileLeavesTheWorkingFileAsItWas) {
+    Open(kFourRows);
+    files.stored["C:\\Dorvak\\list.txt"] = "kept@@False\r\n";
+    AddRow(list, {"kept"});
+    events.at_yield[2] = [&] { app::RequestClose(form); };
+    form.Command9.Click();
+    EXPECT_TRUE(form.unloaded);
+    EXPECT_EQ(files.stored["C:\\Dorvak\\list.txt"], "kept@@False\r\n");
+}
+
+TEST_F(ReadingBack, TheCountIsRightAlsoAfterAFailure) {
+    Open(kFourRows);
+    AddRow(list, {"before"});
+    form.Command9.Click();
+    const std::size_t calls = session.Log().size();
+    Open(kFourRows);
+    session.ClearLog();
+    session.Arm({.call = calls - 12});
+    form.Command9.Click();
+    EXPECT_EQ(RowCount(), "Pozic: " + std::to_string(list.Count()));
+    EXPECT_EQ(list.Count(), 3U) << "what was read stays, the row that failed with what it had";
+    EXPECT_EQ(list.Row(3).text, "c");
+}
+
+TEST_F(ReadingBack, LineBreaksOfACellAreLineFeedsInTheList) {
+    Open("DrawingDocument D.CATDrawing\nsheet S active\n  view V\n"
+         "    table at 0 0 anchor 0 weight 1 selected columns 10 10 10 10 10 10 10\n"
+         "      row 5 font 3 Arial cells \"1\" \"two\\r\\nlines\" \"1\" s m \"one\\nmore\" \"\"\n"
+         "      row 5 font 3 Arial cells Pozice n k v m p List\n");
+    form.Command9.Click();
+    ASSERT_EQ(list.Count(), 1U);
+    EXPECT_EQ(list.Row(1).text, "two\nlines");
+    EXPECT_EQ(list.SubItem(1, partslist::kNote), "one\nmore");
+}
+
+TEST_F(Dragging, PositionsReadFromADrawingSortAsNumbers) {
+    for (int row = 1; row <= 12; ++row) {
+        AddRow(list, {std::to_string(100 + row), std::to_string(row)});
+    }
+    Drag(list, 12, 1);
+    EXPECT_EQ(Names(), (Texts{"112", "101", "102", "103", "104", "105", "106", "107", "108", "109",
+                              "110", "111"}));
+    EXPECT_EQ(Positions().back(), "0012");
+}
+
+TEST_F(Dragging, ClosingWhileTheRowsAreSortedSavesProperPositions) {
+    for (int row = 1; row <= 3; ++row) {
+        AddRow(list, {std::to_string(row), "000" + std::to_string(row)}, true);
+    }
+    events.at_yield[1] = [&] { app::RequestClose(form); };
+    Drag(list, 3, 1);
+    EXPECT_TRUE(form.unloaded);
+    EXPECT_EQ(files.stored["C:\\Dorvak\\list.txt"],
+              "3@@True@@0001@@@@2@@@@@@\r\n1@@True@@0002@@@@3@@@@@@\r\n"
+              "2@@True@@0003@@@@4@@@@@@\r\n");
+}
+
+TEST_F(Dragging, ARowIsFoundAgainWhereTheListChangedBetweenPressAndRelease) {
+    for (int row = 1; row <= 4; ++row) {
+        AddRow(list, {std::to_string(row), "000" + std::to_string(row)});
+    }
+    list.UserMouseDown(controls::kLeftButton, 0, 5, 3); // on "3"
+    list.Remove(1);
+    list.UserMouseUp(controls::kLeftButton, 0, 5, 3); // on "4"
+    EXPECT_EQ(Names(), (Texts{"2", "4", "3"}));
+    list.UserMouseDown(controls::kLeftButton, 0, 5, 3); // on "3"
+    list.Remove(3);
+    list.UserMouseUp(controls::kLeftButton, 0, 5, 1);
+    EXPECT_EQ(Names(), (Texts{"2", "4"}));
+}
+
+TEST_F(Dragging, ATargetWhoseNameOccursTwiceIsItsFirstRow) {
+    for (const char* name : {"x", "5", "x"}) {
+        AddRow(list, {name, text::FourDigits(list.Count() + 1)});
+    }
+    // Dropped onto the third row, whose name the first row above bears too: it sorts before it.
+    Drag(list, 2, 3);
+    EXPECT_EQ(Names(), (Texts{"x", "5", "x"}));
+}
+
+TEST_F(Dragging, TheKeyboardMovesAnyRow) {
+    for (const char* name : {"Hřídel", "Kolo", "Víko"}) {
+        AddRow(list, {name, text::FourDigits(list.Count() + 1)}, true);
+    }
+    list.SetCurrentRow(3);
+    list.UserMoveKey(-1);
+    EXPECT_EQ(Names(), (Texts{"Hřídel", "Víko", "Kolo"}));
+    EXPECT_EQ(list.CurrentRow(), 2U);
+    EXPECT_EQ(Positions(), (Texts{"0001", "0002", "0003"}));
+    EXPECT_EQ(Column(list, partslist::kSheet), (Texts{"2", "3", "4"}));
+    list.UserMoveKey(1);
+    list.UserMoveKey(1);
+    EXPECT_EQ(Names(), (Texts{"Hřídel", "Kolo", "Víko"})) << "the last row stays";
+}
+
+TEST_F(Dragging, TheKeyboardLeavesDetailSheetsWhereTheyAre) {
+    controls::ListView& sheets = form.ListView3;
+    for (const char* name : {"A", "B", "Detail"}) {
+        sheets.Add(name);
+    }
+    sheets.SetTag(3, "A0001");
+    sheets.SetCurrentRow(2);
+    sheets.UserMoveKey(1);
+    EXPECT_EQ(Column(sheets, 0), (Texts{"A", "B", "Detail"}));
+    sheets.UserMoveKey(-1);
+    EXPECT_EQ(Column(sheets, 0), (Texts{"B", "A", "Detail"}));
+    sheets.SetCurrentRow(3);
+    sheets.UserMoveKey(-1);
+    EXPECT_EQ(Column(sheets, 0), (Texts{"B", "A", "Detail"}));
+}
+
+TEST_F(Deleting, TheRowThatMovesUpIsSelectedOnlyWhereNoOtherIs) {
+    for (const char* name : {"a", "b", "c", "d"}) {
+        AddRow(list, {name});
+    }
+    list.SetSelected(1, true);
+    list.SetSelected(2, true);
+    list.SetCurrentRow(2);
+    form.m_Smazat.Click();
+    EXPECT_EQ(list.CurrentRow(), 2U);
+    EXPECT_TRUE(list.Row(1).selected);
+    EXPECT_FALSE(list.Row(2).selected) << "the next Enter in a picker would write to it";
+    list.SetCurrentRow(1);
+    form.m_Smazat.Click();
+    EXPECT_TRUE(list.Row(1).selected) << "nothing else is";
+}
+
+TEST_F(Disturbed, AHandlerMayRunInsideItsOwnEventsOtherHandlers) {
+    // Windows ends the session while the saving dialog is open: the closing save still runs.
+    AddRow(list, {"a"});
+    form.show_save_dialog = [&](controls::FileDialog&) {
+        app::EndSession(form);
+        return false;
+    };
+    form.Command17.Click();
+    EXPECT_TRUE(form.unloaded);
+    EXPECT_TRUE(files.stored.contains("C:\\Dorvak\\list.txt"));
+}
+
+TEST_F(Disturbed, TheSingleRowIsTheOneThatWasCurrentWhenItWasPressed) {
+    Open(testing_support::kEmptyDrawing);
+    AddRow(list, {"first", "0001", "1"});
+    AddRow(list, {"second", "0002", "2"});
+    list.SetCurrentRow(2);
+    events.at_yield[1] = [&] { list.SetCurrentRow(1); };
+    form.Command7.Click();
+    EXPECT_EQ(Status(), "Tabulka vytvorena Ok ");
+    EXPECT_EQ(DrawnRows().back(), R"("2" "second" "2" "" "" "" "")");
+}
+
+} // namespace
