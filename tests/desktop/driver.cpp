@@ -231,18 +231,25 @@ HTREEITEM NextItem(HWND tree, UINT relation, HTREEITEM from) {
         Send(tree, TVM_GETNEXTITEM, relation, reinterpret_cast<LPARAM>(from)));
 }
 
+// Has a common control fill in `item` at its place; gives the item's text.
+template <typename Item>
+std::string FillIn(HWND control, UINT message, WPARAM place, Item& item) {
+    const RemoteMemory memory(control, sizeof(Item) + kTextLength * sizeof(wchar_t));
+    item.pszText = reinterpret_cast<wchar_t*>(memory.Address(sizeof(Item)));
+    item.cchTextMax = kTextLength;
+    memory.Write(item);
+    Send(control, message, place, memory.Address());
+    item = memory.Read<Item>();
+    return memory.ReadText(sizeof(Item), kTextLength);
+}
+
 TreeItem ReadTreeItem(HWND tree, HTREEITEM handle, int depth) {
-    const RemoteMemory memory(tree, sizeof(TVITEMW) + kTextLength * sizeof(wchar_t));
     TVITEMW item{};
     item.mask = TVIF_TEXT | TVIF_STATE | TVIF_IMAGE | TVIF_HANDLE;
     item.hItem = handle;
     item.stateMask = TVIS_STATEIMAGEMASK;
-    item.pszText = reinterpret_cast<wchar_t*>(memory.Address(sizeof(TVITEMW)));
-    item.cchTextMax = kTextLength;
-    memory.Write(item);
-    Send(tree, TVM_GETITEMW, 0, memory.Address());
-    item = memory.Read<TVITEMW>();
-    return {handle, depth, memory.ReadText(sizeof(TVITEMW), kTextLength),
+    std::string text = FillIn(tree, TVM_GETITEMW, 0, item);
+    return {handle, depth, std::move(text),
             (item.state & TVIS_STATEIMAGEMASK) == INDEXTOSTATEIMAGEMASK(2), item.iImage};
 }
 
@@ -251,6 +258,21 @@ void AddTreeItems(HWND tree, HTREEITEM first, int depth, std::vector<TreeItem>& 
         items.push_back(ReadTreeItem(tree, item, depth));
         AddTreeItems(tree, NextItem(tree, TVGN_CHILD, item), depth + 1, items);
     }
+}
+
+// The texts of a list box, by its messages or by a combo box's.
+std::vector<std::string> Items(HWND control, UINT count_message, UINT length_message,
+                               UINT text_message) {
+    std::vector<std::string> items;
+    const LRESULT count = Send(control, count_message);
+    for (WPARAM item = 0; item < static_cast<WPARAM>(count); ++item) {
+        std::wstring text(static_cast<std::size_t>(Send(control, length_message, item)) + 1, L'\0');
+        const LRESULT length =
+            Send(control, text_message, item, reinterpret_cast<LPARAM>(text.data()));
+        text.resize(static_cast<std::size_t>(length));
+        items.push_back(com::Narrow(text));
+    }
+    return items;
 }
 
 void PutOnClipboard(const std::string& text) {
@@ -424,13 +446,13 @@ void Click(HWND window, POINT point, MouseButton button) {
            MouseInput(target, left ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP)});
 }
 
-void Click(HWND control) {
+void Click(HWND control, MouseButton button) {
     if (!IsWindowVisible(control) || !IsWindowEnabled(control)) {
         Fail(Describe(control) + " is hidden or disabled");
     }
     RECT place{};
     GetClientRect(control, &place);
-    Click(control, Middle(place));
+    Click(control, Middle(place), button);
 }
 
 void Drag(HWND window, POINT from, POINT to) {
@@ -497,16 +519,11 @@ std::string StatusText(HWND status_bar, int panel) {
 }
 
 std::vector<std::string> ListBoxItems(HWND list_box) {
-    std::vector<std::string> items;
-    const LRESULT count = Send(list_box, LB_GETCOUNT);
-    for (WPARAM item = 0; item < static_cast<WPARAM>(count); ++item) {
-        std::wstring text(static_cast<std::size_t>(Send(list_box, LB_GETTEXTLEN, item)) + 1, L'\0');
-        const LRESULT length =
-            Send(list_box, LB_GETTEXT, item, reinterpret_cast<LPARAM>(text.data()));
-        text.resize(static_cast<std::size_t>(length));
-        items.push_back(com::Narrow(text));
-    }
-    return items;
+    return Items(list_box, LB_GETCOUNT, LB_GETTEXTLEN, LB_GETTEXT);
+}
+
+std::vector<std::string> ComboBoxItems(HWND combo_box) {
+    return Items(combo_box, CB_GETCOUNT, CB_GETLBTEXTLEN, CB_GETLBTEXT);
 }
 
 void ClickTab(HWND tab_control, int tab) {
@@ -518,34 +535,24 @@ void ClickTab(HWND tab_control, int tab) {
 }
 
 std::vector<std::string> TabCaptions(HWND tab_control) {
-    const RemoteMemory memory(tab_control, sizeof(TCITEMW) + kTextLength * sizeof(wchar_t));
     std::vector<std::string> captions;
     const LRESULT count = Send(tab_control, TCM_GETITEMCOUNT);
     for (WPARAM tab = 0; tab < static_cast<WPARAM>(count); ++tab) {
         TCITEMW item{};
         item.mask = TCIF_TEXT;
-        item.pszText = reinterpret_cast<wchar_t*>(memory.Address(sizeof(TCITEMW)));
-        item.cchTextMax = kTextLength;
-        memory.Write(item);
-        Send(tab_control, TCM_GETITEMW, tab, memory.Address());
-        captions.push_back(memory.ReadText(sizeof(TCITEMW), kTextLength));
+        captions.push_back(FillIn(tab_control, TCM_GETITEMW, tab, item));
     }
     return captions;
 }
 
 std::vector<std::string> ColumnHeadings(HWND list) {
-    const RemoteMemory memory(list, sizeof(LVCOLUMNW) + kTextLength * sizeof(wchar_t));
     std::vector<std::string> headings;
     const auto header = reinterpret_cast<HWND>(Send(list, LVM_GETHEADER));
     const LRESULT count = Send(header, HDM_GETITEMCOUNT);
     for (WPARAM column = 0; column < static_cast<WPARAM>(count); ++column) {
         LVCOLUMNW asked{};
         asked.mask = LVCF_TEXT;
-        asked.pszText = reinterpret_cast<wchar_t*>(memory.Address(sizeof(LVCOLUMNW)));
-        asked.cchTextMax = kTextLength;
-        memory.Write(asked);
-        Send(list, LVM_GETCOLUMNW, column, memory.Address());
-        headings.push_back(memory.ReadText(sizeof(LVCOLUMNW), kTextLength));
+        headings.push_back(FillIn(list, LVM_GETCOLUMNW, column, asked));
     }
     return headings;
 }
@@ -555,14 +562,9 @@ int RowCount(HWND list) {
 }
 
 std::string Cell(HWND list, int row, int column) {
-    const RemoteMemory memory(list, sizeof(LVITEMW) + kTextLength * sizeof(wchar_t));
     LVITEMW item{};
     item.iSubItem = column;
-    item.pszText = reinterpret_cast<wchar_t*>(memory.Address(sizeof(LVITEMW)));
-    item.cchTextMax = kTextLength;
-    memory.Write(item);
-    Send(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), memory.Address());
-    return memory.ReadText(sizeof(LVITEMW), kTextLength);
+    return FillIn(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), item);
 }
 
 std::vector<std::string> Row(HWND list, int row, int columns) {
@@ -626,6 +628,12 @@ HWND WaitForPopupMenu() {
     WaitUntil("a popup menu", PopupMenuOpen);
     Sleep(Milliseconds(100)); // until it takes keys
     return FindPopupMenu();
+}
+
+void ClickLastEntry(HWND popup_menu) {
+    RECT place{};
+    GetClientRect(popup_menu, &place);
+    Click(popup_menu, {place.right / 2, place.bottom - 8});
 }
 
 bool PopupMenuOpen() {

@@ -74,7 +74,7 @@ enum class MouseButton { kLeft, kRight };
 void MoveMouse(HWND window, POINT point);
 void Click(HWND window, POINT point, MouseButton button = MouseButton::kLeft);
 // Clicks the middle of a control that must be enabled and visible.
-void Click(HWND control);
+void Click(HWND control, MouseButton button = MouseButton::kLeft);
 void Drag(HWND window, POINT from, POINT to);
 
 // Presses and releases a key while the given ones are held.
@@ -87,6 +87,7 @@ void PasteText(HWND edit, const std::string& text);
 
 std::string StatusText(HWND status_bar, int panel); // panels count from 0
 std::vector<std::string> ListBoxItems(HWND list_box);
+std::vector<std::string> ComboBoxItems(HWND combo_box);
 void ClickTab(HWND tab_control, int tab); // tabs count from 0
 std::vector<std::string> TabCaptions(HWND tab_control);
 
@@ -115,6 +116,7 @@ POINT TreeCheckPoint(HWND tree, HTREEITEM item); // scrolls the item into sight
 
 // The popup menu that is open on the desktop.
 HWND WaitForPopupMenu();
+void ClickLastEntry(HWND popup_menu);
 bool PopupMenuOpen();
 
 // Whole desktop -----------------------------------------------------------------------------------

@@ -3,7 +3,6 @@
 #include <memory>
 
 #include "fixture.hpp"
-#include "text/text.hpp"
 
 using namespace driver;
 
@@ -38,13 +37,7 @@ class Failure : public DesktopTest {
     // Waits until the session has been called `calls` times since its log was cleared, and sees
     // that it stays so.
     void WaitForLastCall(int calls) const {
-        const auto made = [this] {
-            int count = 0;
-            for (const auto& [member, times] : CallCounts(catia_->Log())) {
-                count += times;
-            }
-            return count;
-        };
+        const auto made = [this] { return CallsMade(catia_->Log()); };
         WaitUntil("call " + std::to_string(calls), [&] { return made() >= calls; });
         Sleep(300);
         EXPECT_EQ(made(), calls);

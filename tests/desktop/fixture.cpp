@@ -29,4 +29,36 @@ std::vector<std::string> Column(HWND list, int column) {
     return cells;
 }
 
+void WaitForColumn(HWND list, int column, const std::vector<std::string>& expected) {
+    WaitForText("column " + std::to_string(column), Joined(expected),
+                [&] { return Joined(Column(list, column)); });
+}
+
+void SelectRow(HWND list, int row) {
+    Click(list, RowPoint(list, row));
+    WaitUntil("the row selected",
+              [&] { return RowSelected(list, row) && FocusedRow(list) == row; });
+}
+
+std::string Joined(const std::vector<std::string>& texts) {
+    std::string joined;
+    for (const std::string& text : texts) {
+        joined += text + "|";
+    }
+    return joined;
+}
+
+std::string QuotedCells(const std::vector<std::string>& cells) {
+    std::string quoted;
+    for (const std::string& cell : cells) {
+        quoted += quoted.empty() ? "\"" : " \"";
+        for (const char c : cell) {
+            quoted.append(c == '"' || c == '\\' ? 1U : 0U, '\\');
+            quoted += c;
+        }
+        quoted += '"';
+    }
+    return quoted;
+}
+
 } // namespace driver

@@ -21,5 +21,13 @@ void FillList(const DorvakWindow& dorvak, const std::string& structure_text, int
 
 // One column of a list, from the top down.
 std::vector<std::string> Column(HWND list, int column);
+void WaitForColumn(HWND list, int column, const std::vector<std::string>& expected);
+// Clicks a row and waits until it is the current one.
+void SelectRow(HWND list, int row);
+
+// Texts in one line, each followed by "|".
+std::string Joined(const std::vector<std::string>& texts);
+// The cells of a row as the text of a drawing holds them: each in double quotes.
+std::string QuotedCells(const std::vector<std::string>& cells);
 
 } // namespace driver

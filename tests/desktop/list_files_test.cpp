@@ -8,10 +8,12 @@
 #include "com/utf.hpp"
 #include "fixture.hpp"
 #include "save_loop.hpp"
+#include "tests/support/error_of.hpp"
 #include "text/text.hpp"
 #include "win32/files.hpp"
 
 using namespace driver;
+using testing_support::ErrorOf;
 
 namespace {
 
@@ -24,6 +26,8 @@ const std::string kSaveTitle = "Uložení tabulky";
 const std::string kOpenTitle = "Nacteni tabulky";
 const std::string kQuestion = "Přepsat Existujcí Soubor";
 constexpr int kFields = 7; // of a row, its name included
+constexpr int kQuantity = 2;
+constexpr int kMaterial = 4;
 
 void WriteBytes(const std::string& path, const std::string& bytes) {
     std::ofstream(std::filesystem::path(com::Widen(path)), std::ios::binary) << bytes;
@@ -81,29 +85,22 @@ void Cancel(HWND dialog) {
     WaitForItsEnd(dialog);
 }
 
+void SaveAs(const DorvakWindow& dorvak, const std::string& name) {
+    dorvak.Press(ID_Command17);
+    ChooseFile(WaitForDialog(dorvak, kSaveTitle), name);
+}
+
+void PressAndCancel(const DorvakWindow& dorvak, int button, const std::string& title) {
+    dorvak.Press(button);
+    Cancel(WaitForDialog(dorvak, title));
+}
+
 void PressRight(const DorvakWindow& dorvak, int button) {
-    const HWND control = dorvak[button];
-    RECT place{};
-    GetClientRect(control, &place);
-    Click(control, {place.right / 2, place.bottom / 2}, MouseButton::kRight);
+    Click(dorvak[button], MouseButton::kRight);
 }
 
 HWND EditOf(HWND combo_box) {
     return FindWindowExW(combo_box, nullptr, L"Edit", nullptr);
-}
-
-Texts Values(HWND combo_box) {
-    Texts values;
-    const LRESULT count = Send(combo_box, CB_GETCOUNT);
-    for (WPARAM value = 0; value < static_cast<WPARAM>(count); ++value) {
-        std::wstring text(static_cast<std::size_t>(Send(combo_box, CB_GETLBTEXTLEN, value)) + 1,
-                          L'\0');
-        const LRESULT length =
-            Send(combo_box, CB_GETLBTEXT, value, reinterpret_cast<LPARAM>(text.data()));
-        text.resize(static_cast<std::size_t>(length));
-        values.push_back(com::Narrow(text));
-    }
-    return values;
 }
 
 // Clicks a row of the parts list, which fills the pickers.
@@ -113,6 +110,14 @@ void ClickRow(const DorvakWindow& dorvak, int row) {
     WaitUntil("the pickers", [&] {
         return RowSelected(list, row) && IsWindowEnabled(EditOf(dorvak[ID_Combo4])) != FALSE;
     });
+}
+
+// Gives a row a value by a picker and Enter.
+void Enter(const DorvakWindow& dorvak, int row, int picker, int column, const std::string& value) {
+    ClickRow(dorvak, row);
+    PasteText(EditOf(dorvak[picker]), value);
+    PressKey(VK_RETURN);
+    WaitForText("the value", value, [&] { return Cell(dorvak[ID_ListView1], row, column); });
 }
 
 // A folder with the program and its files.
@@ -130,9 +135,10 @@ class FilesTest : public DesktopTest {
         WriteBytes(InListFolder(name), bytes);
     }
     void GiveSample(const std::string& sample, const std::string& file_name) const {
-        WriteBytes(Path(file_name), ReadFile(Environment("SAMPLES") + "\\lists\\" + sample));
+        WriteBytes(Path(file_name), ReadFile(SamplePath("lists\\" + sample)));
     }
     [[nodiscard]] DorvakWindow Start() const { return DorvakWindow(folder_); }
+    [[nodiscard]] DorvakWindow StartOnEditPage() const { return DorvakWindow(folder_, kEditPage); }
 
     std::shared_ptr<const ProgramFolder> folder_ = std::make_shared<ProgramFolder>();
 };
@@ -151,10 +157,8 @@ class KilledWhileSaving : public FilesTest {};
 
 TEST_F(ListFileDialogs, SavesToANewFileInTheListFolder) {
     GiveWorkingFile(kTwoRows);
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
-    dorvak.Press(ID_Command17);
-    ChooseFile(WaitForDialog(dorvak, kSaveTitle), "skříň");
+    const DorvakWindow dorvak = StartOnEditPage();
+    SaveAs(dorvak, "skříň");
     dorvak.WaitForStatus("Ulozeni ok " + InListFolder("skříň.tab"));
     EXPECT_EQ(ReadFile(InListFolder("skříň.tab")), kTwoRows);
 }
@@ -184,10 +188,8 @@ TEST_F(ListFileDialogs, ProposesTheTreesFirstNodeAndLaterTheLastFile) {
 TEST_F(ListFileDialogs, OverwritesAfterYes) {
     GiveWorkingFile(kTwoRows);
     GiveListFile("stary.tab", kOneRow);
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
-    dorvak.Press(ID_Command17);
-    ChooseFile(WaitForDialog(dorvak, kSaveTitle), "stary.tab");
+    const DorvakWindow dorvak = StartOnEditPage();
+    SaveAs(dorvak, "stary.tab");
     const HWND question = WaitForDialog(dorvak, "Dorvak");
     EXPECT_EQ(Text(Control(question, 0xFFFF)), kQuestion);
     Click(Control(question, IDYES));
@@ -198,10 +200,8 @@ TEST_F(ListFileDialogs, OverwritesAfterYes) {
 TEST_F(ListFileDialogs, LeavesTheFileAfterNo) {
     GiveWorkingFile(kTwoRows);
     GiveListFile("stary.tab", kOneRow);
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
-    dorvak.Press(ID_Command17);
-    ChooseFile(WaitForDialog(dorvak, kSaveTitle), "stary.tab");
+    const DorvakWindow dorvak = StartOnEditPage();
+    SaveAs(dorvak, "stary.tab");
     Click(Control(WaitForDialog(dorvak, "Dorvak"), IDNO));
     dorvak.WaitForStatus("Ulozeni preruseno");
     EXPECT_EQ(ReadFile(InListFolder("stary.tab")), kOneRow);
@@ -209,18 +209,15 @@ TEST_F(ListFileDialogs, LeavesTheFileAfterNo) {
 
 TEST_F(ListFileDialogs, ACancelledSaveIsAnError) {
     GiveWorkingFile(kTwoRows);
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
-    dorvak.Press(ID_Command17);
-    Cancel(WaitForDialog(dorvak, kSaveTitle));
+    const DorvakWindow dorvak = StartOnEditPage();
+    PressAndCancel(dorvak, ID_Command17, kSaveTitle);
     dorvak.WaitForStatus("Ulozeni Error 32755 Cancel was selected.");
     EXPECT_TRUE(std::filesystem::is_empty(Path("Tabulky")));
 }
 
 TEST_F(ListFileDialogs, OpensAChosenFile) {
     GiveListFile("dva.tab", kTwoRows);
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
+    const DorvakWindow dorvak = StartOnEditPage();
     dorvak.Press(ID_Command27);
     ChooseFile(WaitForDialog(dorvak, kOpenTitle), "dva.tab");
     dorvak.WaitForStatus("Nacteni ok 2");
@@ -234,27 +231,22 @@ TEST_F(ListFileDialogs, OpensAChosenFile) {
 
 TEST_F(ListFileDialogs, ACancelledOpenIsSilentUntilASaveDialogWasShown) {
     GiveWorkingFile(kTwoRows);
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
-    dorvak.Press(ID_Command27);
-    Cancel(WaitForDialog(dorvak, kOpenTitle));
+    const DorvakWindow dorvak = StartOnEditPage();
+    PressAndCancel(dorvak, ID_Command27, kOpenTitle);
     WaitUntil("the window again", [&] { return IsWindowEnabled(dorvak.Window()) != FALSE; });
     Send(dorvak.Window(), WM_NULL);
     EXPECT_EQ(dorvak.Status(), "Nacteni listu ok 2");
     EXPECT_EQ(RowCount(dorvak[ID_ListView1]), 2);
 
-    dorvak.Press(ID_Command17);
-    Cancel(WaitForDialog(dorvak, kSaveTitle));
+    PressAndCancel(dorvak, ID_Command17, kSaveTitle);
     dorvak.WaitForStatus("Ulozeni Error 32755 Cancel was selected.");
-    dorvak.Press(ID_Command27);
-    Cancel(WaitForDialog(dorvak, kOpenTitle));
+    PressAndCancel(dorvak, ID_Command27, kOpenTitle);
     dorvak.WaitForStatus("Nacteni Error 32755 Cancel was selected.");
     EXPECT_EQ(RowCount(dorvak[ID_ListView1]), 2);
 }
 
 TEST_F(ListFileDialogs, AnEmptyListShowsNoSaveDialog) {
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
+    const DorvakWindow dorvak = StartOnEditPage();
     dorvak.Press(ID_Command17);
     PressRight(dorvak, ID_Command17);
     Send(dorvak.Window(), WM_NULL);
@@ -276,8 +268,7 @@ TEST_F(WorkingList, TheFirstStartFindsNoFiles) {
 
 TEST_F(WorkingList, RightButtonsSaveAndLoadWithoutADialog) {
     GiveWorkingFile(kTwoRows);
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
+    const DorvakWindow dorvak = StartOnEditPage();
     std::filesystem::remove(Path("list.txt"));
     PressRight(dorvak, ID_Command17);
     dorvak.WaitForStatus("Ulozeni listu ok " + Path("list.txt"));
@@ -293,8 +284,7 @@ TEST_F(WorkingList, RightButtonsSaveAndLoadWithoutADialog) {
 TEST_F(WorkingList, ARestartFindsListAndPickersAsTheyWere) {
     GiveWorkingFile(kTwoRows);
     {
-        const DorvakWindow dorvak = Start();
-        dorvak.OpenPage(kEditPage);
+        const DorvakWindow dorvak = StartOnEditPage();
         const HWND list = dorvak[ID_ListView1];
         ClickRow(dorvak, 1);
         PasteText(EditOf(dorvak[ID_Combo1]), "ocel");
@@ -312,20 +302,15 @@ TEST_F(WorkingList, ARestartFindsListAndPickersAsTheyWere) {
     EXPECT_EQ(Row(list, 0, kFields), (Texts{"Part 12", "0001", "4", "2", "S235", "20x40", ""}));
     EXPECT_EQ(Row(list, 1, kFields), (Texts{"Part 13", "0002", "12", "3", "ocel", "", "kalit"}));
     EXPECT_TRUE(RowChecked(list, 1));
-    EXPECT_EQ(Values(dorvak[ID_Combo1]), (Texts{"ocel"}));
-    EXPECT_EQ(Values(dorvak[ID_Combo2]), Texts{});
-    EXPECT_EQ(Values(dorvak[ID_Combo4]), (Texts{"12"}));
+    EXPECT_EQ(ComboBoxItems(dorvak[ID_Combo1]), (Texts{"ocel"}));
+    EXPECT_EQ(ComboBoxItems(dorvak[ID_Combo2]), Texts{});
+    EXPECT_EQ(ComboBoxItems(dorvak[ID_Combo4]), (Texts{"12"}));
 }
 
 TEST_F(WorkingList, TheEndOfTheWindowsSessionKeepsEverything) {
     GiveWorkingFile(kOneRow);
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
-    const HWND list = dorvak[ID_ListView1];
-    ClickRow(dorvak, 0);
-    PasteText(EditOf(dorvak[ID_Combo1]), "mosaz");
-    PressKey(VK_RETURN);
-    WaitForText("the material", "mosaz", [&] { return Cell(list, 0, 4); });
+    const DorvakWindow dorvak = StartOnEditPage();
+    Enter(dorvak, 0, ID_Combo1, kMaterial, "mosaz");
     EXPECT_EQ(Send(dorvak.Window(), WM_QUERYENDSESSION), TRUE);
     Send(dorvak.Window(), WM_ENDSESSION, TRUE);
     EXPECT_EQ(ReadFile(Path("list.txt")), "Kostka@@False@@0001@@1@@@@mosaz@@@@\r\n");
@@ -347,8 +332,7 @@ TEST_F(WorkingList, ASessionThatDoesNotEndAfterAllChangesNothing) {
 // While a file dialog is open, the action that shows it still runs.
 TEST_F(WorkingList, TheEndOfTheWindowsSessionDuringADialogKeepsTheList) {
     GiveWorkingFile(kTwoRows);
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
+    const DorvakWindow dorvak = StartOnEditPage();
     dorvak.Press(ID_Command17);
     WaitForNameField(WaitForDialog(dorvak, kSaveTitle));
     std::filesystem::remove(Path("list.txt"));
@@ -370,8 +354,7 @@ TEST_F(WorkingList, ASecondCopyClosedLaterLeavesItsOwnWholeList) {
 
 TEST_F(WorkingList, AReadOnlyFileStaysWhole) {
     GiveWorkingFile(kTwoRows);
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
+    const DorvakWindow dorvak = StartOnEditPage();
     GiveWorkingFile(kOneRow);
     const std::wstring path = com::Widen(Path("list.txt"));
     SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
@@ -384,8 +367,7 @@ TEST_F(WorkingList, AReadOnlyFileStaysWhole) {
 
 TEST_F(WorkingList, AFileLockedByAnotherProgramStaysWhole) {
     GiveWorkingFile(kTwoRows);
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
+    const DorvakWindow dorvak = StartOnEditPage();
     GiveWorkingFile(kOneRow);
     const HANDLE lock = CreateFileW(com::Widen(Path("list.txt")).c_str(), GENERIC_READ, 0, nullptr,
                                     OPEN_EXISTING, 0, nullptr);
@@ -402,8 +384,7 @@ TEST_F(WorkingList, AFileLockedByAnotherProgramStaysWhole) {
 // name.
 TEST_F(WorkingList, WhereNoFileCanBeWrittenBesideTheOldOneStaysWhole) {
     GiveWorkingFile(kTwoRows);
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
+    const DorvakWindow dorvak = StartOnEditPage();
     GiveWorkingFile(kOneRow);
     std::filesystem::create_directory(Path("list.txt.new"));
     PressRight(dorvak, ID_Command17);
@@ -427,20 +408,15 @@ TEST_F(WorkingList, FilesHoldTheBytesOfTheCodePage) {
     }
     GiveWorkingFile(kOneRow);
     {
-        const DorvakWindow dorvak = Start();
-        dorvak.OpenPage(kEditPage);
-        const HWND list = dorvak[ID_ListView1];
-        ClickRow(dorvak, 0);
-        PasteText(EditOf(dorvak[ID_Combo1]), "Hřídel");
-        PressKey(VK_RETURN);
-        WaitForText("the material", "Hřídel", [&] { return Cell(list, 0, 4); });
+        const DorvakWindow dorvak = StartOnEditPage();
+        Enter(dorvak, 0, ID_Combo1, kMaterial, "Hřídel");
         dorvak.Close();
     }
     EXPECT_EQ(ReadFile(Path("list.txt")), "Kostka@@False@@0001@@1@@@@" + bytes + "@@@@\r\n");
     EXPECT_EQ(ReadFile(Path("Material.txt")), bytes + "\r\n");
     const DorvakWindow dorvak = Start();
-    EXPECT_EQ(Cell(dorvak[ID_ListView1], 0, 4), read_back);
-    EXPECT_EQ(Values(dorvak[ID_Combo1]), (Texts{read_back}));
+    EXPECT_EQ(Cell(dorvak[ID_ListView1], 0, kMaterial), read_back);
+    EXPECT_EQ(ComboBoxItems(dorvak[ID_Combo1]), (Texts{read_back}));
 }
 
 // Pickers
@@ -448,8 +424,7 @@ TEST_F(WorkingList, FilesHoldTheBytesOfTheCodePage) {
 
 TEST_F(Pickers, AreEnabledByTheFirstClickOnARow) {
     GiveWorkingFile(kTwoRows);
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
+    const DorvakWindow dorvak = StartOnEditPage();
     for (const int id : {ID_Combo1, ID_Combo2, ID_Combo3, ID_Combo4, ID_Command12, ID_Command13,
                          ID_Command14, ID_Command15}) {
         EXPECT_FALSE(IsWindowEnabled(dorvak[id])) << id;
@@ -467,38 +442,35 @@ TEST_F(Pickers, AreEnabledByTheFirstClickOnARow) {
 
 TEST_F(Pickers, EnterGivesTheTextToEverySelectedRowAndRemembersItOnce) {
     GiveWorkingFile(kTwoRows + kOneRow);
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
+    const DorvakWindow dorvak = StartOnEditPage();
     const HWND list = dorvak[ID_ListView1];
     ClickRow(dorvak, 1);
     PressKey(VK_DOWN, {VK_SHIFT});
     WaitUntil("two selected rows", [&] { return RowSelected(list, 1) && RowSelected(list, 2); });
     PasteText(EditOf(dorvak[ID_Combo1]), "11 600");
     PressKey(VK_RETURN);
-    WaitForText("the material", "11 600", [&] { return Cell(list, 2, 4); });
+    WaitForText("the material", "11 600", [&] { return Cell(list, 2, kMaterial); });
     PressKey(VK_RETURN);
     Send(dorvak.Window(), WM_NULL);
-    EXPECT_EQ(Column(list, 4), (Texts{"S235", "11 600", "11 600"}));
-    EXPECT_EQ(Values(dorvak[ID_Combo1]), (Texts{"11 600"}));
+    EXPECT_EQ(Column(list, kMaterial), (Texts{"S235", "11 600", "11 600"}));
+    EXPECT_EQ(ComboBoxItems(dorvak[ID_Combo1]), (Texts{"11 600"}));
 }
 
 TEST_F(Pickers, TheButtonBehavesAsEnter) {
     GiveWorkingFile(kTwoRows);
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
+    const DorvakWindow dorvak = StartOnEditPage();
     const HWND list = dorvak[ID_ListView1];
     ClickRow(dorvak, 0);
     PasteText(EditOf(dorvak[ID_Combo4]), "40");
     dorvak.Press(ID_Command15);
-    WaitForText("the quantity", "40", [&] { return Cell(list, 0, 2); });
-    EXPECT_EQ(Values(dorvak[ID_Combo4]), (Texts{"40"}));
+    WaitForText("the quantity", "40", [&] { return Cell(list, 0, kQuantity); });
+    EXPECT_EQ(ComboBoxItems(dorvak[ID_Combo4]), (Texts{"40"}));
 }
 
 TEST_F(Pickers, AValueChosenInTheDropDownIsAppliedByEnter) {
     GiveWorkingFile(kOneRow);
     WriteBytes(Path("Material.txt"), "dub\r\nocel\r\n");
-    const DorvakWindow dorvak = Start();
-    dorvak.OpenPage(kEditPage);
+    const DorvakWindow dorvak = StartOnEditPage();
     const HWND list = dorvak[ID_ListView1];
     const HWND combo = dorvak[ID_Combo1];
     ClickRow(dorvak, 0);
@@ -509,9 +481,9 @@ TEST_F(Pickers, AValueChosenInTheDropDownIsAppliedByEnter) {
     PressKey(VK_DOWN);
     WaitForText("the chosen value", "ocel", [&] { return Text(combo); });
     PressKey(VK_RETURN);
-    WaitForText("the material", "ocel", [&] { return Cell(list, 0, 4); });
+    WaitForText("the material", "ocel", [&] { return Cell(list, 0, kMaterial); });
     EXPECT_EQ(Send(combo, CB_GETDROPPEDSTATE), 0);
-    EXPECT_EQ(Values(combo), (Texts{"dub", "ocel"}));
+    EXPECT_EQ(ComboBoxItems(combo), (Texts{"dub", "ocel"}));
 }
 
 // Files made by others
@@ -559,7 +531,7 @@ TEST_F(SampleLists, ABlankLineStopsTheReading) {
 TEST_F(SampleLists, PickerValuesKeepTheirBlanks) {
     GiveSample("Material.txt", "Material.txt");
     const DorvakWindow dorvak = Start();
-    EXPECT_EQ(Values(dorvak[ID_Combo1]),
+    EXPECT_EQ(ComboBoxItems(dorvak[ID_Combo1]),
               (Texts{com::FromSystemCodePage("ocel t\xF8. 11"), "  dub  ",
                      com::FromSystemCodePage("litina \x9A"
                                              "ed\xE1"),
@@ -568,21 +540,6 @@ TEST_F(SampleLists, PickerValuesKeepTheirBlanks) {
 
 // Errors of the file system
 // ------------------------------------------------------------------------
-
-namespace {
-
-// The number of the error that an operation raises; 0 for none.
-template <typename Operation>
-long ErrorOf(Operation&& operation) {
-    try {
-        operation();
-        return 0;
-    } catch (const automation::RunTimeError& error) {
-        return error.number;
-    }
-}
-
-} // namespace
 
 TEST_F(FileErrors, HaveTheirClassicNumbers) {
     win32::CodePageFiles files;
@@ -693,11 +650,7 @@ TEST_F(KilledWhileSaving, TheProgramFindsItsWholeListAgain) {
             const DorvakWindow dorvak = Start();
             ASSERT_EQ(dorvak.Status(), "Nacteni listu ok " + std::to_string(kRows));
             dorvak.OpenPage(kEditPage);
-            const HWND list = dorvak[ID_ListView1];
-            ClickRow(dorvak, 0);
-            PasteText(EditOf(dorvak[ID_Combo4]), quantity);
-            PressKey(VK_RETURN);
-            WaitForText("the quantity", quantity, [&] { return Cell(list, 0, 2); });
+            Enter(dorvak, 0, ID_Combo4, kQuantity, quantity);
             PostMessageW(dorvak[ID_Command17], WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(5, 5));
             Sleep(static_cast<DWORD>(moment(random)));
         } // killed here

@@ -1,11 +1,9 @@
-// Runs the desktop tests. A launcher that cannot see the exit code names a file for it in the
-// environment variable RESULT_FILE.
+// Runs the desktop tests.
 #include <gtest/gtest.h>
-#include <windows.h>
 
-#include <cstdlib>
-#include <fstream>
 #include <iostream>
+
+#include "programs.hpp"
 
 int main(int argc, char** argv) {
     SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
@@ -16,8 +14,6 @@ int main(int argc, char** argv) {
         result = 1;
     }
     std::cout.flush();
-    if (const char* result_file = std::getenv("RESULT_FILE")) {
-        std::ofstream(result_file) << result;
-    }
+    driver::LeaveResult(result);
     return result;
 }

@@ -2,7 +2,6 @@
 // session: the walk and the table against the macro, the start against the system's notepad, and a
 // product of 20,000 instances in the real window. Prints a table in Markdown.
 #include <algorithm>
-#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <fstream>
@@ -18,13 +17,8 @@
 namespace {
 
 using namespace driver;
-using Clock = std::chrono::steady_clock;
 
 constexpr Milliseconds kLong{400000};
-
-long long Since(Clock::time_point start) {
-    return std::chrono::duration_cast<Milliseconds>(Clock::now() - start).count();
-}
 
 long long Median(std::vector<long long> times) {
     std::sort(times.begin(), times.end());
@@ -49,7 +43,7 @@ long long StartTime(const std::string& program, const std::string& window_class)
         WaitUntil("the window painted",
                   [&] { return GetUpdateRect(window, nullptr, FALSE) == FALSE; });
         Send(window, WM_NULL);
-        times.push_back(Since(start));
+        times.push_back(MillisecondsSince(start));
     }
     return Median(times);
 }
@@ -80,7 +74,7 @@ long long ActionTime(const DorvakWindow& dorvak, int page, int button,
         dorvak.Press(button);
         WaitUntil(
             "the action's end", [&] { return dorvak.Status().starts_with(last_status); }, kLong);
-        times.push_back(Since(start));
+        times.push_back(MillisecondsSince(start));
     }
     return Median(times);
 }
@@ -153,24 +147,24 @@ void WalkLargeProduct() {
         [&] {
             const Clock::time_point asked = Clock::now();
             Send(dorvak.Window(), WM_NULL);
-            answers.push_back(Since(asked));
+            answers.push_back(MillisecondsSince(asked));
             const std::string status = StatusText(status_bar, 0);
             changes += status != last ? 1 : 0;
             last = status;
             return status.starts_with("Sestav: ");
         },
         kLong);
-    const long long walk = Since(start);
+    const long long walk = MillisecondsSince(start);
     WaitUntil(
         "the large tree",
         [&] { return Send(dorvak[ID_TreeView1], TVM_GETCOUNT, 0, 0, kLong) == 1819 + 18180; },
         kLong);
-    const long long tree = Since(start) - walk;
+    const long long tree = MillisecondsSince(start) - walk;
     const Clock::time_point fill = Clock::now();
     dorvak.Press(ID_Command4);
     WaitUntil(
         "the large list", [&] { return RowCount(dorvak[ID_ListView1]) == 2000; }, kLong);
-    const long long list = Since(fill);
+    const long long list = MillisecondsSince(fill);
 
     std::sort(answers.begin(), answers.end());
     PrintRow("20,000 instances: walk", Milli(walk));
@@ -203,8 +197,6 @@ int main(int argc, char** argv) {
     } catch (const std::exception& failure) {
         std::cout << "Measure: " << failure.what() << std::endl;
     }
-    if (const char* result_file = std::getenv("RESULT_FILE")) {
-        std::ofstream(result_file) << result;
-    }
+    LeaveResult(result);
     return result;
 }

@@ -23,16 +23,9 @@ class PartsList : public DesktopTest {
     [[nodiscard]] HWND List() const { return dorvak_[ID_ListView1]; }
 
     void WaitForColumn(int column, const Rows& expected) const {
-        WaitUntil(
-            "column " + std::to_string(column) + " as expected",
-            [&] { return Column(List(), column) == expected; }, Milliseconds(5000));
+        driver::WaitForColumn(List(), column, expected);
     }
-
-    void SelectRow(int row) const {
-        Click(List(), RowPoint(List(), row));
-        WaitUntil("the row selected",
-                  [&] { return RowSelected(List(), row) && FocusedRow(List()) == row; });
-    }
+    void SelectRow(int row) const { driver::SelectRow(List(), row); }
 
     // The menu's last two entries are "Přidat" and "Smazat": the upward arrow reaches them first.
     static void ChooseFromBelow(int entry) {
@@ -71,10 +64,7 @@ TEST_F(PartsList, TheMenuKeyOpensTheMenuToo) {
 TEST_F(PartsList, SmazatByTheMouseDeletesTheRowAndRenumbers) {
     SelectRow(1);
     Click(List(), RowPoint(List(), 1), MouseButton::kRight);
-    const HWND menu = WaitForPopupMenu();
-    RECT place{};
-    GetClientRect(menu, &place);
-    Click(menu, {place.right / 2, place.bottom - 8});
+    ClickLastEntry(WaitForPopupMenu());
     WaitForColumn(0, {"A", "C", "D", "120"});
     EXPECT_EQ(Column(List(), 1), (Rows{"0001", "0002", "0003", "0004"}));
     WaitForText("the second panel", "Pozic: 4", [&] { return dorvak_.Positions(); });

@@ -1,7 +1,10 @@
 #include "programs.hpp"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <functional>
 #include <stdexcept>
 
 #include "com/utf.hpp"
@@ -19,7 +22,7 @@ std::vector<std::string> SessionArguments(const std::vector<std::string>& docume
                                           std::vector<std::string> arguments) {
     for (const std::string& document : documents) {
         const bool sample = document.find_first_of("/\\") == std::string::npos;
-        arguments.push_back(sample ? Environment("SAMPLES") + "\\" + document : document);
+        arguments.push_back(sample ? SamplePath(document) : document);
     }
     return arguments;
 }
@@ -38,6 +41,10 @@ std::string Environment(const std::string& name) {
         throw std::runtime_error("the environment variable " + name + " is missing");
     }
     return value;
+}
+
+std::string SamplePath(const std::string& name) {
+    return Environment("SAMPLES") + "\\" + name;
 }
 
 std::string TemporaryPath(const std::string& file_name) {
@@ -66,10 +73,13 @@ std::string ProgramFolder::Path(const std::string& file_name) const {
     return file_name.empty() ? path_ : path_ + '\\' + file_name;
 }
 
-DorvakWindow::DorvakWindow(std::shared_ptr<const ProgramFolder> folder)
+DorvakWindow::DorvakWindow(std::shared_ptr<const ProgramFolder> folder, int page)
     : folder_(std::move(folder)), program_(folder_->Path("Dorvak.exe")),
       window_(program_.WaitForWindow("DorvakForm1")) {
     BringToFront(window_);
+    if (page != kStructurePage) {
+        OpenPage(page);
+    }
 }
 
 void DorvakWindow::OpenPage(int page) const {
@@ -119,17 +129,9 @@ void CatiaSession::Do(const std::string& command) const {
 }
 
 std::vector<std::string> CatiaSession::Log() const {
-    std::vector<std::string> lines;
     const std::string log = WriteAndRead(*this, "log write");
-    for (std::string_view line : text::Split(log, "\n")) {
-        if (line.ends_with('\r')) {
-            line.remove_suffix(1);
-        }
-        if (!line.empty()) {
-            lines.emplace_back(line);
-        }
-    }
-    return lines;
+    const auto lines = text::Lines(log);
+    return {lines.begin(), lines.end()};
 }
 
 std::string CatiaSession::Drawing() const {
@@ -148,6 +150,20 @@ std::map<std::string, int> CallCounts(const std::vector<std::string>& log) {
         }
     }
     return counts;
+}
+
+int CallsMade(const std::vector<std::string>& log) {
+    return static_cast<int>(std::count_if(log.begin(), log.end(), std::not_fn(IsLookup)));
+}
+
+long long MillisecondsSince(Clock::time_point start) {
+    return std::chrono::duration_cast<Milliseconds>(Clock::now() - start).count();
+}
+
+void LeaveResult(int exit_code) {
+    if (const char* const result_file = std::getenv("RESULT_FILE")) {
+        std::ofstream(result_file) << exit_code;
+    }
 }
 
 SettingKeeper::SettingKeeper() : kept_(Read()) {

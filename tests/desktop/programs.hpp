@@ -14,6 +14,8 @@ namespace driver {
 
 // The value of an environment variable that must be there.
 std::string Environment(const std::string& name);
+// The path of a sample, "tables\\tables.txt".
+std::string SamplePath(const std::string& name);
 // A path in the folder for temporary files.
 std::string TemporaryPath(const std::string& file_name);
 
@@ -33,13 +35,19 @@ class ProgramFolder {
     std::string path_;
 };
 
+inline constexpr int kStructurePage = 0;
+inline constexpr int kEditPage = 1;
+inline constexpr int kExportPage = 2;
+inline constexpr int kImportPage = 3;
+inline constexpr int kSheetPage = 4;
+
 // Dorvak. Controls are named by the ids of its resources.
 class DorvakWindow {
   public:
     // In a new folder, without a file beside it.
     DorvakWindow() : DorvakWindow(std::make_shared<ProgramFolder>()) {}
-    // In a folder that stays for the next one.
-    explicit DorvakWindow(std::shared_ptr<const ProgramFolder> folder);
+    // In a folder that stays for the next one; a page that is not the first is opened.
+    explicit DorvakWindow(std::shared_ptr<const ProgramFolder> folder, int page = kStructurePage);
 
     [[nodiscard]] HWND Window() const { return window_; }
     [[nodiscard]] const Program& Process() const { return program_; }
@@ -62,12 +70,6 @@ class DorvakWindow {
     Program program_;
     HWND window_;
 };
-
-inline constexpr int kStructurePage = 0;
-inline constexpr int kEditPage = 1;
-inline constexpr int kExportPage = 2;
-inline constexpr int kImportPage = 3;
-inline constexpr int kSheetPage = 4;
 
 // The simulated CATIA session.
 class CatiaSession {
@@ -96,6 +98,8 @@ class CatiaSession {
 bool IsLookup(const std::string& log_line);
 // How often each member was called: {"Products.Item", 12}, ...
 std::map<std::string, int> CallCounts(const std::vector<std::string>& log);
+// How many calls there were altogether.
+int CallsMade(const std::vector<std::string>& log);
 
 // The stored table configuration of the person who runs the tests: put away while one runs.
 class SettingKeeper {
@@ -112,5 +116,12 @@ class SettingKeeper {
   private:
     std::optional<std::string> kept_;
 };
+
+using Clock = std::chrono::steady_clock;
+long long MillisecondsSince(Clock::time_point start);
+
+// Leaves a program's exit code in the file that the environment variable RESULT_FILE names, for a
+// launcher that cannot see it.
+void LeaveResult(int exit_code);
 
 } // namespace driver

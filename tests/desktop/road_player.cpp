@@ -1,8 +1,6 @@
 // PlayRoad FOLDER: plays the typical road in the real windows, from the product to the table in the
 // drawing, and leaves in the folder a picture of each step, one of the finished sheet, and the
-// table as text. A launcher that cannot see the exit code names a file for it in the environment
-// variable RESULT_FILE.
-#include <cstdlib>
+// table as text.
 #include <exception>
 #include <filesystem>
 #include <fstream>
@@ -130,8 +128,6 @@ int main(int argc, char** argv) {
     } else {
         std::cout << "usage: PlayRoad FOLDER" << std::endl;
     }
-    if (const char* result_file = std::getenv("RESULT_FILE")) {
-        std::ofstream(result_file) << result;
-    }
+    LeaveResult(result);
     return result;
 }

@@ -4,7 +4,7 @@
 #include <set>
 
 #include "fixture.hpp"
-#include "text/text.hpp"
+#include "tests/support/drawing_text.hpp"
 
 using namespace driver;
 
@@ -36,14 +36,6 @@ const Part kGearbox[kParts] = {
 // With five free rows under the header.
 constexpr int kFreeRows = 5;
 constexpr int kTableRows = 1 + kFreeRows + kParts;
-
-std::string CellsLine(const Rows& cells) {
-    std::string line = "cells";
-    for (const std::string& cell : cells) {
-        line += " \"" + cell + '"';
-    }
-    return line;
-}
 
 class Road : public DesktopTest {
   protected:
@@ -129,25 +121,18 @@ TEST_F(Road, TableStandsInTheDrawing) {
 
     // The list's first row stands at the bottom of the table, its last under the free rows.
     Rows expected{
-        CellsLine({"Pozice", "nazev", "Kusu", "Ciste rozmery", "Material", "Poznamka", "List"})};
-    expected.insert(expected.end(), kFreeRows, CellsLine({"", "", "", "", "", "", ""}));
+        QuotedCells({"Pozice", "nazev", "Kusu", "Ciste rozmery", "Material", "Poznamka", "List"})};
+    expected.insert(expected.end(), kFreeRows, QuotedCells({"", "", "", "", "", "", ""}));
     for (int row = kParts; row >= 1; --row) {
         const Part& part = kGearbox[row - 1];
         const std::string sheet = row == 1 ? "2" : row == 3 ? "3" : "";
         expected.push_back(
-            CellsLine({std::to_string(row), part.name, part.quantity, "", "", "", sheet}));
+            QuotedCells({std::to_string(row), part.name, part.quantity, "", "", "", sheet}));
     }
-    Rows written;
     const std::string drawing = catia_.Drawing();
     const std::size_t sheet_end = drawing.find("sheet \"Hřídel\"");
     ASSERT_NE(sheet_end, std::string::npos);
-    for (const std::string_view line : text::Split(drawing.substr(0, sheet_end), "\n")) {
-        const std::size_t cells = line.find("cells ");
-        if (cells != std::string_view::npos) {
-            written.emplace_back(line.substr(cells, line.find_last_not_of('\r') + 1 - cells));
-        }
-    }
-    EXPECT_EQ(written, expected);
+    EXPECT_EQ(testing_support::TableRows(drawing.substr(0, sheet_end)), expected);
     EXPECT_NE(drawing.find("table at 100 100"), std::string::npos) << drawing;
     EXPECT_NE(drawing.find("columns 13.88 43.67 15.76 37.51 34.61 31.53 14.68"), std::string::npos);
 }
@@ -156,10 +141,7 @@ TEST_F(Road, WalkMakesFourCallsPerInstanceAndLooksEveryNameUpOnce) {
     catia_.Do("log clear");
     Walk();
     const Rows log = catia_.Log();
-    int calls = 0;
-    for (const auto& [member, times] : CallCounts(log)) {
-        calls += times;
-    }
+    const int calls = CallsMade(log);
     constexpr int kOnce = 6; // the document, its name, the top product, its number and children
     EXPECT_LE(calls, 4 * kInstances + kOnce);
     EXPECT_GE(calls, 4 * kInstances);

@@ -2,14 +2,14 @@
 #include <iostream>
 
 #include "fixture.hpp"
-#include "text/text.hpp"
+#include "tests/support/drawing_text.hpp"
 
 using namespace driver;
+using testing_support::SheetNames;
 
 namespace {
 
 using Rows = std::vector<std::string>;
-using Clock = std::chrono::steady_clock;
 
 constexpr Milliseconds kLong{120000};
 constexpr const char* kDialogClass = "#32770";
@@ -21,36 +21,10 @@ const std::string kStructure = "\r\n0\tTop"
                                "\r\n1\tVíko\tTop"
                                "\r\n1\tŠroub M8x25\tTop";
 
-std::string Sample(const std::string& name) {
-    return Environment("SAMPLES") + "\\sheets\\" + name;
-}
-
-// The names of the active drawing's sheets, in their order.
-Rows DrawingSheets(const CatiaSession& catia) {
-    const std::string drawing = catia.Drawing();
-    constexpr std::string_view kSheet = "sheet \"";
-    Rows names;
-    for (const std::string_view line : text::Split(drawing, "\n")) {
-        if (line.starts_with(kSheet)) {
-            const std::size_t end = line.find('"', kSheet.size());
-            names.emplace_back(line.substr(kSheet.size(), end - kSheet.size()));
-        }
-    }
-    return names;
-}
-
-std::string Joined(const Rows& names) {
-    std::string joined;
-    for (const std::string& name : names) {
-        joined += name + "|";
-    }
-    return joined;
-}
-
 class SheetsTest : public DesktopTest {
   protected:
     explicit SheetsTest(const std::string& sample, const std::vector<std::string>& options = {})
-        : catia_({Sample(sample)}, options) {}
+        : catia_({SamplePath("sheets\\" + sample)}, options) {}
 
     [[nodiscard]] HWND List() const { return dorvak_[ID_ListView3]; }
 
@@ -72,18 +46,20 @@ class SheetsTest : public DesktopTest {
     }
 
     void WaitForColumn(int column, const Rows& expected) const {
-        WaitForText("column " + std::to_string(column), Joined(expected),
-                    [&] { return Joined(Column(List(), column)); });
+        driver::WaitForColumn(List(), column, expected);
     }
     void WaitForSheets(const Rows& expected) const {
         WaitForText("the drawing's sheets", Joined(expected),
-                    [&] { return Joined(DrawingSheets(catia_)); });
+                    [&] { return Joined(SheetNames(catia_.Drawing())); });
     }
 
-    void SelectRow(int row) const {
-        Click(List(), RowPoint(List(), row));
-        WaitUntil("the row selected",
-                  [&] { return RowSelected(List(), row) && FocusedRow(List()) == row; });
+    void SelectRow(int row) const { driver::SelectRow(List(), row); }
+    // Presses a button that asks something; gives the box, which is in front.
+    [[nodiscard]] HWND PressForBox(int button) const {
+        dorvak_.Press(button);
+        const HWND box = dorvak_.Process().WaitForWindow(kDialogClass);
+        BringToFront(box);
+        return box;
     }
     void SetText(int edit, const std::string& text) const {
         Click(dorvak_[edit]);
@@ -136,11 +112,8 @@ class ManySheets : public SheetsTest {
         const Clock::time_point start = Clock::now();
         dorvak_.Press(button);
         dorvak_.WaitForStatus(last_status, kLong);
-        const auto time = std::chrono::duration_cast<Milliseconds>(Clock::now() - start).count();
-        int calls = 0;
-        for (const auto& [member, times] : CallCounts(catia_.Log())) {
-            calls += times;
-        }
+        const long long time = MillisecondsSince(start);
+        const int calls = CallsMade(catia_.Log());
         EXPECT_EQ(calls, expected_calls) << what;
         std::cout << "600 sheets: " << what << " in " << time << " ms with " << calls << " calls\n";
     }
@@ -264,10 +237,7 @@ TEST_F(Sheets, TheMenuAddsAPlannedSheetAndRemovesARow) {
     WaitForColumn(0, {"1", "2", "9", "Nový"});
     EXPECT_TRUE(RowChecked(List(), 3));
     Click(List(), RowPoint(List(), 1), MouseButton::kRight);
-    const HWND menu = WaitForPopupMenu();
-    RECT place{};
-    GetClientRect(menu, &place);
-    Click(menu, {place.right / 2, place.bottom - 8});
+    ClickLastEntry(WaitForPopupMenu());
     WaitForColumn(0, {"1", "9", "Nový"});
     WaitForSheets({"1", "2", "9"}); // nothing changes in CATIA
 }
@@ -285,14 +255,12 @@ TEST_F(Sheets, TickingOneOfSeveralSelectedRowsTicksThemAll) {
 }
 
 TEST_F(Sheets, TheRangeIsAskedForInABox) {
-    dorvak_.Press(ID_Command24);
-    const HWND box = dorvak_.Process().WaitForWindow(kDialogClass);
+    const HWND box = PressForBox(ID_Command24);
     EXPECT_EQ(Text(box), Text(dorvak_.Window()));
     EXPECT_EQ(Text(Control(box, ID_InputBox_Prompt)), "Rozsah listu");
     EXPECT_EQ(Text(Control(box, ID_InputBox_Text)), "1-3");
     EXPECT_EQ(Text(Control(box, IDCANCEL)), "Storno");
     EXPECT_FALSE(IsWindowEnabled(dorvak_.Window()));
-    BringToFront(box);
     TypeText("5-6"); // in the place of the proposal
     PressKey(VK_RETURN);
     WaitForSheets({"5", "6", "9"});
@@ -301,38 +269,27 @@ TEST_F(Sheets, TheRangeIsAskedForInABox) {
 }
 
 TEST_F(Sheets, ARangeWithoutAHyphenIsRefusedAndEscapeChangesNothing) {
-    dorvak_.Press(ID_Command24);
-    BringToFront(dorvak_.Process().WaitForWindow(kDialogClass));
+    static_cast<void>(PressForBox(ID_Command24));
     TypeText("7");
     PressKey(VK_RETURN);
     dorvak_.WaitForStatus("Spatny pocet listu");
-    dorvak_.Press(ID_Command24);
-    const HWND box = dorvak_.Process().WaitForWindow(kDialogClass);
-    BringToFront(box);
+    const HWND box = PressForBox(ID_Command24);
     PressKey(VK_ESCAPE);
     WaitUntil("the box gone", [&] { return !IsWindow(box); });
     WaitForSheets({"1", "2", "9"});
 }
 
 TEST_F(Sheets, SheetNazvyAsksWhetherTheFirstIsTheAssembly) {
-    dorvak_.Press(ID_Command25);
-    const HWND cancelled = dorvak_.Process().WaitForWindow(kDialogClass);
+    const HWND cancelled = PressForBox(ID_Command25);
     EXPECT_EQ(Text(cancelled), Text(dorvak_.Window()));
-    BringToFront(cancelled);
     PressKey(VK_ESCAPE);
     WaitUntil("the box gone", [&] { return !IsWindow(cancelled); });
     WaitForSheets({"1", "2", "9"});
 
-    dorvak_.Press(ID_Command25);
-    const HWND answered = dorvak_.Process().WaitForWindow(kDialogClass);
-    BringToFront(answered);
-    Click(GetDlgItem(answered, IDNO));
+    Click(GetDlgItem(PressForBox(ID_Command25), IDNO));
     WaitForSheets({"1.Hřídel", "2.Příruba", "3.Víko"});
 
-    dorvak_.Press(ID_Command25);
-    const HWND again = dorvak_.Process().WaitForWindow(kDialogClass);
-    BringToFront(again);
-    Click(GetDlgItem(again, IDYES));
+    Click(GetDlgItem(PressForBox(ID_Command25), IDYES));
     WaitForSheets({"1.Sestava", "2.Hřídel", "3.Příruba"});
 }
 
@@ -341,8 +298,8 @@ TEST_F(Sheets, TheDiagnosticsReachCatia) {
     dorvak_.WaitForStatus("-2147467259 The method reorder_Sheets failed");
     WaitForSheets({"1", "2", "9"});
     dorvak_.Press(ID_Command31);
-    WaitUntil("a fourth sheet", [&] { return DrawingSheets(catia_).size() == 4; });
-    const double seconds = std::stod(DrawingSheets(catia_)[3]);
+    WaitUntil("a fourth sheet", [&] { return SheetNames(catia_.Drawing()).size() == 4; });
+    const double seconds = std::stod(SheetNames(catia_.Drawing())[3]);
     SYSTEMTIME now;
     GetLocalTime(&now);
     const double expected = (now.wHour * 60 + now.wMinute) * 60 + now.wSecond;

@@ -1,5 +1,4 @@
 // Tables of a drawing read back into the parts list, and the smaller exports, over COM.
-#include <array>
 #include <fstream>
 #include <iostream>
 
@@ -11,7 +10,6 @@ using namespace driver;
 namespace {
 
 using Rows = std::vector<std::string>;
-using Clock = std::chrono::steady_clock;
 
 constexpr Milliseconds kLong{120000};
 constexpr int kColumns = 7;
@@ -20,7 +18,7 @@ constexpr int kColumns = 7;
 struct Part {
     std::string position, name, pieces, size, material, note, sheet;
 
-    [[nodiscard]] std::array<std::string, kColumns> Cells() const {
+    [[nodiscard]] Rows Cells() const {
         return {position, name, pieces, size, material, note, sheet};
     }
     // In the order of the list's columns.
@@ -48,22 +46,8 @@ std::vector<Part> MakeParts(int count) {
     return parts;
 }
 
-std::string Quoted(const std::string& text) {
-    std::string quoted = "\"";
-    for (const char c : text) {
-        quoted.append(c == '"' || c == '\\' ? 1U : 0U, '\\');
-        quoted += c;
-    }
-    return quoted + '"';
-}
-
-template <typename Cells>
-std::string CellsLine(const Cells& cells) {
-    std::string line = "cells";
-    for (const std::string& cell : cells) {
-        line += " " + Quoted(cell);
-    }
-    return line;
+std::string CellsLine(const Rows& cells) {
+    return "cells " + QuotedCells(cells);
 }
 
 constexpr const char* kHeader =
@@ -80,10 +64,6 @@ std::string WriteDrawing(const std::vector<Part>& parts) {
         file << "      row 7 " << CellsLine(part->Cells()) << '\n';
     }
     return path;
-}
-
-std::string Sample(const std::string& name) {
-    return Environment("SAMPLES") + "\\tables\\" + name;
 }
 
 void ReadTable(const DorvakWindow& dorvak) {
@@ -103,18 +83,6 @@ void ExpectList(const DorvakWindow& dorvak, const std::vector<Part>& parts) {
     EXPECT_EQ(dorvak.Positions(), "Pozic: " + std::to_string(parts.size()));
 }
 
-long long Since(Clock::time_point start) {
-    return std::chrono::duration_cast<Milliseconds>(Clock::now() - start).count();
-}
-
-int Sum(const std::map<std::string, int>& counts) {
-    int sum = 0;
-    for (const auto& [member, times] : counts) {
-        sum += times;
-    }
-    return sum;
-}
-
 // From a table into the list, from the list into a new table, and from that into the list again.
 void RoundTrip(int count) {
     const std::vector<Part> parts = MakeParts(count);
@@ -129,15 +97,15 @@ void RoundTrip(int count) {
     const Clock::time_point write = Clock::now();
     dorvak.Press(ID_Command11);
     dorvak.WaitForStatus("Tabulka vytvorena Ok ", kLong);
-    const long long written = Since(write);
-    const int write_calls = Sum(CallCounts(catia.Log()));
+    const long long written = MillisecondsSince(write);
+    const int write_calls = CallsMade(catia.Log());
 
     catia.Do(R"(select "List" "Main View" 2)");
     catia.Do("log clear");
     const Clock::time_point read = Clock::now();
     ReadTable(dorvak);
-    const long long reread = Since(read);
-    const int read_calls = Sum(CallCounts(catia.Log()));
+    const long long reread = MillisecondsSince(read);
+    const int read_calls = CallsMade(catia.Log());
     ExpectList(dorvak, parts);
     std::cout << count << " rows: written in " << written << " ms with " << write_calls
               << " calls, read in " << reread << " ms with " << read_calls << " calls\n";
@@ -161,8 +129,7 @@ class Tables : public DesktopTest {
         ReadTable(dorvak_);
         dorvak_.OpenPage(kEditPage);
         const HWND list = dorvak_[ID_ListView1];
-        Click(list, RowPoint(list, row));
-        WaitUntil("the row current", [&] { return FocusedRow(list) == row; });
+        SelectRow(list, row);
     }
 
     void PressExport(int button, const std::string& last_status) const {
@@ -175,7 +142,8 @@ class Tables : public DesktopTest {
         return catia_.Drawing().find(line) != std::string::npos;
     }
 
-    CatiaSession catia_{{Sample("tables.txt"), Sample("dimension.txt"), "gearbox-assembly.txt"}};
+    CatiaSession catia_{{SamplePath("tables\\tables.txt"), SamplePath("tables\\dimension.txt"),
+                         "gearbox-assembly.txt"}};
     DorvakWindow dorvak_;
 };
 
@@ -285,7 +253,7 @@ TEST_F(Tables, WithoutASelectedTableTheListStays) {
     };
     catia_.Do("activate Gearbox.CATProduct");
     expect_refusal("Neni aktivni CATDrawing");
-    catia_.Do("open " + Environment("SAMPLES") + "\\sheets\\three-sheets.txt");
+    catia_.Do("open " + SamplePath("sheets\\three-sheets.txt"));
     expect_refusal("Nejsou vybrany zadny objekty");
     EXPECT_EQ(Text(dorvak_[ID_Text3]), parameters);
     catia_.Do("activate Rozmer.CATDrawing");
@@ -346,7 +314,7 @@ TEST_F(Tables, TheMenuOfTheListSendsTheRowAsTexts) {
     WaitUntil("six texts",
               [&] { return CallCounts(catia_.Log())["DrawingText.SetFontSize"] == 6; });
     for (const std::string text : {"1", "Hřídel", "2", "Ø30-210", "12 050", "kalit @@ popouštět"}) {
-        EXPECT_TRUE(DrawingHas("text " + Quoted(text) + " at 100 100")) << catia_.Drawing();
+        EXPECT_TRUE(DrawingHas("text " + QuotedCells({text}) + " at 100 100")) << catia_.Drawing();
     }
     EXPECT_EQ(RowCount(list), 3);
 }
