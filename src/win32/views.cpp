@@ -348,10 +348,12 @@ bool StatusBarView::InSight() const {
            bar.bottom <= client.bottom;
 }
 
-// Above the icon.
+// Below the icon, so that the text stays readable.
 POINT StatusBarView::BalloonPoint() const {
     const UINT dpi = GetDpiForWindow(Window());
-    POINT point{Scaled(kIconEdge / 2 + 4, dpi), Scaled(2, dpi)};
+    RECT bar;
+    GetClientRect(Window(), &bar);
+    POINT point{Scaled(kIconEdge / 2 + 4, dpi), bar.bottom - Scaled(3, dpi)};
     ClientToScreen(Window(), &point);
     return point;
 }
