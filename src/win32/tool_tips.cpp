@@ -63,16 +63,17 @@ Balloon::~Balloon() {
     }
 }
 
-void Balloon::Show(std::string_view text, bool is_error, POINT at, UINT dpi) {
+void Balloon::Show(HWND window, std::string_view text, bool is_error, POINT at) {
     std::wstring wide = com::Widen(text);
+    window_ = window;
     if (tip_ == nullptr) {
         tip_ = CreateTip(TTS_BALLOON);
         std::wstring nothing;
-        TTTOOLINFOW tool = Tool(nullptr, TTF_TRACK | TTF_ABSOLUTE, nothing);
+        TTTOOLINFOW tool = Tool(window_, TTF_TRACK | TTF_ABSOLUTE, nothing);
         SendMessageW(tip_, TTM_ADDTOOLW, 0, Pointer(tool));
     }
-    TTTOOLINFOW tool = Tool(nullptr, TTF_TRACK | TTF_ABSOLUTE, wide);
-    SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, Scaled(kWidestTip, dpi));
+    TTTOOLINFOW tool = Tool(window_, TTF_TRACK | TTF_ABSOLUTE, wide);
+    SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, Scaled(kWidestTip, GetDpiForWindow(window_)));
     SendMessageW(tip_, TTM_SETTITLEW, is_error ? TTI_ERROR : TTI_INFO,
                  reinterpret_cast<LPARAM>(is_error ? L"Nedokončeno" : L"Dorvak"));
     SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, Pointer(tool));
@@ -90,7 +91,7 @@ void Balloon::Hide() {
     if (shown_) {
         shown_ = false;
         std::wstring nothing;
-        TTTOOLINFOW tool = Tool(nullptr, TTF_TRACK | TTF_ABSOLUTE, nothing);
+        TTTOOLINFOW tool = Tool(window_, TTF_TRACK | TTF_ABSOLUTE, nothing);
         SendMessageW(tip_, TTM_TRACKACTIVATE, FALSE, Pointer(tool));
     }
 }

@@ -33,14 +33,15 @@ class Balloon {
     Balloon(const Balloon&) = delete;
     Balloon& operator=(const Balloon&) = delete;
 
-    // At a point of the screen.
-    void Show(std::string_view text, bool is_error, POINT at, UINT dpi);
+    // At a point of the screen; `window` is what it speaks of.
+    void Show(HWND window, std::string_view text, bool is_error, POINT at);
     void Move(POINT at) const;
     void Hide();
     [[nodiscard]] bool Shown() const { return shown_; }
 
   private:
     HWND tip_ = nullptr;
+    HWND window_ = nullptr;
     bool shown_ = false;
 };
 

@@ -390,7 +390,7 @@ void StatusBarView::Refresh() {
         if (explanation.text.empty()) {
             balloon_.Hide();
         } else {
-            balloon_.Show(explanation.text, explanation.is_error, BalloonPoint(), dpi);
+            balloon_.Show(Window(), explanation.text, explanation.is_error, BalloonPoint());
         }
     }
     if (status_bar_.Revision() == shown_revision_) {
