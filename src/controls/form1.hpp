@@ -173,8 +173,8 @@ struct Form1 {
     // What the walk that runs has written into Text1.
     std::string walked_text;
 
-    // How often an action has written into a table of the drawing: one that reads a table
-    // meanwhile has read a mixture.
+    // How often an action has written into a selected table of the drawing: one that reads or makes
+    // a table meanwhile may have got a mixture.
     std::uint64_t table_writes = 0;
 
     // Dragging in the parts list and in the sheet list.

@@ -102,6 +102,7 @@ void ListView::Move(std::size_t row, std::size_t to) {
 void ListView::Clear() {
     rows_.clear();
     current_.reset();
+    sorted_by_.reset();
     tool_tip_.clear();
     Changed();
 }

@@ -34,7 +34,8 @@ class ListView : public Control {
     void Remove(std::size_t row);
     // Takes the row out and puts it where row `to` stands, which makes room.
     void Move(std::size_t row, std::size_t to);
-    // Removes all rows, and the tip, which spoke of one of them.
+    // Removes all rows, and the tip, which spoke of one of them. The rows to come are another list:
+    // it is not sorted.
     void Clear();
     void SetText(std::size_t row, std::string text);
     void SetSubItem(std::size_t row, std::size_t sub_item, std::string text);
@@ -62,6 +63,7 @@ class ListView : public Control {
     // While the list is sorted, its rows stand in ascending order of a sub-item's text, rows with
     // equal texts in the order that they had.
     void SetSorted(std::optional<std::size_t> by_sub_item);
+    [[nodiscard]] bool Sorted() const { return sorted_by_.has_value(); }
 
     // Asks the view to scroll the row into sight when it refreshes next.
     void EnsureVisible(std::size_t row);

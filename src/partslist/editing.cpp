@@ -71,13 +71,11 @@ void Drop(Form1& form, int x, int y) {
     }
     const std::size_t moved = shell::MovedRow(list, form.parts_drag);
     PadPositions(list);
-    // Also where the window is closed while the list yields: the sorting must not be saved.
-    const struct NumberedAfterwards {
-        ListView& list;
-        ~NumberedAfterwards() { NumberRows(list); }
-    } numbered{list};
-    shell::MoveRow(form, list, kPosition, moved, *target,
-                   list.RowWithText(target_name).value_or(0));
+    shell::MoveRow(list, kPosition, moved, *target, list.RowWithText(target_name).value_or(0));
+    NumberRows(list); // before the yield: the list may be saved there
+    if (shell::YieldWhileSorted(form, list)) {
+        NumberRows(list);
+    }
 }
 
 } // namespace

@@ -75,8 +75,9 @@ void Drop(Form1& form, int x, int y) {
     if (!list.Row(target_index).tag.empty()) {
         return;
     }
-    shell::MoveRow(form, list, controls::kSortKey, shell::MovedRow(list, form.sheets_drag), *target,
+    shell::MoveRow(list, controls::kSortKey, shell::MovedRow(list, form.sheets_drag), *target,
                    target_index);
+    shell::YieldWhileSorted(form, list);
 }
 
 } // namespace

@@ -87,6 +87,11 @@ std::string TableChangedMeanwhile() {
     return "Během načítání zapsal do tabulky jiný příkaz. Načtěte ji znovu.";
 }
 
+std::string TableFilledMeanwhile() {
+    return "Během vytváření zapsal do tabulky jiný příkaz. Smažte novou tabulku v Catii a vytvořte "
+           "ji znovu.";
+}
+
 std::string TextsPlaced(std::size_t texts) {
     return "Hotovo: do výkresu je vloženo " +
            Counted(static_cast<long long>(texts), "text", "texty", "textů") + ".";

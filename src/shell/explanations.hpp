@@ -17,6 +17,7 @@ std::string PositionWithoutY(std::size_t line);
 std::string NoColumnOfTheList(const std::string& slot);
 std::string NoCurrentRow();
 std::string TableChangedMeanwhile();
+std::string TableFilledMeanwhile();
 
 // What an action that shows no closing message has done.
 std::string TextsPlaced(std::size_t texts);

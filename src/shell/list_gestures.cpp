@@ -59,8 +59,8 @@ std::optional<std::size_t> NeighbourOfCurrentRow(const ListView& list, int rows)
     return static_cast<std::size_t>(row);
 }
 
-void MoveRow(controls::Form1& form, ListView& list, std::size_t key, std::size_t moved,
-             std::size_t target, std::size_t target_index) {
+void MoveRow(ListView& list, std::size_t key, std::size_t moved, std::size_t target,
+             std::size_t target_index) {
     // The keys get a digit more: the moved row sorts just before the target's or just after it.
     const std::string target_key = list.SubItem(target, key);
     list.SetSubItem(moved, key, target_key + (target_index < moved ? "1" : "3"));
@@ -69,12 +69,16 @@ void MoveRow(controls::Form1& form, ListView& list, std::size_t key, std::size_t
             list.SetSubItem(row, key, list.SubItem(row, key) + "2");
         }
     }
+    list.SetSorted(key);
+}
+
+bool YieldWhileSorted(controls::Form1& form, ListView& list) {
     const struct SortedWhile {
         ListView& list;
         ~SortedWhile() { list.SetSorted(std::nullopt); }
     } sorted{list};
-    list.SetSorted(key);
     DoEvents(form);
+    return list.Sorted();
 }
 
 } // namespace shell

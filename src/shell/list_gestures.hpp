@@ -28,10 +28,13 @@ std::optional<std::size_t> NeighbourOfCurrentRow(const controls::ListView& list,
 
 // Moves row `moved` to the place of row `target`: before it when `target_index`, the first row of
 // the target's name, stands above `moved`, else after it. The rows are sorted by the texts of
-// `key`, a sub-item whose texts rise from row to row and are left changed; the list yields once
-// while it is sorted, which raises 18 where the window was closed meanwhile. Raises 35600 where a
-// row does not exist.
-void MoveRow(controls::Form1& form, controls::ListView& list, std::size_t key, std::size_t moved,
-             std::size_t target, std::size_t target_index);
+// `key`, a sub-item whose texts rise from row to row and are left changed; the list is left sorted.
+// Raises 35600 where a row does not exist.
+void MoveRow(controls::ListView& list, std::size_t key, std::size_t moved, std::size_t target,
+             std::size_t target_index);
+
+// Yields once while the list is sorted, and ends the sorting. Whether it is still the list that was
+// sorted, and not one that was filled anew meanwhile. Raises 18 where the window was closed.
+bool YieldWhileSorted(controls::Form1& form, controls::ListView& list);
 
 } // namespace shell

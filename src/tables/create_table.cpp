@@ -132,6 +132,7 @@ void CreateTable(Form1& form, const Parts& parts, const Manner& manner) {
     }
     const catia::DrawingTables tables = drawing->view.Tables();
 
+    const std::uint64_t writes_before = form.table_writes;
     shell::stat(form, "Catie vytvari tabulku");
     shell::DoEvents(form);
     const NewTable created{tables.Add(configuration.x, configuration.y, rows, kColumns,
@@ -167,6 +168,12 @@ void CreateTable(Form1& form, const Parts& parts, const Manner& manner) {
     }
 
     manner.fill(form, created);
+    if (form.table_writes != writes_before) {
+        // The person can select the new table while it is being made.
+        automation::RunTimeError disturbed = automation::InvalidProcedureCall();
+        disturbed.reason = shell::TableFilledMeanwhile();
+        throw disturbed;
+    }
 
     if (configuration.line_thickness) {
         shell::stat(form, "Catie meni tlousku cary");

@@ -124,6 +124,37 @@ TEST_F(Dragging, ClosingWhileTheRowsAreSortedSavesProperPositions) {
               "2@@True@@0003@@@@4@@@@@@\r\n");
 }
 
+TEST_F(Dragging, WindowsEndingTheSessionWhileTheRowsAreSortedSavesProperPositions) {
+    for (int row = 1; row <= 3; ++row) {
+        AddRow(list, {std::to_string(row), "000" + std::to_string(row)});
+    }
+    events.at_yield[1] = [&] { app::EndSession(form); };
+    Drag(list, 3, 1);
+    EXPECT_EQ(files.stored["C:\\Dorvak\\list.txt"],
+              "3@@False@@0001@@@@@@@@@@\r\n1@@False@@0002@@@@@@@@@@\r\n"
+              "2@@False@@0003@@@@@@@@@@\r\n");
+}
+
+TEST_F(Dragging, AListLoadedWhileTheRowsAreSortedStaysAsItWasLoaded) {
+    AddRow(list, {"1", "0001"});
+    AddRow(list, {"2", "0002"});
+    files.stored["C:\\Dorvak\\list.txt"] = "a@@False@@0005\r\nb@@False@@0007\r\n";
+    events.at_yield[1] = [&] { form.Command27.MouseDown(controls::kRightButton, 0, 1, 1); };
+    Drag(list, 2, 1);
+    EXPECT_EQ(Names(), (Texts{"a", "b"}));
+    EXPECT_EQ(Positions(), (Texts{"0005", "0007"}));
+}
+
+TEST_F(Dragging, SheetsLoadedWhileTheRowsAreSortedKeepTheirOrder) {
+    Open("DrawingDocument D.CATDrawing\nsheet 1\nsheet 2\nsheet 3\n");
+    AddRow(list, {"part"});
+    form.Command21.Click();
+    events.at_yield[1] = [&] { form.Command21.Click(); };
+    Drag(form.ListView3, 3, 1);
+    EXPECT_EQ(Column(form.ListView3, 0), (Texts{"1", "2", "3"}));
+    EXPECT_FALSE(form.ListView3.Sorted());
+}
+
 TEST_F(Dragging, ARowIsFoundAgainWhereTheListChangedBetweenPressAndRelease) {
     for (int row = 1; row <= 4; ++row) {
         AddRow(list, {std::to_string(row), "000" + std::to_string(row)});
@@ -211,6 +242,23 @@ TEST_F(Disturbed, AHandlerMayRunInsideItsOwnEventsOtherHandlers) {
     form.Command17.Click();
     EXPECT_TRUE(form.unloaded);
     EXPECT_TRUE(files.stored.contains("C:\\Dorvak\\list.txt"));
+}
+
+TEST_F(Disturbed, ATableThatWasFilledWhileItWasMadeIsNotSaidToBeMade) {
+    Open(testing_support::kEmptyDrawing);
+    AddRow(list, {"first", "0001", "1"});
+    AddRow(list, {"second", "0002", "2"});
+    events.at_yield[4] = [&] { // the last row is to come
+        session.SelectTable("Sheet.1", "Main View", 1);
+        AddRow(list, {"third", "0003", "3"});
+        form.Command30.Click();
+    };
+    form.Command11.Click();
+    EXPECT_NE(Status(), "Tabulka vytvorena Ok ");
+    EXPECT_EQ(form.StatusBar1.State(), controls::ActionState::kFailed);
+    EXPECT_EQ(form.StatusBar1.ShownExplanation().text,
+              "Během vytváření zapsal do tabulky jiný příkaz. Smažte novou tabulku v Catii a "
+              "vytvořte ji znovu.");
 }
 
 TEST_F(Disturbed, TheSingleRowIsTheOneThatWasCurrentWhenItWasPressed) {

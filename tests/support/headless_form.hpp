@@ -70,11 +70,15 @@ struct MemorySettings : platform::SettingsStore {
 struct ScriptedEvents : platform::EventPump {
     int yields = 0;
     std::map<int, std::function<void()>> at_yield; // what the person does at the n-th yield
+    std::function<void()> at_every_yield;          // and at each of them
 
     void DoEvents() override {
         ++yields;
         if (const auto act = at_yield.find(yields); act != at_yield.end()) {
             act->second();
+        }
+        if (at_every_yield) {
+            at_every_yield();
         }
     }
 };
