@@ -8,7 +8,9 @@ cd "$root"
 native_packages=(cmake ninja-build g++ libgtest-dev)
 fuzz_packages=(clang libclang-rt-14-dev)
 windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest)
-wine_packages=(wine wine64 fonts-wine locales)
+# The preloader keeps free the addresses where Windows has fixed data. Without it a process has its
+# heap there once in some thousand starts, and ends before it has begun.
+wine_packages=(wine wine64 wine64-preloader fonts-wine locales)
 screen_packages=(xvfb)
 
 say() { printf '== %s\n' "$*"; }
