@@ -8,7 +8,9 @@ cd "$root"
 native_packages=(cmake ninja-build g++ libgtest-dev)
 fuzz_packages=(clang libclang-rt-14-dev)
 windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest)
-wine_packages=(wine wine64 fonts-wine locales)
+# The preloader keeps free the addresses where Windows has fixed data. Without it a process has its
+# heap there once in some thousand starts, and ends before it has begun.
+wine_packages=(wine wine64 wine64-preloader fonts-wine locales)
 screen_packages=(xvfb)
 
 say() { printf '== %s\n' "$*"; }
@@ -83,6 +85,10 @@ make_wine_prefix() {
     # To its end and alone: a program started meanwhile would find no COM services.
     DISPLAY= "${wine_command[@]}" wineboot -i >build/wineboot.log 2>&1
     wineserver -w
+    # A program that crashes ends with a stack trace, and not in a box that nobody closes.
+    "${wine_command[@]}" reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog \
+        /t REG_DWORD /d 0 /f >>build/wineboot.log 2>&1
+    wineserver -w
     # Debian's Wine does not find its own fonts; this one draws the title bars' buttons.
     local font=/usr/share/wine/fonts/marlett.ttf
     [[ -e $font ]] && cp "$font" "$WINEPREFIX/drive_c/windows/Fonts/"
@@ -91,16 +97,17 @@ make_wine_prefix() {
 
 # Ends every program of the prefix, and waits until they are gone.
 end_wine() {
-    wineserver -k 2>/dev/null || true
-    timeout 20 wineserver -w 2>/dev/null || true
+    wineserver -k 2>/dev/null || true # fails where none runs
+    timeout 20 wineserver -w || echo "The programs of the Wine prefix do not end." >&2
 }
 
 # Starts a virtual screen on a free display number and sets DISPLAY; end_screen ends it.
 screen_process=
 start_screen() {
-    local number_file
+    local number_file log
     number_file=$(mktemp)
-    Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$number_file" 2>/dev/null &
+    log=$(mktemp)
+    Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$number_file" 2>"$log" &
     screen_process=$!
     local tries
     for ((tries = 0; tries < 200; ++tries)); do
@@ -109,11 +116,12 @@ start_screen() {
         sleep 0.05
     done
     DISPLAY=:$(<"$number_file")
-    rm -f "$number_file"
     if [[ $DISPLAY == : ]]; then
-        echo "The virtual screen does not start." >&2
-        return 1
+        echo "The virtual screen does not start:" >&2
+        cat "$log" >&2
     fi
+    rm -f "$number_file" "$log"
+    [[ $DISPLAY != : ]] || return 1
     export DISPLAY
 }
 end_screen() {

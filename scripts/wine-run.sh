@@ -2,24 +2,30 @@
 # wine-run.sh PROGRAM.exe [ARGUMENT...]
 # Runs a Windows program that leaves its exit code in the file named by RESULT_FILE (the desktop
 # tests and the road player do): in the project's Wine prefix, on a Wine desktop of its own in a
-# virtual screen of its own. Its exit code is the program's. Whatever the program started is ended
-# with it, also after WINE_RUN_SECONDS (default 540) or an interruption.
+# virtual screen of its own. Its exit code is the program's; where that is not 0, Wine's messages
+# follow the program's output. Whatever the program started is ended with it, also after
+# WINE_RUN_SECONDS (default 540) or an interruption.
 . "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 program=$(realpath "$1")
 shift
 windows_build=$(dirname "$(dirname "$(dirname "$program")")")
-[[ $program == "$windows_build"/tests/desktop/* ]] || {
+[[ $program == "$windows_build"/tests/desktop/* && -f $program ]] || {
     echo "wine-run.sh: $program is not a desktop test" >&2
     exit 2
 }
 
 use_wine
+export WINEDEBUG=-all,err+all
 result=$(mktemp)
+messages=$(mktemp)
+launcher=
 cleanup() {
+    # First what may not have reached Wine's server yet.
+    [[ -z $launcher ]] || kill "$launcher" 2>/dev/null || true
     end_wine
     end_screen
-    rm -f "$result"
+    rm -f "$result" "$messages"
 }
 trap cleanup EXIT
 trap 'exit 130' INT
@@ -34,13 +40,45 @@ CATIASIM_EXE=$(windows_path "$windows_build/simulator/CatiaSim.exe")
 SAMPLES=$(windows_path "$root/samples")
 RESULT_FILE=$(windows_path "$result")
 
+# The prefix's processes that are there now, a line each.
+wine_processes() {
+    local folder
+    for folder in /proc/[0-9]*; do
+        if [[ $(readlink "$folder/exe") == */wine* ]] &&
+            grep -qzxF "WINEPREFIX=$WINEPREFIX" "$folder/environ"; then
+            echo "    ${folder#/proc/} $(tr -s '\0' ' ' <"$folder/cmdline")"
+        fi
+    done 2>/dev/null
+}
+
 # In the background, so that a signal is handled at once. The desktop ends with its last program.
-timeout -k 5 "${WINE_RUN_SECONDS:-540}" "${wine_command[@]}" \
-    explorer "/desktop=run$$,1280x900" "$(windows_path "$program")" "$@" &
-wait $! || true
+# When the time is up, only the launcher is ended, so that the others can be listed.
+limit=${WINE_RUN_SECONDS:-540}
+timeout --foreground -k 5 "$limit" "${wine_command[@]}" \
+    explorer "/desktop=run$$,1280x900" "$(windows_path "$program")" "$@" 2>"$messages" &
+launcher=$!
+ended=0
+wait "$launcher" || ended=$?
+launcher=
 
 if [[ -s $result ]]; then
-    exit "$(tr -dc 0-9 <"$result")"
+    code=$(tr -dc 0-9 <"$result")
+else
+    code=1
+    {
+        echo "wine-run.sh: the program ended without a result after $SECONDS s"
+        if ((ended == 124 || ended == 137)); then
+            echo "Its time was up: $limit s"
+        else
+            echo "Exit code of its desktop: $ended"
+        fi
+        kill -0 "$screen_process" 2>/dev/null || echo "The virtual screen $DISPLAY has ended, too"
+        echo "Wine's processes that are still there:"
+        wine_processes
+    } >&2
 fi
-echo "wine-run.sh: the program ended without a result" >&2
-exit 1
+if ((code != 0)) && [[ -s $messages ]]; then
+    echo "Wine's messages, the last ones:" >&2
+    tail -n 60 "$messages" >&2
+fi
+exit "$code"

@@ -56,19 +56,6 @@ std::wstring ClassPrefix(HKEY root) {
     return root == HKEY_CURRENT_USER ? kUserClasses : L"";
 }
 
-// Right after a system has started, the services that keep registrations may not answer yet.
-template <typename Register>
-HRESULT WhenServicesRun(Register register_it) {
-    constexpr int kTries = 20;
-    constexpr DWORD kPause = 100; // milliseconds
-    HRESULT result = register_it();
-    for (int tries = 1; tries < kTries && FAILED(result); ++tries) {
-        Sleep(kPause);
-        result = register_it();
-    }
-    return result;
-}
-
 } // namespace
 
 ApplicationRegistration::ApplicationRegistration(Server& server) {
@@ -90,15 +77,10 @@ ApplicationRegistration::ApplicationRegistration(Server& server) {
     }
     const ComPtr<IDispatch> application = MakeDispatch(server, server.session.Application());
     const auto factory = com::Make<ApplicationFactory>(application);
-    const auto register_class = [&] {
-        return CoRegisterClassObject(class_id, factory.Get(), CLSCTX_LOCAL_SERVER,
-                                     REGCLS_MULTIPLEUSE, &class_object_);
-    };
-    const auto register_application = [&] {
-        return RegisterActiveObject(application.Get(), class_id, ACTIVEOBJECT_STRONG,
-                                    &running_object_);
-    };
-    if (FAILED(WhenServicesRun(register_class)) || FAILED(WhenServicesRun(register_application))) {
+    if (FAILED(CoRegisterClassObject(class_id, factory.Get(), CLSCTX_LOCAL_SERVER,
+                                     REGCLS_MULTIPLEUSE, &class_object_)) ||
+        FAILED(RegisterActiveObject(application.Get(), class_id, ACTIVEOBJECT_STRONG,
+                                    &running_object_))) {
         problem_ = "The session cannot be registered as a running CATIA.";
     }
 }

@@ -317,7 +317,7 @@ Program::Program(const std::string& path, const std::vector<std::string>& argume
     PROCESS_INFORMATION started{};
     if (!CreateProcessW(nullptr, command_line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                         &startup, &started)) {
-        Fail("cannot start " + command);
+        Fail("cannot start " + command + ": error " + std::to_string(GetLastError()));
     }
     CloseHandle(started.hThread);
     process_ = started.hProcess;
@@ -355,7 +355,8 @@ HWND Program::WaitForWindow(const std::string& window_class, Milliseconds limit)
         "a window of class " + window_class,
         [&] {
             if (!Running()) {
-                Fail("the program ended before it showed a window of class " + window_class);
+                Fail("the program ended with code " + std::to_string(WaitForEnd()) +
+                     " before it showed a window of class " + window_class);
             }
             window = FindVisible(window_class);
             return window != nullptr;
