@@ -2,9 +2,9 @@
 
 #include <windowsx.h>
 
-#include <cstring>
-
 #include "com/utf.hpp"
+#include "text/text.hpp"
+#include "win32/clipboard.hpp"
 
 namespace win32 {
 
@@ -20,25 +20,6 @@ int ToItem(std::size_t row) {
 
 POINT PointOf(LPARAM l) {
     return {GET_X_LPARAM(l), GET_Y_LPARAM(l)};
-}
-
-void PutOnClipboard(HWND owner, std::wstring_view text) {
-    const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
-    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, bytes);
-    if (memory == nullptr) {
-        return;
-    }
-    std::memcpy(GlobalLock(memory), text.data(), text.size() * sizeof(wchar_t));
-    GlobalUnlock(memory);
-    if (OpenClipboard(owner) != FALSE) {
-        EmptyClipboard();
-        const bool taken = SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
-        CloseClipboard();
-        if (taken) {
-            return; // the clipboard owns the memory now
-        }
-    }
-    GlobalFree(memory);
 }
 
 } // namespace
@@ -70,9 +51,6 @@ ListViewWindow::ListViewWindow(HWND window, controls::ListView& list, Look look,
 ListViewWindow::~ListViewWindow() {
     list_.HitTest = nullptr;
     RemoveWindowSubclass(Window(), WindowProcedure, kSubclass);
-    if (tool_tip_ != nullptr) {
-        DestroyWindow(tool_tip_);
-    }
 }
 
 void ListViewWindow::SetDpi(UINT dpi) {
@@ -105,31 +83,8 @@ void ListViewWindow::Refresh() {
     if (const auto row = list_.TakeRowToShow(); row && *row <= shown_count_) {
         ListView_EnsureVisible(Window(), ToItem(*row), FALSE);
     }
-    RefreshToolTip();
+    tool_tip_.Show(Window(), list_.ToolTip());
     InvalidateRect(Window(), nullptr, FALSE);
-}
-
-void ListViewWindow::RefreshToolTip() {
-    if (list_.ToolTip() == shown_tool_tip_) {
-        return;
-    }
-    shown_tool_tip_ = list_.ToolTip();
-    TTTOOLINFOW tool{};
-    tool.cbSize = sizeof tool;
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = Window();
-    tool.uId = reinterpret_cast<UINT_PTR>(Window());
-    std::wstring text = com::Widen(shown_tool_tip_);
-    tool.lpszText = text.data();
-    if (tool_tip_ == nullptr) {
-        // Without an owner: Wine does not put a window on top that owns another.
-        tool_tip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
-                                    WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, nullptr,
-                                    nullptr, GetModuleHandleW(nullptr), nullptr);
-        SendMessageW(tool_tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-    }
-    SendMessageW(tool_tip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
-    SendMessageW(tool_tip_, TTM_ACTIVATE, shown_tool_tip_.empty() ? FALSE : TRUE, 0);
 }
 
 void ListViewWindow::PushSelection() {
@@ -143,8 +98,7 @@ void ListViewWindow::PushSelection() {
     const auto current = list_.CurrentRow();
     if (current && !HasItemState(ToItem(*current), LVIS_FOCUSED)) {
         SetItemState(ToItem(*current), LVIS_FOCUSED, LVIS_FOCUSED);
-    } else if (const int focused = ListView_GetNextItem(Window(), -1, LVNI_FOCUSED);
-               !current && focused >= 0) {
+    } else if (const int focused = FocusedItem(); !current && focused >= 0) {
         // Not for all rows at once, which takes seconds for a long list.
         SetItemState(focused, 0, LVIS_FOCUSED);
     }
@@ -170,7 +124,7 @@ void ListViewWindow::Pull() {
         }
     }
     shown_selected_ = std::move(selected);
-    const int focused = ListView_GetNextItem(Window(), -1, LVNI_FOCUSED);
+    const int focused = FocusedItem();
     list_.SetCurrentRow(focused < 0 ? std::nullopt
                                     : std::optional(static_cast<std::size_t>(focused) + 1));
     if (in_step) {
@@ -204,13 +158,20 @@ LRESULT ListViewWindow::OnNotify(NMHDR& header) {
         }
         return 0;
     }
-    case LVN_ENDLABELEDITW: {
+    case LVN_BEGINLABELEDITW: {
         const LVITEMW& item = reinterpret_cast<const NMLVDISPINFOW&>(header).item;
         const auto row = static_cast<std::size_t>(item.iItem + 1);
-        if (item.pszText == nullptr || row < 1 || row > list_.Count()) {
+        edited_row_ = row >= 1 && row <= list_.Count() ? list_.Row(row).id : 0;
+        return FALSE;
+    }
+    case LVN_ENDLABELEDITW: {
+        const LVITEMW& item = reinterpret_cast<const NMLVDISPINFOW&>(header).item;
+        if (item.pszText == nullptr || ending_edit_) {
             return FALSE;
         }
-        run_event_([&] { list_.UserRename(row, com::Narrow(item.pszText)); });
+        const FlagWhile ending(ending_edit_);
+        run_event_(
+            [&] { list_.UserRename(edited_row_, text::WithLineFeeds(com::Narrow(item.pszText))); });
         return TRUE;
     }
     case NM_CUSTOMDRAW:
@@ -284,10 +245,14 @@ LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         return 0;
     case WM_LBUTTONUP:
         if (on_check_box_) {
+            // Its release is no drop, wherever the mouse has gone meanwhile.
             on_check_box_ = false;
+            left_down_ = false;
             ReleaseCapture();
             run_event_([this] { list_.UserClick(); });
-        } else {
+            return 0;
+        }
+        {
             const FlagWhile releasing(releasing_);
             DefSubclassProc(Window(), message, w, l);
         }
@@ -305,7 +270,10 @@ LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         }
         break;
     case WM_KEYDOWN:
-        if (OnKeyDown(w)) {
+        return OnKeyDown(w) ? 0 : OnKey(message, w, l);
+    case WM_SYSKEYDOWN:
+        if (w == VK_UP || w == VK_DOWN) {
+            run_event_([this, w] { list_.UserMoveKey(w == VK_DOWN ? 1 : -1); });
             return 0;
         }
         break;
@@ -313,7 +281,7 @@ LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         if (w == L' ' && look_.check_boxes) {
             return 0; // the key has toggled the check box already
         }
-        break;
+        return OnKey(message, w, l);
     case WM_CONTEXTMENU:
         // The mouse's menu belongs to the press of the button; this one comes from the keyboard.
         if (l == -1) {
@@ -324,6 +292,31 @@ LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         break;
     }
     return DefSubclassProc(Window(), message, w, l);
+}
+
+int ListViewWindow::FocusedItem() const {
+    return ListView_GetNextItem(Window(), -1, LVNI_FOCUSED);
+}
+
+// Whoever goes from row to row by keyboard sees each in the fields beside the list, as by a click.
+LRESULT ListViewWindow::OnKey(UINT message, WPARAM w, LPARAM l) {
+    const int before = FocusedItem();
+    const LRESULT result = DefSubclassProc(Window(), message, w, l);
+    if (FocusedItem() != before) {
+        run_event_([this] { list_.UserClick(); });
+    }
+    return result;
+}
+
+void ListViewWindow::EndEdit() {
+    const HWND edit = ListView_GetEditControl(Window());
+    if (edit == nullptr || ending_edit_) {
+        return;
+    }
+    const FlagWhile ending(ending_edit_);
+    const std::string text = ReadText(edit);
+    SendMessageW(Window(), LVM_CANCELEDITLABEL, 0, 0);
+    list_.UserRename(edited_row_, text::WithLineFeeds(text));
 }
 
 LRESULT ListViewWindow::OnButtonDown(UINT message, WPARAM w, LPARAM l) {
@@ -522,7 +515,7 @@ bool ListViewWindow::HasItemState(int item, UINT state) const {
 void ListViewWindow::CopySelection() const {
     const std::string text = list_.SelectionAsText();
     if (!text.empty()) {
-        PutOnClipboard(Window(), com::Widen(text));
+        PutOnClipboard(Window(), text);
     }
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "controls/list_view.hpp"
+#include "win32/tool_tips.hpp"
 #include "win32/views.hpp"
 
 namespace win32 {
@@ -29,6 +30,7 @@ class ListViewWindow : public View {
     void Pull() override;
     LRESULT OnNotify(NMHDR& header) override;
     void CancelDrag() override;
+    void EndEdit() override;
     // Below the current row's beginning.
     [[nodiscard]] POINT MenuPlace() const override;
 
@@ -47,6 +49,8 @@ class ListViewWindow : public View {
     LRESULT OnButtonDown(UINT message, WPARAM w, LPARAM l);
     LRESULT OnRightButtonDown(LPARAM l);
     bool OnKeyDown(WPARAM key);
+    LRESULT OnKey(UINT message, WPARAM w, LPARAM l);
+    [[nodiscard]] int FocusedItem() const;
     void RaiseMouseUp(int button, POINT at);
     void DragOver(POINT at);
     void ShowDropMark(std::optional<std::size_t> row);
@@ -56,7 +60,6 @@ class ListViewWindow : public View {
     [[nodiscard]] std::optional<std::size_t> RowAt(POINT at, UINT* flags = nullptr) const;
     void Toggle(std::size_t row);
     void PushSelection();
-    void RefreshToolTip();
     void SetItemState(int item, UINT state, UINT mask) const;
     [[nodiscard]] bool HasItemState(int item, UINT state) const;
     void CopySelection() const;
@@ -72,8 +75,10 @@ class ListViewWindow : public View {
     bool selection_changed_ = false; // by the person
     bool refreshing_ = false;
     std::wstring display_text_;
-    HWND tool_tip_ = nullptr;
-    std::string shown_tool_tip_;
+    ToolTip tool_tip_;
+
+    std::uint64_t edited_row_ = 0; // by its id
+    bool ending_edit_ = false;
 
     bool left_down_ = false;
     bool on_check_box_ = false;

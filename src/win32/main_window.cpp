@@ -135,6 +135,12 @@ int MainWindow::Run() {
 }
 
 void MainWindow::HandleMessage(MSG& message) const {
+    const bool is_press =
+        (message.message >= WM_LBUTTONDOWN && message.message <= WM_MBUTTONDBLCLK) ||
+        (message.message >= WM_NCLBUTTONDOWN && message.message <= WM_NCMBUTTONDBLCLK);
+    if (is_press && window_ != nullptr) {
+        views_.StatusBar().HideBalloon();
+    }
     if (window_ == nullptr || IsDialogMessageW(window_, &message) == FALSE) {
         TranslateMessage(&message);
         DispatchMessageW(&message);
@@ -164,6 +170,9 @@ void MainWindow::DoEvents() {
 void MainWindow::RunEvent(const std::function<void()>& event) {
     if (!loaded_ || form_.unloaded) {
         return;
+    }
+    for (const auto& view : views_.All()) {
+        view->EndEdit();
     }
     refresher_.Pull();
     event();
@@ -239,6 +248,10 @@ std::optional<LRESULT> MainWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         if (w != SIZE_MINIMIZED) {
             RunEvent([this] { app::Form_Resize(form_); });
         }
+        views_.StatusBar().PlaceBalloon();
+        return std::nullopt;
+    case WM_MOVE:
+        views_.StatusBar().PlaceBalloon();
         return std::nullopt;
     case WM_DPICHANGED: {
         const RECT& suggested = *reinterpret_cast<const RECT*>(l);

@@ -9,6 +9,9 @@
 #define IDI_ASSEMBLY 2
 #define IDI_PART 3
 #define IDI_APPLY 4
+#define IDI_RUNNING 5
+#define IDI_DONE 6
+#define IDI_FAILED 7
 
 #define IDD_FORM1 100
 #define IDD_PAGE1 101

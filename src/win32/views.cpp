@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "com/utf.hpp"
+#include "win32/clipboard.hpp"
 #include "win32/resource.h"
 
 namespace win32 {
@@ -15,6 +16,7 @@ constexpr UINT_PTR kSubclass = 1;
 constexpr int kDroppedValues = 15;      // of a picker, in sight at a time
 constexpr int kPictureEdge = 16;        // of a button, in design pixels
 constexpr int kStatusSecondPanel = 110; // design pixels
+constexpr int kIconEdge = 16;           // of the status bar, in design pixels
 
 HWND EditOf(HWND combo_box) {
     COMBOBOXINFO info{};
@@ -83,6 +85,9 @@ void ButtonView::SetDpi(UINT dpi) {
 
 LRESULT CALLBACK ButtonView::WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
                                              UINT_PTR, DWORD_PTR view) {
+    if (message == WM_LBUTTONDBLCLK) {
+        return 0; // the second press of a double click is the same press
+    }
     if (message == WM_RBUTTONDOWN) {
         auto& self = *reinterpret_cast<ButtonView*>(view);
         self.run_event_([&] {
@@ -176,6 +181,13 @@ LRESULT CALLBACK TextBoxView::WindowProcedure(HWND window, UINT message, WPARAM 
         return 0;
     }
     auto& self = *reinterpret_cast<TextBoxView*>(view);
+    if (message == WM_PASTE && self.text_box_.Pasted) {
+        if (const auto pasted = TextOnClipboard(window)) {
+            const std::wstring text = com::Widen(self.text_box_.Pasted(*pasted));
+            SendMessageW(window, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+        }
+        return 0;
+    }
     const bool wants_enter = static_cast<bool>(self.text_box_.KeyPress);
     if (message == WM_CHAR && w == VK_RETURN && wants_enter) {
         self.run_event_([&self] { controls::Raise(self.text_box_.KeyPress, controls::kEnterKey); });
@@ -322,11 +334,71 @@ void StatusBarView::SetDpi(UINT dpi) {
     GetClientRect(Window(), &bar);
     const int edges[2] = {bar.right - Scaled(kStatusSecondPanel, dpi), -1};
     SendMessageW(Window(), SB_SETPARTS, 2, reinterpret_cast<LPARAM>(edges));
+    ShowIcon();
+}
+
+bool StatusBarView::InSight() const {
+    const HWND form = GetAncestor(Window(), GA_ROOT);
+    RECT bar;
+    RECT client;
+    GetWindowRect(Window(), &bar);
+    MapWindowPoints(HWND_DESKTOP, form, reinterpret_cast<POINT*>(&bar), 2);
+    GetClientRect(form, &client);
+    return IsWindowVisible(Window()) != FALSE && IsIconic(form) == FALSE &&
+           bar.bottom <= client.bottom;
+}
+
+// Below the icon, so that the text stays readable.
+POINT StatusBarView::BalloonPoint() const {
+    const UINT dpi = GetDpiForWindow(Window());
+    RECT bar;
+    GetClientRect(Window(), &bar);
+    POINT point{Scaled(kIconEdge / 2 + 4, dpi), bar.bottom - Scaled(3, dpi)};
+    ClientToScreen(Window(), &point);
+    return point;
+}
+
+void StatusBarView::PlaceBalloon() {
+    if (balloon_.Shown() && !InSight()) {
+        balloon_.Hide();
+    } else if (balloon_.Shown()) {
+        balloon_.Move(BalloonPoint());
+    }
+}
+
+void StatusBarView::ShowIcon() {
+    const UINT dpi = GetDpiForWindow(Window());
+    const controls::ActionState state = status_bar_.State();
+    com::Owned<HICON> icon;
+    if (state != controls::ActionState::kNone) {
+        icon = LoadIconOfSize(state == controls::ActionState::kRunning ? IDI_RUNNING
+                              : state == controls::ActionState::kDone  ? IDI_DONE
+                                                                       : IDI_FAILED,
+                              Scaled(kIconEdge, dpi));
+    }
+    SendMessageW(Window(), SB_SETICON, 0, reinterpret_cast<LPARAM>(icon.get()));
+    icon_ = std::move(icon);
 }
 
 void StatusBarView::Refresh() {
+    const controls::Explanation& explanation = status_bar_.ShownExplanation();
+    if (status_bar_.Explanations() != shown_explanations_ &&
+        (explanation.text.empty() || InSight())) {
+        shown_explanations_ = status_bar_.Explanations();
+        const UINT dpi = GetDpiForWindow(Window());
+        tip_.Show(Window(), explanation.text, RECT{0, 0, Scaled(kIconEdge + 8, dpi), 100});
+        if (explanation.text.empty()) {
+            balloon_.Hide();
+        } else {
+            balloon_.Show(Window(), explanation.text, explanation.is_error, BalloonPoint());
+        }
+    }
     if (status_bar_.Revision() == shown_revision_) {
         return;
+    }
+    if (status_bar_.State() != shown_state_) {
+        shown_state_ = status_bar_.State();
+        ShowIcon();
     }
     shown_revision_ = status_bar_.Revision();
     for (std::size_t panel = 0; panel < 2; ++panel) {

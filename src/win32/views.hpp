@@ -8,6 +8,7 @@
 
 #include "controls/controls.hpp"
 #include "win32/layout.hpp"
+#include "win32/tool_tips.hpp"
 
 namespace win32 {
 
@@ -49,6 +50,8 @@ class View {
     virtual void SetDpi(UINT /*dpi*/) {}
     // Ends a drag that has begun here without a drop.
     virtual void CancelDrag() {}
+    // Ends what the person edits in place, taking the text.
+    virtual void EndEdit() {}
     // Where a popup menu asked for by keyboard opens, on the screen: at the window's corner unless
     // it has something that is current.
     [[nodiscard]] virtual POINT MenuPlace() const;
@@ -171,15 +174,28 @@ class StatusBarView : public View {
     StatusBarView(HWND window, const controls::StatusBar& status_bar)
         : View(window), status_bar_(status_bar) {}
 
-    // Shows what changed at once, without waiting for a paint message.
+    // Shows what changed at once, without waiting for a paint message. An explanation comes as a
+    // balloon as soon as the bar is in sight; it stays in the tip of the icon.
     void Refresh() override;
     // Divides the bar into its two panels.
     void SetDpi(UINT dpi) override;
+    // The balloon goes with a click anywhere, and moves with the window.
+    void HideBalloon() { balloon_.Hide(); }
+    void PlaceBalloon();
 
   private:
+    void ShowIcon();
+    [[nodiscard]] bool InSight() const;
+    [[nodiscard]] POINT BalloonPoint() const;
+
     const controls::StatusBar& status_bar_;
     std::uint64_t shown_revision_ = UINT64_MAX;
     std::string shown_[2];
+    controls::ActionState shown_state_ = controls::ActionState::kNone;
+    com::Owned<HICON> icon_;
+    std::uint64_t shown_explanations_ = 0;
+    Balloon balloon_;
+    ToolTip tip_;
 };
 
 // The text of a window, UTF-8.

@@ -41,6 +41,17 @@ TEST_F(CountedList, APartWhoseNodesAreAllUncheckedGetsNoRow) {
     EXPECT_EQ(Column(list, 0), (Texts{"Part 46", "Part 12", "Part 87"}));
 }
 
+TEST_F(CountedList, WithEveryPartUncheckedTheListIsEmptyAndTheCountSaysSo) {
+    form.m_Pridat.Click();
+    form.Command5.Click();
+    form.TreeView1.UserCheck(1, false);
+    form.Command4.Click();
+    EXPECT_EQ(list.Count(), 0U);
+    EXPECT_EQ(form.ListView2.Count(), 0U);
+    EXPECT_EQ(RowCount(), "Pozic: 0");
+    EXPECT_FALSE(Busy());
+}
+
 TEST_F(CountedList, OneCheckedNodeAmongTenGivesARowWithQuantityTen) {
     std::string text = "0\tA";
     for (int i = 0; i < 10; ++i) {

@@ -342,17 +342,16 @@ TEST_F(CreateTable, EndsSilentlyWhicheverCallFails) {
     });
 }
 
-TEST(Road, FromTheProductToTheTable) {
-    HeadlessForm headless;
-    simulator::Session session;
-    session.LoadDocument("product", testing_support::kSampleProduct);
-    headless.Connect(session);
-    headless.form.Command3.Click();
-    headless.form.Command4.Click();
-    headless.form.ListView1.UserCheck(1, true);
-    session.LoadDocument("drawing", kEmptyDrawing);
-    headless.form.Command11.Click();
-    EXPECT_EQ(headless.Status(), "Tabulka vytvorena Ok ");
+struct Road : ActionTest {};
+
+TEST_F(Road, FromTheProductToTheTable) {
+    Open(testing_support::kSampleProduct);
+    form.Command3.Click();
+    form.Command4.Click();
+    form.ListView1.UserCheck(1, true);
+    Open(kEmptyDrawing);
+    form.Command11.Click();
+    EXPECT_EQ(Status(), "Tabulka vytvorena Ok ");
     const std::string drawing = session.DrawingAsText();
     EXPECT_NE(drawing.find(R"("1" "Part 77" "1" "" "" "" "2")"), std::string::npos) << drawing;
     EXPECT_NE(drawing.find(R"("4" "Part 87" "8" "" "" "" "")"), std::string::npos);

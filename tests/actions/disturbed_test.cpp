@@ -166,6 +166,13 @@ TEST_F(Dragging, ATargetWhoseNameOccursTwiceIsItsFirstRow) {
     // Dropped onto the third row, whose name the first row above bears too: it sorts before it.
     Drag(list, 2, 3);
     EXPECT_EQ(Names(), (Texts{"x", "5", "x"}));
+    list.Clear();
+    for (const char* name : {"5", "x", "y", "x"}) {
+        AddRow(list, {name, text::FourDigits(list.Count() + 1)});
+    }
+    // Dropped onto the last row, with both rows of that name below it: it goes after the last.
+    Drag(list, 1, 4);
+    EXPECT_EQ(Names(), (Texts{"x", "y", "x", "5"}));
 }
 
 TEST_F(Dragging, TheKeyboardMovesAnyRow) {

@@ -285,6 +285,33 @@ TEST_F(SingleRow, DiffersFromTheWholeListInNothingButItsDifferences) {
                                "Catie meni tlousku cary", "Tabulka vytvorena Ok "}));
 }
 
+TEST_F(SingleRow, AFontNameIsSetOnEveryCellAfterItsSize) {
+    Open(testing_support::kEmptyDrawing);
+    form.Text2.SetText(form.Text2.Text() + "/fontname;Arial (TrueType)\r\n");
+    form.Command7.Click();
+    EXPECT_EQ(Status(), "Tabulka vytvorena Ok ");
+    Texts expected;
+    for (const char* size : {"2.5", "3.0"}) {
+        for (int column = 1; column <= 7; ++column) {
+            expected.push_back(std::string("DrawingText.SetFontSize(0, 0, ") + size + ")");
+            expected.emplace_back(R"log(DrawingText.SetFontName(0, 0, "Arial (TrueType)"))log");
+        }
+    }
+    Texts fonts;
+    std::ranges::copy_if(session.Log(), std::back_inserter(fonts), [](const std::string& call) {
+        return call.starts_with("DrawingText.SetFont");
+    });
+    EXPECT_EQ(fonts, expected);
+}
+
+TEST_F(SingleRow, AnEmptyFontNameIsNotSet) {
+    Open(testing_support::kEmptyDrawing);
+    form.Text2.SetText(form.Text2.Text() + "/fontname;\r\n");
+    form.Command7.Click();
+    EXPECT_EQ(Status(), "Tabulka vytvorena Ok ");
+    EXPECT_EQ(Count("SetFontName"), 0U);
+}
+
 TEST_F(SingleRow, FreeRowsAndColumnOrderHaveNoEffect) {
     Open(testing_support::kEmptyDrawing);
     form.Text2.SetText(form.Text2.Text() + "/volny;1e300\r\n/razeni;abc\r\n");

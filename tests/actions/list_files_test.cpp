@@ -171,6 +171,55 @@ TEST_F(ListFiles, ANinthFieldStopsTheLoadWithAnInvalidPropertyValue) {
     EXPECT_EQ(list.Count(), 1U);
 }
 
+TEST_F(ListFiles, TheRowCountIsRightAfterEveryFailingLoad) {
+    const struct {
+        const char* file;
+        std::size_t rows;
+    } cases[] = {
+        {"", 0},
+        {"\r\n", 0},
+        {"a@@True\r\n\r\nb@@True\r\n", 1},
+        {"a@@True\r\nno separator\r\n", 2},
+        {"a@@True\r\nb@@maybe\r\nc@@True\r\n", 2},
+        {"a@@True\r\nb@@1@@2@@3@@4@@5@@6@@7@@8@@9\r\n", 2},
+    };
+    for (const auto& [file, rows] : cases) {
+        form.m_Pridat.Click();
+        LoadText(file);
+        EXPECT_EQ(list.Count(), rows) << file;
+        EXPECT_EQ(RowCount(), "Pozic: " + std::to_string(rows)) << file;
+        form.m_Pridat.Click();
+        files.stored[kWorkingFile] = file;
+        PressRight(form.Command27);
+        EXPECT_EQ(list.Count(), rows) << file;
+        EXPECT_EQ(RowCount(), "Pozic: " + std::to_string(rows)) << file;
+    }
+}
+
+TEST_F(ListFiles, TheRowCountIsRightWhereAFileCannotBeReadOrNoneIsChosen) {
+    form.m_Pridat.Click();
+    chosen_file = "";
+    form.Command27.Click();
+    EXPECT_EQ(RowCount(), "Pozic: 1");
+    chosen_file.reset();
+    form.Command17.Click();
+    form.Command27.Click();
+    EXPECT_EQ(Status(), "Nacteni Error 32755 Cancel was selected.");
+    EXPECT_EQ(RowCount(), "Pozic: 1");
+    EXPECT_EQ(list.Count(), 1U);
+    files.stored[kChosen] = "a@@True\r\n";
+    files.failing.emplace(kChosen, automation::RunTimeError(70, "Permission denied"));
+    chosen_file = kChosen;
+    form.Command27.Click();
+    EXPECT_EQ(Status(), "Nacteni Error 70 Permission denied");
+    EXPECT_EQ(list.Count(), 0U) << "it was emptied before the reading";
+    EXPECT_EQ(RowCount(), "Pozic: 0");
+    form.m_Pridat.Click();
+    PressRight(form.Command27);
+    EXPECT_EQ(Status(), "Nacteni Error 53 File not found");
+    EXPECT_EQ(RowCount(), "Pozic: 0");
+}
+
 TEST_F(ListFiles, AValueWithTheSeparatorDoesNotSurvive) {
     AddRow(list, {"a@@b", "0001"}, true);
     Save();

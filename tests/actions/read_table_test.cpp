@@ -246,6 +246,58 @@ TEST_F(ReadTable, TheWindowClosedMeanwhileEndsIt) {
     EXPECT_FALSE(files.stored.contains("C:\\Dorvak\\list.txt")) << "a part of a list was saved";
 }
 
+// The second panel tells the number of rows that stand in the list, however reading ends.
+struct RowCountAfter : Reading {
+    RowCountAfter() {
+        form.m_Pridat.Click();
+        form.m_Pridat.Click();
+    }
+    void ReadAndExpect(const std::string& status, std::size_t rows) {
+        form.Command9.Click();
+        EXPECT_EQ(Status(), status);
+        EXPECT_EQ(list.Count(), rows) << status;
+        EXPECT_EQ(RowCount(), "Pozic: " + std::to_string(rows)) << status;
+    }
+};
+
+TEST_F(RowCountAfter, EveryRefusal) {
+    ASSERT_EQ(RowCount(), "Pozic: 2");
+    ReadAndExpect("Zjistuju spusteni Catie", 2);
+    desktop.titles = {"CATIA V5"};
+    ReadAndExpect("Cekam na Catii", 2); // there is a window, and no application
+    Open("ProductDocument P.CATProduct\nproduct a\n");
+    ReadAndExpect("Neni aktivni CATDrawing", 2);
+    Open(testing_support::kEmptyDrawing);
+    ReadAndExpect("Nejsou vybrany zadny objekty", 2);
+    Open("DrawingDocument D.CATDrawing\nsheet s\n view v\n  text abc selected\n");
+    ReadAndExpect("Spatny vyber", 2);
+    Open(DrawingWithTable(1, 7));
+    ReadAndExpect("Cekam na Catii", 2); // there is no second row whose height is read
+    Open(DrawingWithTable(3, 6));
+    ReadAndExpect("Cekam na Catii", 0); // emptied, and nothing to load
+}
+
+TEST_F(RowCountAfter, AFailureOfAnyCall) {
+    Open(DrawingWithTable(3, 7));
+    form.Command9.Click();
+    ASSERT_EQ(RowCount(), "Pozic: 3");
+    const std::size_t calls = session.Log().size();
+    std::size_t least = 3;
+    for (std::size_t call = 1; call <= calls; ++call) {
+        Open(DrawingWithTable(3, 7));
+        list.Clear();
+        form.m_Pridat.Click();
+        session.Arm({.call = call});
+        form.Command9.Click();
+        EXPECT_NE(Status(), "Nacteni tabulky Ok") << call;
+        EXPECT_EQ(RowCount(), "Pozic: " + std::to_string(list.Count())) << call;
+        least = std::min(least, list.Count());
+    }
+    EXPECT_EQ(least, 0U) << "the failures reach into the rows";
+    EXPECT_EQ(list.Count(), 3U) << "rows read before the failure stay, the last with what it had";
+    EXPECT_EQ(RowTexts(list, 1), (Texts{"old", "old", "old", "old", "old", "old", "old"}));
+}
+
 struct ReadingSweep : testing::TestWithParam<controls::Button controls::Form1::*> {};
 
 TEST_P(ReadingSweep, EndsSilentlyWhicheverCallFails) {

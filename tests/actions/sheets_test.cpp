@@ -58,6 +58,24 @@ struct NumberingRange : SheetList {};
 struct NamingDirectly : SheetList {};
 struct Reordering : SheetList {};
 struct Missing : SheetList {};
+struct Endings : SheetList {
+    // Lists and answers that every action finds something to do with.
+    Endings() {
+        AddParts(form, {"2"});
+        AddRows({"a", "b"}, true);
+        list.SetSubItem(1, controls::kNewName, "new");
+        message_boxes.text_answer = "1-2";
+        message_boxes.three_way_answer = platform::Answer::kYes;
+    }
+    void ExpectMessages(controls::Button& button, const Texts& expected) {
+        messages.clear();
+        button.Click();
+        EXPECT_EQ(messages, expected) << button.Caption();
+        EXPECT_EQ(Names(), (Texts{"a", "b"})) << button.Caption();
+        EXPECT_TRUE(message_boxes.asked.empty()) << button.Caption();
+        EXPECT_TRUE(message_boxes.shown.empty()) << button.Caption();
+    }
+};
 
 TEST_F(Loading, ThreeSheetsAreThreeTickedRowsWithEmptyNewNames) {
     Open(kThreeSheets);
@@ -241,6 +259,19 @@ TEST_F(Naming, AFractionalStartIsKeptAndNoNumberIsZero) {
     EXPECT_EQ(NewNames(), (Texts{"0", "1"}));
 }
 
+TEST_F(Naming, NumbersWithAFractionShowNoBinaryNoise) {
+    AddRows({"a"}, true);
+    form.Text6.UserChange("1.3");
+    form.Command20.Click();
+    EXPECT_EQ(NewNames(), Texts{"1.3"});
+    EXPECT_EQ(Status(), "Ocislovano: 1.3");
+    AddRows({"b", "c", "d", "e", "f", "g"}, true);
+    form.Text6.UserChange("10.01");
+    form.Command20.Click();
+    EXPECT_EQ(NewNames(), (Texts{"10.01", "11.01", "12.01", "13.01", "14.01", "15.01", "16.01"}));
+    EXPECT_EQ(Status(), "Ocislovano: 16.01");
+}
+
 TEST_F(Naming, NumberingWithoutATickedRowShowsTheStartNumberMinusOne) {
     AddRows({"a"});
     form.Text6.UserChange("7");
@@ -295,6 +326,33 @@ TEST_F(Naming, ANameAboveSlot500IsErrorNineOfTheDefaultHandling) {
     ASSERT_EQ(message_boxes.shown.size(), 1U);
     EXPECT_EQ(message_boxes.shown[0].number, 9);
     EXPECT_EQ(message_boxes.shown[0].description, "Subscript out of range");
+}
+
+TEST_F(Naming, MoreThan500TickedRowsAreErrorNineAtTheRowWithoutASlot) {
+    AddParts(form, {"1"});
+    AddRows(Texts(500, "x"), true);
+    AddRows({"unticked"});
+    form.Command22.Click();
+    EXPECT_EQ(Status(), "Pojmenovano: 500");
+    EXPECT_TRUE(message_boxes.shown.empty());
+    list.SetSubItem(501, controls::kNewName, "kept");
+    list.SetChecked(501, true);
+    form.Command22.Click();
+    ASSERT_EQ(message_boxes.shown.size(), 1U);
+    EXPECT_EQ(message_boxes.shown[0].number, 9);
+    EXPECT_EQ(NewNames()[0], "2.A");
+    EXPECT_EQ(NewNames()[500], "kept");
+}
+
+TEST_F(Naming, PartsWithoutASheetMayStandAboveSlot500) {
+    AddParts(form, {"x"});
+    for (int i = 0; i < 600; ++i) {
+        form.ListView1.Add("without a sheet");
+    }
+    AddRows({"x", "y"}, true);
+    form.Command22.Click();
+    EXPECT_EQ(NewNames(), (Texts{"2.A", ""}));
+    EXPECT_TRUE(message_boxes.shown.empty());
 }
 
 TEST_F(Applying, RenamesTickedRowsWithANewNameAndCreatesPlannedOnes) {
@@ -374,6 +432,48 @@ TEST_F(NumberingRange, ARangeThatEndsBeforeItStartsNumbersNothing) {
     EXPECT_EQ(DrawnSheets(), (Texts{"Sestava", "Hřídel", "Kolo"}));
 }
 
+TEST_F(NumberingRange, StepsAreRoundedToAWholeNumber) {
+    const struct {
+        const char* answer;
+        Texts names;
+    } cases[] = {
+        {"1-2.4", {"1", "2", "c", "d", "e"}},
+        {"1-2.5", {"1", "2", "c", "d", "e"}}, // two and a half steps: to the even number
+        {"1-2.6", {"1", "2", "3", "d", "e"}},
+        {"1-3.5", {"1", "2", "3", "4", "e"}},
+        {"1.5-3", {"1.5", "2.5", "c", "d", "e"}},
+        {"0.3-1", {"0.3", "1.3", "c", "d", "e"}},
+    };
+    for (const auto& [answer, names] : cases) {
+        Open("DrawingDocument D.CATDrawing\nsheet a\nsheet b\nsheet c\nsheet d\nsheet e\n");
+        message_boxes.text_answer = answer;
+        form.Command24.Click();
+        EXPECT_EQ(DrawnSheets(), names) << answer;
+    }
+}
+
+TEST_F(NumberingRange, APieceWithoutANumberIsZero) {
+    const struct {
+        const char* answer;
+        Texts names;
+    } cases[] = {
+        {"-2", {"0", "1", "2"}},
+        {"-5", {"0", "1", "2"}},
+        {"5-", {"Sestava", "Hřídel", "Kolo"}},
+        {"a-b", {"0", "Hřídel", "Kolo"}},
+        {"-", {"0", "Hřídel", "Kolo"}},
+        {"3-1", {"Sestava", "Hřídel", "Kolo"}},
+        {" 7x - 8y", {"7", "8", "Kolo"}},
+    };
+    for (const auto& [answer, names] : cases) {
+        Open(kThreeSheets);
+        message_boxes.text_answer = answer;
+        form.Command24.Click();
+        EXPECT_EQ(DrawnSheets(), names) << answer;
+        EXPECT_EQ(Status(), "Zjistuju spusteni Catie") << answer;
+    }
+}
+
 TEST_F(NumberingRange, MakesTheStricterTestOnly) {
     Open("DrawingDocument \"my CATDrawing\"\nsheet a\n");
     message_boxes.text_answer = "1-1";
@@ -407,6 +507,42 @@ TEST_F(NamingDirectly, CancelEndsIt) {
     form.Command25.Click();
     EXPECT_EQ(DrawnSheets(), (Texts{"Sestava", "Hřídel", "Kolo"}));
     EXPECT_TRUE(messages.empty()) << "it looks for no session and announces nothing";
+}
+
+TEST_F(NamingDirectly, TheNumberIsTheRowsPositionAndPartsWithoutASheetLeaveEmptyNames) {
+    constexpr const char* kFive =
+        "DrawingDocument D.CATDrawing\nsheet s1\nsheet s2\nsheet s3\nsheet s4\nsheet s5\n";
+    AddParts(form, {"x", "", "x", "x"});
+    Open(kFive);
+    message_boxes.three_way_answer = platform::Answer::kNo;
+    form.Command25.Click();
+    EXPECT_EQ(DrawnSheets(), (Texts{"1.A", "", "3.C", "s4", "s5"})) << "three names were counted";
+    Open(kFive);
+    message_boxes.three_way_answer = platform::Answer::kYes;
+    form.Command25.Click();
+    EXPECT_EQ(DrawnSheets(), (Texts{"1.Sestava", "2.A", "", "4.C", "s5"}));
+}
+
+TEST_F(NamingDirectly, ASecondEmptyNameThatCatiaRefusesIsReportedAndTheNamesBeforeStay) {
+    Open(kThreeSheets);
+    AddParts(form, {"x", "", "", "x", "x"});
+    message_boxes.three_way_answer = platform::Answer::kNo;
+    form.Command25.Click();
+    EXPECT_EQ(Status(), "-2147467259 The method Name failed");
+    EXPECT_EQ(DrawnSheets(), (Texts{"1.A", "", "Kolo"}));
+}
+
+TEST_F(NamingDirectly, TheAssemblyMovesTheHundredthPartAboveTheSlots) {
+    Open(kThreeSheets);
+    AddParts(form, Texts(100, "x"));
+    form.ListView1.Add("without a sheet");
+    message_boxes.three_way_answer = platform::Answer::kYes;
+    form.Command25.Click();
+    EXPECT_EQ(Status(), "9 Subscript out of range");
+    EXPECT_EQ(DrawnSheets(), (Texts{"Sestava", "Hřídel", "Kolo"}));
+    message_boxes.three_way_answer = platform::Answer::kNo;
+    form.Command25.Click();
+    EXPECT_EQ(DrawnSheets(), (Texts{"1.A", "2.B", "3.C"}));
 }
 
 TEST_F(NamingDirectly, ANameAboveSlot100IsCaughtByTheTrap) {
@@ -482,6 +618,68 @@ TEST_F(Reordering, TheRightButtonNeitherStartsNorDrops) {
 TEST_F(Reordering, AnEmptyListStartsNoDrag) {
     list.UserMouseDown(controls::kLeftButton, 0, 5, 1);
     EXPECT_EQ(Status(), "");
+}
+
+TEST_F(Reordering, SeveralDetailRowsGoToTheEndInTheOrderOfTheirMarks) {
+    AddRows({"1", "D2", "2", "D1", "3"});
+    list.SetTag(2, "A0002");
+    list.SetTag(4, "A0001");
+    Drag(list, 5, 1);
+    EXPECT_EQ(Names(), (Texts{"3", "1", "2", "D1", "D2"}));
+    Drag(list, 1, 3);
+    EXPECT_EQ(Names(), (Texts{"1", "2", "3", "D1", "D2"}));
+}
+
+TEST_F(Reordering, OfDraggedRowsOfOneNameTheFirstMoves) {
+    AddRows({"2", "1", "3", "1", "4"});
+    list.SetSubItem(2, controls::kNewName, "first");
+    list.SetSubItem(4, controls::kNewName, "second");
+    Drag(list, 4, 5);
+    EXPECT_EQ(Names(), (Texts{"2", "3", "1", "4", "1"}));
+    EXPECT_EQ(NewNames(), (Texts{"", "", "second", "", "first"}));
+}
+
+TEST_F(Reordering, ARowDroppedOntoAnotherOfItsNameStaysInItsPlace) {
+    AddRows({"1", "2", "1"});
+    list.SetSubItem(1, controls::kNewName, "first");
+    Drag(list, 3, 1);
+    EXPECT_EQ(NewNames(), (Texts{"first", "", ""}));
+    EXPECT_EQ(Names(), (Texts{"1", "2", "1"}));
+}
+
+TEST_F(Reordering, OfTargetsOfOneNameTheFirstSaysWhetherTheRowMovesUp) {
+    // Dropped onto the third row, whose name the first row bears too: it sorts before the third.
+    AddRows({"x", "5", "x", "y"});
+    Drag(list, 2, 3);
+    EXPECT_EQ(Names(), (Texts{"x", "5", "x", "y"}));
+    // Down onto the last: both rows of that name stand below.
+    list.Clear();
+    AddRows({"5", "x", "y", "x"});
+    Drag(list, 1, 4);
+    EXPECT_EQ(Names(), (Texts{"x", "y", "x", "5"}));
+}
+
+TEST_F(Reordering, ATargetWhoseNameADetailRowBearsFirstTakesNoRow) {
+    AddRows({"x", "5", "x"});
+    list.SetTag(1, "A0001");
+    Drag(list, 2, 3);
+    EXPECT_EQ(Names(), (Texts{"x", "5", "x"}));
+}
+
+TEST_F(Reordering, AnEmptySheetListHasNoOrderToApply) {
+    Open(kThreeSheets);
+    AddParts(form, {"2"});
+    form.Command34.Click();
+    EXPECT_EQ(Status(), "9 Subscript out of range");
+    EXPECT_EQ(messages,
+              (Texts{"Zjistuju spusteni Catie", "Cekam na Catii", "9 Subscript out of range"}));
+    EXPECT_EQ(std::ranges::count_if(session.Log(),
+                                    [](const std::string& call) {
+                                        return call.find("reorder_Sheets") != std::string::npos;
+                                    }),
+              0);
+    EXPECT_EQ(list.Count(), 0U) << "it is not loaded again";
+    EXPECT_EQ(DrawnSheets(), (Texts{"Sestava", "Hřídel", "Kolo"}));
 }
 
 TEST_F(Reordering, AppliesTheOrderAndLoadsTheListAgain) {
@@ -613,6 +811,72 @@ TEST_F(Missing, TheDiagnosticRefusesWhatIsNoDrawing) {
     form.Command31.Click();
     EXPECT_EQ(Status(), "Neni aktivni CATDrawing");
     EXPECT_EQ(DrawnSheets(), Texts{"s"});
+}
+
+TEST_F(Endings, WithoutASession) {
+    for (controls::Button* button :
+         {&form.Command21, &form.Command23, &form.Command24, &form.Command29, &form.Command34}) {
+        ExpectMessages(*button, {"Zjistuju spusteni Catie"});
+    }
+    for (controls::Button* button : {&form.Command25, &form.Command31}) {
+        ExpectMessages(*button, {"429 ActiveX component can't create object"});
+    }
+}
+
+TEST_F(Endings, WithAWindowOfCatiaWhoseApplicationCannotBeHad) {
+    desktop.titles = {"CATIA V5"};
+    const std::string error = "429 ActiveX component can't create object";
+    for (controls::Button* button :
+         {&form.Command21, &form.Command23, &form.Command29, &form.Command34}) {
+        ExpectMessages(*button, {"Zjistuju spusteni Catie", "Cekam na Catii", error});
+    }
+    ExpectMessages(form.Command24, {"Zjistuju spusteni Catie", error});
+    for (controls::Button* button : {&form.Command25, &form.Command31}) {
+        ExpectMessages(*button, {error});
+    }
+}
+
+TEST_F(Endings, WithAnotherDocument) {
+    Open(testing_support::kSampleProduct);
+    const std::string refusal = "Neni aktivni CATDrawing";
+    for (controls::Button* button :
+         {&form.Command21, &form.Command23, &form.Command29, &form.Command34}) {
+        ExpectMessages(*button, {"Zjistuju spusteni Catie", "Cekam na Catii", refusal});
+    }
+    ExpectMessages(form.Command24, {"Zjistuju spusteni Catie", refusal});
+    for (controls::Button* button : {&form.Command25, &form.Command31}) {
+        ExpectMessages(*button, {refusal});
+    }
+}
+
+TEST_F(Endings, WithNoDocument) {
+    Open(kThreeSheets);
+    session.CloseAllDocuments();
+    const std::string error = "-2147467259 The method ActiveDocument failed";
+    for (controls::Button* button :
+         {&form.Command21, &form.Command23, &form.Command29, &form.Command34}) {
+        ExpectMessages(*button, {"Zjistuju spusteni Catie", "Cekam na Catii", error});
+    }
+    ExpectMessages(form.Command24, {"Zjistuju spusteni Catie", error});
+    for (controls::Button* button : {&form.Command25, &form.Command31}) {
+        ExpectMessages(*button, {error});
+    }
+}
+
+TEST_F(Endings, AnExtensionInSmallLettersIsEnoughForTheReorderingActionsAlone) {
+    constexpr const char* kSmallLetters = "DrawingDocument d.catdrawing\nsheet a\nsheet b\n";
+    for (controls::Button* button :
+         {&form.Command21, &form.Command23, &form.Command24, &form.Command25, &form.Command31}) {
+        Open(kSmallLetters);
+        button->Click();
+        EXPECT_EQ(Status(), "Neni aktivni CATDrawing") << button->Caption();
+        EXPECT_EQ(DrawnSheets(), (Texts{"a", "b"})) << button->Caption();
+    }
+    form.Command29.Click();
+    EXPECT_EQ(DrawnSheets(), (Texts{"b", "a"}));
+    form.Command34.Click();
+    EXPECT_EQ(DrawnSheets(), (Texts{"a", "b"}));
+    EXPECT_EQ(Status(), "Neni aktivni CATDrawing") << "the loading afterwards refuses it";
 }
 
 struct SheetSweep : testing::TestWithParam<controls::Button controls::Form1::*> {

@@ -12,6 +12,7 @@ using std::min;
 // after objidl.h
 #include <gdiplus.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -275,18 +276,6 @@ std::vector<std::string> Items(HWND control, UINT count_message, UINT length_mes
     return items;
 }
 
-void PutOnClipboard(const std::string& text) {
-    const std::wstring wide = com::Widen(text);
-    const std::size_t size = (wide.size() + 1) * sizeof(wchar_t);
-    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
-    std::memcpy(GlobalLock(memory), wide.c_str(), size);
-    GlobalUnlock(memory);
-    WaitUntil("the clipboard", [] { return OpenClipboard(nullptr) != 0; });
-    EmptyClipboard();
-    SetClipboardData(CF_UNICODETEXT, memory);
-    CloseClipboard();
-}
-
 HWND FindPopupMenu() {
     const HWND menu = FindWindowW(L"#32768", nullptr);
     return menu != nullptr && IsWindowVisible(menu) ? menu : nullptr;
@@ -500,7 +489,7 @@ void TypeText(std::string_view text) {
 }
 
 void PasteText(HWND edit, const std::string& text) {
-    PutOnClipboard(text);
+    PutTextOnClipboard(text);
     Click(edit);
     PressKey(VK_HOME, {VK_CONTROL});
     PressKey(VK_END, {VK_CONTROL, VK_SHIFT});
@@ -698,6 +687,24 @@ void SaveScreenshot(const std::string& path, const std::optional<RECT>& part) {
     DeleteObject(bitmap);
     if (saved != Gdiplus::Ok) {
         Fail("cannot write " + path);
+    }
+}
+
+void PutTextOnClipboard(std::string_view text) {
+    const std::wstring wide = com::Widen(text);
+    const std::size_t size = (wide.size() + 1) * sizeof(wchar_t);
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
+    std::memcpy(GlobalLock(memory), wide.c_str(), size);
+    GlobalUnlock(memory);
+    WaitUntil("the clipboard", [] { return OpenClipboard(nullptr) != 0; });
+    EmptyClipboard();
+    SetClipboardData(CF_UNICODETEXT, memory);
+    CloseClipboard();
+}
+
+void KeepPicture(const std::string& file_name) {
+    if (const char* folder = std::getenv("PICTURES")) {
+        SaveScreenshot(std::string(folder) + "\\" + file_name);
     }
 }
 

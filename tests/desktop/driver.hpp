@@ -122,9 +122,14 @@ bool PopupMenuOpen();
 // Whole desktop -----------------------------------------------------------------------------------
 
 std::optional<std::string> ClipboardText();
+void PutTextOnClipboard(std::string_view text);
 HCURSOR ShownPointer();
 // Saves what the screen shows as a PNG file: all of it, or only `part`.
 void SaveScreenshot(const std::string& path, const std::optional<RECT>& part = {});
+
+// The same into the folder that the environment variable PICTURES names; nothing where it names
+// none.
+void KeepPicture(const std::string& file_name);
 
 std::string ReadFile(const std::string& path);
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "tests/support/drawing_comparison.hpp"
 #include "tests/support/drawing_text.hpp"
 #include "tests/support/headless_form.hpp"
 
@@ -12,6 +13,8 @@ namespace testing_support {
 
 struct ActionTest : testing::Test, HeadlessForm {
     simulator::Session session;
+
+    ActionTest() { CompareWithDrawing(*this); }
 
     // Opens a document in the session, which the program then finds.
     void Open(std::string_view document) {

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 
+#include "tests/support/drawing_comparison.hpp"
 #include "tests/support/headless_form.hpp"
 
 namespace testing_support {
@@ -35,6 +36,7 @@ inline void Sweep(const FailureSweep& sweep) {
 
     HeadlessForm complete;
     simulator::Session whole;
+    CompareWithDrawing(complete);
     open(complete, whole);
     sweep.prepare(complete);
     press(complete);
@@ -48,6 +50,7 @@ inline void Sweep(const FailureSweep& sweep) {
             const simulator::Fault fault{.call = call, .kind = kind};
             HeadlessForm headless;
             simulator::Session doomed;
+            CompareWithDrawing(headless);
             open(headless, doomed);
             sweep.prepare(headless);
             doomed.Arm(fault);

@@ -1902,7 +1902,7 @@ class Person::Life {
             } else {
                 std::rotate(place, at, at + 1);
             }
-            std::ranges::stable_partition(expected, [&](std::uint64_t id) {
+            std::stable_partition(expected.begin(), expected.end(), [&](std::uint64_t id) {
                 return std::ranges::find(before.rows, id, &RowState::id)->tag.empty();
             });
             Good("sheet drag");

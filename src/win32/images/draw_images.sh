@@ -43,6 +43,21 @@ apply="
     fill none stroke #2e7d32 stroke-width 2.4 stroke-linecap round stroke-linejoin round
     polyline 3,8.6 6.4,12 13,4.4"
 
+running="
+    fill #1f4e79 circle 8,8 8,1 fill #ffffff circle 8,8 8,2.6
+    fill none stroke #1f4e79 stroke-width 1.8 stroke-linecap round
+    line 8,4.4 8,8 line 8,8 10.8,9.6"
+
+done="
+    fill #2e7d32 circle 8,8 8,1
+    fill none stroke #ffffff stroke-width 2 stroke-linecap round stroke-linejoin round
+    polyline 4.4,8.4 7,11 11.6,5.6"
+
+failed="
+    fill #b3261e circle 8,8 8,1
+    fill none stroke #ffffff stroke-width 2 stroke-linecap round
+    line 5.3,5.3 10.7,10.7 line 10.7,5.3 5.3,10.7"
+
 # A drawing sheet with a parts list table in its lower part and a part above it.
 program="
     fill #1f4e79 roundrectangle 1,0.5 15,15.5 1.2,1.2
@@ -58,4 +73,7 @@ program="
 draw assembly "16 20 24 32" "$assembly"
 draw part "16 20 24 32" "$part"
 draw apply "16 20 24 32" "$apply"
+draw running "16 20 24 32" "$running"
+draw done "16 20 24 32" "$done"
+draw failed "16 20 24 32" "$failed"
 draw dorvak "16 20 24 32 48 64 256" "$program"

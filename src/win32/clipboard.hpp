@@ -1,0 +1,17 @@
+// Texts on the clipboard, as UTF-8.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <windows.h>
+
+namespace win32 {
+
+// Where the clipboard cannot be had, what stands on it stays.
+void PutOnClipboard(HWND owner, std::string_view text);
+// Nothing where no text stands on it.
+std::optional<std::string> TextOnClipboard(HWND owner);
+
+} // namespace win32

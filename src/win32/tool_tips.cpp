@@ -1,0 +1,99 @@
+#include "win32/tool_tips.hpp"
+
+#include <commctrl.h>
+
+#include "com/utf.hpp"
+#include "win32/layout.hpp"
+
+namespace win32 {
+
+namespace {
+
+constexpr int kWidestTip = 360; // design pixels
+
+HWND CreateTip(DWORD style) {
+    return CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                           WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX | style, 0, 0, 0, 0, nullptr,
+                           nullptr, GetModuleHandleW(nullptr), nullptr);
+}
+
+TTTOOLINFOW Tool(HWND window, UINT flags, std::wstring& text) {
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof tool;
+    tool.uFlags = flags;
+    tool.hwnd = window;
+    tool.uId = (flags & TTF_IDISHWND) != 0 ? reinterpret_cast<UINT_PTR>(window) : 1;
+    tool.lpszText = text.data();
+    return tool;
+}
+
+LPARAM Pointer(TTTOOLINFOW& tool) {
+    return reinterpret_cast<LPARAM>(&tool);
+}
+
+} // namespace
+
+ToolTip::~ToolTip() {
+    if (tip_ != nullptr) {
+        DestroyWindow(tip_);
+    }
+}
+
+void ToolTip::Show(HWND window, std::string_view text, const std::optional<RECT>& area) {
+    if (text == shown_) {
+        return;
+    }
+    shown_ = text;
+    std::wstring wide = com::Widen(text);
+    TTTOOLINFOW tool = Tool(window, TTF_SUBCLASS | (area ? 0U : TTF_IDISHWND), wide);
+    tool.rect = area.value_or(RECT{});
+    if (tip_ == nullptr) {
+        tip_ = CreateTip(0);
+        SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, Scaled(kWidestTip, GetDpiForWindow(window)));
+        SendMessageW(tip_, TTM_ADDTOOLW, 0, Pointer(tool));
+    }
+    SendMessageW(tip_, TTM_NEWTOOLRECTW, 0, Pointer(tool));
+    SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, Pointer(tool));
+    SendMessageW(tip_, TTM_ACTIVATE, text.empty() ? FALSE : TRUE, 0);
+}
+
+Balloon::~Balloon() {
+    if (tip_ != nullptr) {
+        DestroyWindow(tip_);
+    }
+}
+
+void Balloon::Show(HWND window, std::string_view text, bool is_error, POINT at) {
+    std::wstring wide = com::Widen(text);
+    window_ = window;
+    if (tip_ == nullptr) {
+        tip_ = CreateTip(TTS_BALLOON);
+        std::wstring nothing;
+        TTTOOLINFOW tool = Tool(window_, TTF_TRACK | TTF_ABSOLUTE, nothing);
+        SendMessageW(tip_, TTM_ADDTOOLW, 0, Pointer(tool));
+    }
+    TTTOOLINFOW tool = Tool(window_, TTF_TRACK | TTF_ABSOLUTE, wide);
+    SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, Scaled(kWidestTip, GetDpiForWindow(window_)));
+    SendMessageW(tip_, TTM_SETTITLEW, is_error ? TTI_ERROR : TTI_INFO,
+                 reinterpret_cast<LPARAM>(is_error ? L"Nedokončeno" : L"Dorvak"));
+    SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, Pointer(tool));
+    Move(at);
+    SendMessageW(tip_, TTM_TRACKACTIVATE, TRUE, Pointer(tool));
+    SetWindowPos(tip_, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    shown_ = true;
+}
+
+void Balloon::Move(POINT at) const {
+    SendMessageW(tip_, TTM_TRACKPOSITION, 0, MAKELPARAM(at.x, at.y));
+}
+
+void Balloon::Hide() {
+    if (shown_) {
+        shown_ = false;
+        std::wstring nothing;
+        TTTOOLINFOW tool = Tool(window_, TTF_TRACK | TTF_ABSOLUTE, nothing);
+        SendMessageW(tip_, TTM_TRACKACTIVATE, FALSE, Pointer(tool));
+    }
+}
+
+} // namespace win32

@@ -1,0 +1,48 @@
+// The yellow tips: one that comes while the mouse rests on a place, and one that stands by itself.
+// They are topmost and have no owner: Wine does not put a window on top that owns another.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <windows.h>
+
+namespace win32 {
+
+class ToolTip {
+  public:
+    ToolTip() = default;
+    ~ToolTip();
+    ToolTip(const ToolTip&) = delete;
+    ToolTip& operator=(const ToolTip&) = delete;
+
+    // The tip of `window`, or of the part of it that `area` gives in client coordinates. No tip
+    // where the text is empty.
+    void Show(HWND window, std::string_view text, const std::optional<RECT>& area = std::nullopt);
+
+  private:
+    HWND tip_ = nullptr;
+    std::string shown_;
+};
+
+class Balloon {
+  public:
+    Balloon() = default;
+    ~Balloon();
+    Balloon(const Balloon&) = delete;
+    Balloon& operator=(const Balloon&) = delete;
+
+    // At a point of the screen; `window` is what it speaks of.
+    void Show(HWND window, std::string_view text, bool is_error, POINT at);
+    void Move(POINT at) const;
+    void Hide();
+    [[nodiscard]] bool Shown() const { return shown_; }
+
+  private:
+    HWND tip_ = nullptr;
+    HWND window_ = nullptr;
+    bool shown_ = false;
+};
+
+} // namespace win32
