@@ -145,16 +145,6 @@ TEST_F(Dragging, AListLoadedWhileTheRowsAreSortedStaysAsItWasLoaded) {
     EXPECT_EQ(Positions(), (Texts{"0005", "0007"}));
 }
 
-TEST_F(Dragging, SheetsLoadedWhileTheRowsAreSortedKeepTheirOrder) {
-    Open("DrawingDocument D.CATDrawing\nsheet 1\nsheet 2\nsheet 3\n");
-    AddRow(list, {"part"});
-    form.Command21.Click();
-    events.at_yield[1] = [&] { form.Command21.Click(); };
-    Drag(form.ListView3, 3, 1);
-    EXPECT_EQ(Column(form.ListView3, 0), (Texts{"1", "2", "3"}));
-    EXPECT_FALSE(form.ListView3.Sorted());
-}
-
 TEST_F(Dragging, ARowIsFoundAgainWhereTheListChangedBetweenPressAndRelease) {
     for (int row = 1; row <= 4; ++row) {
         AddRow(list, {std::to_string(row), "000" + std::to_string(row)});

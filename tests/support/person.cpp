@@ -478,6 +478,11 @@ class Person::Life {
   public:
     explicit Life(std::span<const std::uint8_t> choices) : bytes_(choices) {
         OpenDocuments();
+        session_.before_call = [this](const std::string&) {
+            if (calls_to_meddling_ > 0 && --calls_to_meddling_ == 0) {
+                Meddle();
+            }
+        };
         catia_runs_ = true;
         StartProgram({}, {});
     }
@@ -510,6 +515,7 @@ class Person::Life {
         int yields;
         bool calm; // CATIA runs and nothing is about to fail
         std::size_t fillings;
+        std::size_t meddlings;
         ListState parts;
     };
 
@@ -562,6 +568,9 @@ class Person::Life {
         Require(form().StatusBar1.State() != ActionState::kRunning, "the state stays at running");
         Require(!program_->Busy() || busy_before || creation_failed_, "the pointer stays busy");
         Require(form().Uroven == depth_before || walk_failed_, "the depth has changed");
+        Require(form().StatusBar1.State() != ActionState::kDone ||
+                    !form().StatusBar1.ShownExplanation().is_error,
+                "an error is explained where there is none");
         Require(form().unloaded == form().close_requested, "a closed window is still there");
         Require(program_->message_boxes.shown.size() == boxes_expected_,
                 "the error boxes are not those expected");
@@ -708,6 +717,7 @@ class Person::Life {
                 .yields = program_->events.yields,
                 .calm = catia_runs_ && fault_calls_left_ == 0 && !vanishing_,
                 .fillings = fillings_,
+                .meddlings = meddlings_,
                 .parts = StateOf(form().ListView1)};
     }
 
@@ -720,6 +730,9 @@ class Person::Life {
     }
 
     [[nodiscard]] bool Undisturbed(const Run& run) const { return acts_ == run.acts; }
+    // Something was done in CATIA between two calls: which document the action has worked on is
+    // open.
+    [[nodiscard]] bool Meddled(const Run& run) const { return meddlings_ != run.meddlings; }
     [[nodiscard]] bool Failed() const {
         return form().StatusBar1.State() == ActionState::kFailed || form().close_requested;
     }
@@ -788,6 +801,7 @@ class Person::Life {
         const int depth = form().Uroven;
         const auto document = session_.ActiveDocument();
         const bool product = ActiveIs(".CATProduct");
+        const std::uint64_t tree_before = form().TreeView1.Restructurings();
         Raise(&form().Command3, [this] { form().Command3.Click(); });
         if (!run.starts) {
             Require(form().Uroven == depth, "an ignored walk has changed the depth");
@@ -795,9 +809,20 @@ class Person::Life {
         }
         if (Failed()) {
             walk_failed_ = true;
+            if (Undisturbed(run)) {
+                Require(!product ||
+                            WalkOf(*document->product, depth).text.starts_with(form().Text1.Text()),
+                        "a failed walk has left something else than its beginning");
+                Require(form().TreeView1.Restructurings() == tree_before,
+                        "a failed walk has changed the tree");
+                Good("failed walk");
+            }
             return;
         }
         Require(form().Uroven == depth, "a walk has changed the depth");
+        if (Meddled(run)) {
+            return;
+        }
         if (Says(run, "Sestav: ")) {
             Require(product, "something else than a product was walked");
             const Walk walk = WalkOf(*document->product, depth);
@@ -1381,12 +1406,27 @@ class Person::Life {
                               ? nullptr
                               : document->active_sheet->active_view;
         const auto before = TablesOf(document.get());
+        std::vector<std::vector<Texts>> cells_before;
+        for (const TablePtr& table : before) {
+            cells_before.push_back(CellsOf(*table));
+        }
         const bool by_default = form().Text2.Text() == controls::kDefaultConfiguration;
         event();
         if (!run.starts || run.parts.rows.empty()) {
             return;
         }
         creation_failed_ = creation_failed_ || Failed();
+        if (Meddled(run)) {
+            return;
+        }
+        if (Undisturbed(run) && view != nullptr) {
+            Require(view->tables.size() <= before.size() + 1, "a creation has made two tables");
+            for (std::size_t table = 0; table < before.size(); ++table) {
+                Require(view->tables.at(table) == before[table] &&
+                            CellsOf(*before[table]) == cells_before[table],
+                        "a creation has changed another table");
+            }
+        }
         if (!Says(run, "Tabulka vytvorena Ok ")) {
             Require(Failed() || SaysExactly(run, "Neni aktivni CATDrawing") ||
                         SaysExactly(run, "Zjistuju spusteni Catie"),
@@ -1443,6 +1483,9 @@ class Person::Life {
         const TablePtr table = SelectedTable();
         auto expected = table ? CellsOf(*table) : std::vector<Texts>();
         event();
+        if (Meddled(run)) {
+            return;
+        }
         if (Says(run, "Vlozeni dat Ok")) {
             Require(table != nullptr && run.parts.current, "what was filled?");
             const RowState& row = run.parts.rows.at(*run.parts.current - 1);
@@ -1461,6 +1504,9 @@ class Person::Life {
         const TablePtr table = SelectedTable();
         auto expected = table ? CellsOf(*table) : std::vector<Texts>();
         Raise(&form().Command30, [this] { form().Command30.Click(); });
+        if (Meddled(run)) {
+            return;
+        }
         if (!run.starts) {
             return;
         }
@@ -1485,11 +1531,28 @@ class Person::Life {
                 "a table was not filled");
     }
 
+    // What an error has left: everything as it was, or the beginning of what it was to become.
+    void RequireBeginning(std::vector<RowState> rows, const std::vector<RowState>& before,
+                          std::vector<RowState> complete) const {
+        if (SameRows(rows, before)) {
+            return;
+        }
+        Require(rows.size() <= complete.size(), "a failure has left rows from nowhere");
+        if (!rows.empty()) {
+            rows.pop_back(); // it may lack what the failing call was to tell
+        }
+        complete.resize(rows.size());
+        Require(SameRows(rows, complete), "a failure has left other rows");
+    }
+
     void ReadBack() {
         ++fillings_;
         const Run run = Begin(&form().Command9);
         const TablePtr table = SelectedTable();
         Raise(&form().Command9, [this] { form().Command9.Click(); });
+        if (Meddled(run)) {
+            return;
+        }
         if (!run.starts) {
             return;
         }
@@ -1503,6 +1566,11 @@ class Person::Life {
         }
         const bool readable =
             table && table->column_sizes.size() == 7 && table->row_sizes.size() > 1;
+        if (Failed() && Undisturbed(run)) {
+            RequireBeginning(StateOf(form().ListView1).rows, run.parts.rows,
+                             readable ? RowsOf(*table) : std::vector<RowState>());
+            Good("failed list from table");
+        }
         Require(Failed() || !run.calm || !readable || !ActiveIs(".CATDrawing") || !Undisturbed(run),
                 "a table was not read");
     }
@@ -1511,6 +1579,9 @@ class Person::Life {
         const Run run = Begin();
         const TablePtr table = SelectedTable();
         form().Command10.Click();
+        if (Meddled(run)) {
+            return;
+        }
         if (Says(run, "Nacteni parametru Ok")) {
             const std::string& text = form().Text3.Text();
             Require(text.starts_with("/tlouska_cary ="), "no line width");
@@ -1522,10 +1593,38 @@ class Person::Life {
     }
 
     void PlaceTextsByButton() {
-        PlaceTexts(Below(3) == 0 ? form().Command8.Click : form().Command6.Click);
+        if (Below(3) == 0) {
+            form().Command8.Click();
+        } else {
+            PlaceTexts(form().Command6.Click);
+        }
     }
 
-    void PlaceTexts(const controls::Event<>& event) { event(); }
+    void PlaceTexts(const controls::Event<>& event) {
+        const Run run = Begin();
+        const bool drawing = ActiveIs(".CATDrawing");
+        const auto view = drawing ? Active()->active_sheet->active_view : nullptr;
+        const std::size_t before = view ? view->texts.size() : 0;
+        event();
+        if (Meddled(run)) {
+            return;
+        }
+        if (!run.starts || !run.parts.current || !drawing || Failed() || !catia_runs_) {
+            return;
+        }
+        const RowState& row = run.parts.rows.at(*run.parts.current - 1);
+        const Texts expected{row.texts[1], row.texts[0], row.texts[2],
+                             row.texts[5], row.texts[4], row.texts[6]};
+        Require(view->texts.size() == before + expected.size(), "not six texts were placed");
+        for (std::size_t text = 0; text < expected.size(); ++text) {
+            const simulator::Text& placed = *view->texts[before + text];
+            Require((text == 0 ? SameNumber(placed.text, LeadingNumber(expected[0]).number)
+                               : placed.text == expected[text]) &&
+                        placed.x == 100 && placed.y == 100 && placed.font_size == 3.5,
+                    "a placed text is another");
+        }
+        Good("texts");
+    }
 
     // ---- sheets
 
@@ -1539,29 +1638,39 @@ class Person::Life {
         return names;
     }
 
+    [[nodiscard]] std::vector<RowState> SheetRows() const {
+        std::vector<RowState> rows;
+        std::size_t details = 0;
+        for (const auto& sheet : Active()->sheets) {
+            const bool detail = sheet->detail && session_.detail_as_number;
+            rows.push_back({.texts = {sheet->name, "", ""},
+                            .tag = detail ? "A" + FourDigits(++details) : "",
+                            .checked = !detail});
+        }
+        return rows;
+    }
+
     void RequireSheetList() {
         const ListState list = StateOf(form().ListView3);
-        const auto& sheets = Active()->sheets;
         Require(program_->Status() == "Sheets nacteny: " + std::to_string(list.rows.size()),
                 "the sheets are counted wrong");
-        Require(list.rows.size() == sheets.size(), "the list has not the drawing's sheets");
-        std::size_t details = 0;
-        for (std::size_t row = 0; row < sheets.size(); ++row) {
-            const bool detail = sheets[row]->detail && session_.detail_as_number;
-            Require(list.rows[row].texts[0] == sheets[row]->name &&
-                        list.rows[row].texts[1].empty() && list.rows[row].checked == !detail &&
-                        list.rows[row].tag == (detail ? "A" + FourDigits(++details) : ""),
-                    "a sheet is not listed as it is");
-        }
+        Require(SameRows(list.rows, SheetRows()), "the list has not the drawing's sheets");
     }
 
     void LoadSheets() {
         const Run run = Begin();
+        const ListState before = StateOf(form().ListView3);
         form().Command21.Click();
+        if (Meddled(run)) {
+            return;
+        }
         if (Says(run, "Sheets nacteny: ")) {
             RequireSheetList();
             Good("sheets");
             return;
+        }
+        if (run.starts && Failed() && Active() != nullptr) {
+            RequireBeginning(StateOf(form().ListView3).rows, before.rows, SheetRows());
         }
         Require(!run.starts || !run.calm || Failed() || run.parts.rows.empty() ||
                     Active() == nullptr || Active()->name.find(".CATDrawing") == std::string::npos,
@@ -1594,6 +1703,9 @@ class Person::Life {
             *named = name;
         }
         form().Command23.Click();
+        if (Meddled(run)) {
+            return;
+        }
         if (Says(run, "Prejmenovano: ")) {
             Require(!refused && Sheets() == names, "the drawing's sheets are named otherwise");
             Require(program_->Status() == "Prejmenovano: " + std::to_string(done),
@@ -1607,6 +1719,9 @@ class Person::Life {
         const Texts order = Column(form().ListView3, 0);
         const auto document = session_.ActiveDocument();
         Raise(&form().Command34, [this] { form().Command34.Click(); });
+        if (Meddled(run)) {
+            return;
+        }
         if (run.starts && Says(run, "Sheets nacteny: ")) {
             if (Undisturbed(run)) {
                 Require(Sheets() == order, "the sheets are not in the list's order");
@@ -1821,12 +1936,67 @@ class Person::Life {
             return;
         }
         program_->message_boxes.text_answer = Typed();
-        program_->message_boxes.three_way_answer =
+        const auto answer =
             std::array{platform::Answer::kYes, platform::Answer::kNo, platform::Answer::kCancel}.at(
                 Below(3));
+        program_->message_boxes.three_way_answer = answer;
+        const std::size_t button = Below(4);
+        const Run run = Begin();
+        Texts names = Sheets();
+        const Texts before = names;
         std::array{&form().Command24, &form().Command25, &form().Command29, &form().Command31}
-            .at(Below(4))
+            .at(button)
             ->Click();
+        if (Meddled(run)) {
+            return;
+        }
+        if (Failed()) {
+            return;
+        }
+        const bool drawing = Active() != nullptr &&
+                             Active()->name.find(".CATDrawing") != std::string::npos && catia_runs_;
+        if (drawing && button == 0) {
+            NumberDirectly(names, program_->message_boxes.text_answer);
+        } else if (drawing && button == 1 && answer != platform::Answer::kCancel &&
+                   !run.parts.rows.empty()) {
+            NameDirectly(names, run.parts, answer == platform::Answer::kYes);
+        } else if (drawing && button == 2 && !run.parts.rows.empty()) {
+            std::swap(names.at(0), names.at(1));
+        } else if (drawing && button == 3) {
+            names.emplace_back("45296.25");
+        }
+        Require(Sheets() == names, "a direct button has made other sheets of them");
+        if (names != before) {
+            Good("direct sheets");
+        }
+    }
+
+    static void NumberDirectly(Texts& names, const std::string& answer) {
+        const Texts pieces = SplitAt(answer, "-");
+        if (pieces.size() != 2) {
+            return;
+        }
+        const int first = static_cast<int>(LeadingNumber(pieces[0]).number);
+        const int last = static_cast<int>(LeadingNumber(pieces[1]).number);
+        for (int number = first; number <= last; ++number) {
+            if (static_cast<std::size_t>(number - first) < names.size()) {
+                names[static_cast<std::size_t>(number - first)] = std::to_string(number);
+            }
+        }
+    }
+
+    static void NameDirectly(Texts& names, const ListState& parts, bool assembly) {
+        Texts slots(assembly ? 1 : 0, "1.Sestava");
+        std::size_t counted = slots.size();
+        for (const RowState& part : parts.rows) {
+            const bool has_sheet = !part.texts[3].empty();
+            slots.push_back(has_sheet ? std::to_string(slots.size() + 1) + "." + part.texts[0]
+                                      : "");
+            counted += has_sheet ? 1 : 0;
+        }
+        for (std::size_t sheet = 0; sheet < std::min(counted, names.size()); ++sheet) {
+            names[sheet] = slots[sheet];
+        }
     }
 
     // ---- the window
@@ -1947,7 +2117,31 @@ class Person::Life {
         Note(std::to_string(call));
     }
 
+    void WillMeddle() { calls_to_meddling_ = 1 + Below(256) % 60; }
+
+    // What a person does in CATIA while a call is on its way.
+    void Meddle() {
+        ++meddlings_;
+        ++acts_;
+        steps.push_back(std::string(static_cast<std::size_t>(depth_) * 2, ' ') + "  at a call:");
+        switch (Below(5)) {
+        case 0:
+            return SwitchDocument();
+        case 1:
+            return SelectInCatia();
+        case 2:
+            return SwitchSheet();
+        case 3:
+            return OpenDocuments(); // anew: what was open is closed
+        default:
+            return session_.CloseAllDocuments();
+        }
+    }
+
     void CatiaComesBack() {
+        if (session_.DocumentNames().empty()) {
+            OpenDocuments();
+        }
         session_.Arm({});
         fault_calls_left_ = 0;
         vanishing_ = false;
@@ -1966,6 +2160,8 @@ class Person::Life {
     std::unique_ptr<HeadlessForm> program_;
     std::set<const void*> running_; // what ignores being started again
     std::size_t acts_ = 0;
+    std::size_t meddlings_ = 0;
+    std::size_t calls_to_meddling_ = 0;
     std::size_t fillings_ = 0; // how often the parts list may have been filled anew
     int depth_ = 0;
     std::size_t boxes_expected_ = 0;
@@ -2031,6 +2227,7 @@ const std::vector<Person::Life::Doing>& Person::Life::Doings() {
         {2, "CATIA: sheet", &Life::SwitchSheet},
         {1, "CATIA:", &Life::StartOrCloseCatia},
         {3, "CATIA: a call will fail:", &Life::LetACallFail},
+        {3, "CATIA: something will be done at a call", &Life::WillMeddle},
         {6, "CATIA: is well", &Life::CatiaComesBack},
         {2, "closes the window", &Life::CloseProgram},
         {1, "Windows ends the session", &Life::EndSession},
