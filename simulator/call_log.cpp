@@ -28,7 +28,7 @@ std::string Joined(const Array& values) {
     return joined;
 }
 
-struct Writer {
+struct ValueText {
     std::string operator()(std::monostate) const { return "Empty"; }
     std::string operator()(bool boolean) const { return boolean ? "True" : "False"; }
     std::string operator()(std::int32_t integer) const { return std::to_string(integer); }
@@ -62,7 +62,7 @@ struct Writer {
 } // namespace
 
 std::string LogText(const Value& value) {
-    return std::visit(Writer(), value.storage());
+    return std::visit(ValueText(), value.storage());
 }
 
 std::string CallLine(std::string_view class_name, std::string_view member_name, bool is_method,

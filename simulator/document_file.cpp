@@ -500,9 +500,9 @@ std::string Weight(const Element& element) {
                                    : std::string();
 }
 
-class Writer {
+class DrawingWriter {
   public:
-    explicit Writer(const Document& drawing) : drawing_(drawing) {}
+    explicit DrawingWriter(const Document& drawing) : drawing_(drawing) {}
 
     std::string Write() {
         written_ = std::string(ClassName(drawing_.kind)) + " " + Quoted(drawing_.name) + "\n";
@@ -586,7 +586,7 @@ class Writer {
 } // namespace
 
 std::string WriteDrawing(const Document& drawing) {
-    return Writer(drawing).Write();
+    return DrawingWriter(drawing).Write();
 }
 
 } // namespace simulator

@@ -130,8 +130,9 @@ class SelectionObject : public SessionObject {
 
     void Add(const ObjectPtr& object) const {
         const auto* ours = dynamic_cast<const SessionObject*>(object.get());
-        const auto element = ours != nullptr ? ours->Selectable() : nullptr;
-        if (element == nullptr || ours->document() != document()) {
+        const bool here = ours != nullptr && ours->document() == document();
+        const auto element = here ? ours->Selectable() : nullptr;
+        if (element == nullptr) {
             throw Refusal();
         }
         if (!IsSelected(*document(), element)) {

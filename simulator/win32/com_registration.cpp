@@ -1,5 +1,6 @@
 #include "com_registration.hpp"
 
+#include <array>
 #include <utility>
 
 #include <ole2.h>
@@ -62,9 +63,9 @@ ApplicationRegistration::ApplicationRegistration(Server& server) {
     CLSID class_id{};
     if (FAILED(CLSIDFromProgID(kProgramId, &class_id)) || class_id == kOwnClass) {
         class_id = kOwnClass;
-        wchar_t text[40];
-        StringFromGUID2(kOwnClass, text, 40);
-        class_id_text_ = text;
+        std::array<wchar_t, 40> text{};
+        StringFromGUID2(kOwnClass, text.data(), static_cast<int>(text.size()));
+        class_id_text_ = text.data();
         for (const HKEY root : {HKEY_CLASSES_ROOT, HKEY_CURRENT_USER}) {
             if (EnterClass(root, ClassPrefix(root), class_id_text_)) {
                 registry_root_ = root;

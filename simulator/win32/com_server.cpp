@@ -1,5 +1,6 @@
 #include "com_server.hpp"
 
+#include <array>
 #include <map>
 #include <memory>
 #include <utility>
@@ -38,8 +39,8 @@ DISPID FirstId(const ClassInfo& info) {
 }
 
 char DecimalSeparator(LCID locale) {
-    wchar_t separator[8] = L".";
-    GetLocaleInfoW(locale, LOCALE_SDECIMAL, separator, 8);
+    std::array<wchar_t, 8> separator{L'.'};
+    GetLocaleInfoW(locale, LOCALE_SDECIMAL, separator.data(), static_cast<int>(separator.size()));
     return separator[0] == L',' ? ',' : '.';
 }
 

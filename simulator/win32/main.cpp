@@ -65,7 +65,7 @@ std::vector<std::string> SampleDocuments() {
     }
 }
 
-int Run(HINSTANCE program) {
+int Run() {
     Options options = ReadCommandLine();
     if (options.documents.empty()) {
         options.documents = SampleDocuments();
@@ -77,7 +77,7 @@ int Run(HINSTANCE program) {
             simulator::WriteWholeFile(options.log_path, simulator::LogAsText(session));
         }
     };
-    simulator::SessionWindow window(program, session);
+    simulator::SessionWindow window(GetModuleHandleW(nullptr), session);
     for (const std::string& document : options.documents) {
         window.Open(document);
     }
@@ -96,13 +96,13 @@ int Run(HINSTANCE program) {
 
 } // namespace
 
-int WINAPI wWinMain(HINSTANCE program, HINSTANCE, PWSTR, int) {
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_BAR_CLASSES};
     InitCommonControlsEx(&controls);
     int result = 1;
     if (SUCCEEDED(OleInitialize(nullptr))) {
         try {
-            result = Run(program);
+            result = Run();
         } catch (const std::runtime_error& error) {
             MessageBoxW(nullptr, com::Widen(error.what()).c_str(), L"CatiaSim",
                         MB_OK | MB_ICONERROR);

@@ -162,7 +162,7 @@ class SheetPainter {
             y -= table->row_sizes[row];
             const int bottom = scale_.Y(y);
             RECT visible{edges.front(), top, edges.back() + 1, bottom + 1};
-            if (!RectVisible(dc_, &visible)) {
+            if (RectVisible(dc_, &visible) == FALSE) {
                 continue;
             }
             for (std::size_t column = 0; column < columns; ++column) {
@@ -365,7 +365,7 @@ std::shared_ptr<Table> TableAt(const RECT& area, const Document& document, POINT
         for (const auto& table : view->tables) {
             RECT box = scale.Box(Place(*view, *table));
             InflateRect(&box, 2, 2);
-            if (PtInRect(&box, point)) {
+            if (PtInRect(&box, point) != FALSE) {
                 found = table;
             }
         }

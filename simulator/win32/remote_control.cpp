@@ -92,9 +92,9 @@ std::string LogAsText(const Session& session) {
     return text;
 }
 
-void DoRemoteCommand(Session& session, std::string_view text,
+void DoRemoteCommand(Session& session, std::string_view command_line,
                      const std::function<void(const std::string&)>& set_title) {
-    Command command(text);
+    Command command(command_line);
     const std::string first = command.Word();
     if (first == "fail") {
         Arm(session, command);

@@ -26,7 +26,7 @@ constexpr ULONG_PTR kRemoteControl = 0x43534D31;
 // Names that hold blanks stand in double quotes; a PATH, DOCUMENT or TEXT reaches to the end and
 // needs none. Raises std::runtime_error where the command is unknown or fails. `set_title` sets the
 // window's title, its own for an empty text.
-void DoRemoteCommand(Session& session, std::string_view command,
+void DoRemoteCommand(Session& session, std::string_view command_line,
                      const std::function<void(const std::string&)>& set_title);
 
 // The log, one line per call.

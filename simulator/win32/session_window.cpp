@@ -1,6 +1,7 @@
 #include "session_window.hpp"
 
 #include <algorithm>
+#include <array>
 #include <stdexcept>
 #include <vector>
 
@@ -32,7 +33,7 @@ enum MenuPlace { kFileMenu, kDocumentMenu, kSheetMenu, kSelectionMenu, kFaultsMe
 // A menu that lists things: `checked` is the current one's place, or the list's length.
 void FillList(HMENU menu, const std::vector<std::string>& names, std::size_t checked, UINT first_id,
               const wchar_t* none) {
-    while (DeleteMenu(menu, 0, MF_BYPOSITION)) {
+    while (DeleteMenu(menu, 0, MF_BYPOSITION) != FALSE) {
     }
     if (names.empty()) {
         AppendMenuW(menu, MF_STRING | MF_GRAYED, ID_NONE, none);
@@ -87,11 +88,11 @@ SessionWindow::~SessionWindow() {
 }
 
 int SessionWindow::Run() {
-    const ACCEL keys[] = {{FCONTROL | FVIRTKEY, 'O', ID_OPEN}};
-    const HACCEL accelerators = CreateAcceleratorTableW(const_cast<ACCEL*>(keys), 1);
+    ACCEL open{FCONTROL | FVIRTKEY, 'O', ID_OPEN};
+    const HACCEL accelerators = CreateAcceleratorTableW(&open, 1);
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        if (!TranslateAcceleratorW(window_, accelerators, &message)) {
+        if (TranslateAcceleratorW(window_, accelerators, &message) == 0) {
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }
@@ -464,19 +465,19 @@ void SessionWindow::Trap(const std::function<void()>& action) {
 }
 
 std::string SessionWindow::AskPath(bool save, const wchar_t* title) const {
-    wchar_t path[32768] = L"";
+    std::array<wchar_t, 32768> path{};
     OPENFILENAMEW dialog{};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = window_;
     dialog.lpstrFilter = L"Text files (*.txt)\0*.txt\0All files\0*.*\0";
-    dialog.lpstrFile = path;
-    dialog.nMaxFile = 32768;
+    dialog.lpstrFile = path.data();
+    dialog.nMaxFile = static_cast<DWORD>(path.size());
     dialog.lpstrTitle = title;
     dialog.lpstrDefExt = L"txt";
     dialog.Flags =
         OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST | (save ? OFN_OVERWRITEPROMPT : OFN_FILEMUSTEXIST);
     const BOOL chosen = save ? GetSaveFileNameW(&dialog) : GetOpenFileNameW(&dialog);
-    return chosen ? com::Narrow(path) : std::string();
+    return chosen != FALSE ? com::Narrow(path.data()) : std::string();
 }
 
 } // namespace simulator

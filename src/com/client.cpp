@@ -38,7 +38,8 @@ constexpr DWORD kGiveUpAfter = 30000; // milliseconds since the first attempt
 void DispatchPaints() {
     constexpr int kMost = 64; // a window that never gets itself painted must not hold us here
     MSG message;
-    for (int i = 0; i < kMost && PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE);
+    for (int i = 0;
+         i < kMost && PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE) != FALSE;
          ++i) {
         if (message.message == WM_QUIT) {
             PostQuitMessage(static_cast<int>(message.wParam)); // it comes whatever is asked for
@@ -162,10 +163,11 @@ class ComObject : public automation::Object {
             return known->second;
         }
         std::wstring name = Widen(member.name);
-        LPOLESTR names[] = {name.data()};
+        LPOLESTR name_pointer = name.data();
         DISPID id = DISPID_UNKNOWN;
-        const HRESULT result = Retrying(
-            [&] { return dispatch_->GetIDsOfNames(IID_NULL, names, 1, kUnitedStates, &id); });
+        const HRESULT result = Retrying([&] {
+            return dispatch_->GetIDsOfNames(IID_NULL, &name_pointer, 1, kUnitedStates, &id);
+        });
         if (FAILED(result)) {
             throw ErrorOf(result);
         }
@@ -229,7 +231,7 @@ class MessageFilter : public Implementation<IMessageFilter> {
     }
     DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK, DWORD milliseconds_since_call,
                                               DWORD) override {
-        constexpr DWORD kCancel = static_cast<DWORD>(-1);
+        constexpr auto kCancel = static_cast<DWORD>(-1);
         return milliseconds_since_call + kRetryEvery > kGiveUpAfter ? kCancel : kRetryEvery;
     }
     DWORD STDMETHODCALLTYPE MessagePending(HTASK, DWORD, DWORD) override {

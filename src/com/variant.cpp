@@ -184,7 +184,7 @@ Value FromVariant(const VARIANT& variant, const DispatchToObject& to_object) {
         if (V_UNKNOWN(&variant) != nullptr) {
             Check(V_UNKNOWN(&variant)->QueryInterface(IID_PPV_ARGS(&dispatch)));
         }
-        return dispatch ? to_object(dispatch.Get()) : ObjectPtr();
+        return dispatch != nullptr ? to_object(dispatch.Get()) : ObjectPtr();
     }
     default:
         throw TypeMismatch();

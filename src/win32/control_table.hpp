@@ -3,6 +3,7 @@
 // needs a row here and nothing else on this side.
 #pragma once
 
+#include <array>
 #include <variant>
 
 #include "controls/form1.hpp"
@@ -25,7 +26,7 @@ struct ControlRow {
 };
 
 // The main window, then its pages from left to right, then the popup menus.
-inline constexpr ControlRow kControlTable[] = {
+inline constexpr auto kControlTable = std::to_array<ControlRow>({
     {ID_Check2, &controls::Form1::Check2},
     {ID_Command18, &controls::Form1::Command18},
     {ID_SSTab1, &controls::Form1::SSTab1},
@@ -97,6 +98,6 @@ inline constexpr ControlRow kControlTable[] = {
     {ID_m_Smazat, &controls::Form1::m_Smazat},
     {ID_m_Sheet_pridej, &controls::Form1::m_Sheet_pridej},
     {ID_m_Sheet_smaz, &controls::Form1::m_Sheet_smaz},
-};
+});
 
 } // namespace win32

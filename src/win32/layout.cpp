@@ -1,7 +1,7 @@
 #include "win32/layout.hpp"
 
-#include <cwchar>
-#include <iterator>
+#include <array>
+#include <string_view>
 
 namespace win32 {
 
@@ -11,9 +11,9 @@ namespace {
 constexpr int kDropDownUnitsHigh = 110;
 
 bool IsComboBox(HWND window) {
-    wchar_t name[16];
-    GetClassNameW(window, name, static_cast<int>(std::size(name)));
-    return std::wcscmp(name, L"ComboBox") == 0;
+    std::array<wchar_t, 16> name{};
+    GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    return std::wstring_view(name.data()) == L"ComboBox";
 }
 
 } // namespace

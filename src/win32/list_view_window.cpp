@@ -10,10 +10,6 @@ namespace win32 {
 
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
-constexpr UINT kUnticked = 1; // images of the list's own check boxes
-constexpr UINT kTicked = 2;
-
 int ToItem(std::size_t row) {
     return static_cast<int>(row) - 1;
 }
@@ -150,7 +146,7 @@ LRESULT ListViewWindow::OnNotify(NMHDR& header) {
         return 0;
     case LVN_BEGINDRAG: {
         const auto& begin = reinterpret_cast<const NMLISTVIEW&>(header);
-        const auto row = static_cast<std::size_t>(begin.iItem + 1);
+        const auto row = static_cast<std::size_t>(begin.iItem) + 1;
         if (left_down_ && begin.iItem >= 0) {
             dragging_ = true;
             dragged_row_ = can_drag && row <= list_.Count() && can_drag(row) ? row : 0;
@@ -160,7 +156,7 @@ LRESULT ListViewWindow::OnNotify(NMHDR& header) {
     }
     case LVN_BEGINLABELEDITW: {
         const LVITEMW& item = reinterpret_cast<const NMLVDISPINFOW&>(header).item;
-        const auto row = static_cast<std::size_t>(item.iItem + 1);
+        const auto row = static_cast<std::size_t>(item.iItem) + 1;
         edited_row_ = row >= 1 && row <= list_.Count() ? list_.Row(row).id : 0;
         return FALSE;
     }
@@ -182,7 +178,7 @@ LRESULT ListViewWindow::OnNotify(NMHDR& header) {
 }
 
 void ListViewWindow::OnGetDisplayInfo(LVITEMW& item) {
-    const auto row = static_cast<std::size_t>(item.iItem + 1);
+    const auto row = static_cast<std::size_t>(item.iItem) + 1;
     const bool exists = row >= 1 && row <= list_.Count();
     if ((item.mask & LVIF_TEXT) != 0) {
         display_text_.clear();
@@ -195,7 +191,7 @@ void ListViewWindow::OnGetDisplayInfo(LVITEMW& item) {
     }
     if ((item.mask & LVIF_STATE) != 0 && look_.check_boxes && item.iSubItem == 0) {
         const bool checked = exists && list_.Row(row).checked;
-        item.state = INDEXTOSTATEIMAGEMASK(checked ? kTicked : kUnticked);
+        item.state = CheckState(checked);
         item.stateMask = LVIS_STATEIMAGEMASK;
     }
 }

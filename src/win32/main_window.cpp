@@ -2,7 +2,7 @@
 
 #include <windowsx.h>
 
-#include <iterator>
+#include <array>
 
 #include "app/form_events.hpp"
 #include "win32/file_dialogs.hpp"
@@ -105,9 +105,9 @@ void MainWindow::ApplyDpi(UINT dpi) {
     font_ = std::move(font);
     views_.SetDpi(dpi);
     // Depth, part number and paths of the structure text under one another.
-    UINT tab_stops[] = {12, 80, 240, 400};
-    SendMessageW(pages_.Control(ID_Text1), EM_SETTABSTOPS, std::size(tab_stops),
-                 reinterpret_cast<LPARAM>(tab_stops));
+    const std::array<UINT, 4> tab_stops{12, 80, 240, 400};
+    SendMessageW(pages_.Control(ID_Text1), EM_SETTABSTOPS, tab_stops.size(),
+                 reinterpret_cast<LPARAM>(tab_stops.data()));
 
     com::Owned<HICON> large = LoadIconOfSize(IDI_DORVAK, GetSystemMetricsForDpi(SM_CXICON, dpi));
     com::Owned<HICON> small = LoadIconOfSize(IDI_DORVAK, GetSystemMetricsForDpi(SM_CXSMICON, dpi));

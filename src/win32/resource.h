@@ -2,7 +2,7 @@
 #pragma once
 
 #ifndef IDC_STATIC
-#define IDC_STATIC -1
+#define IDC_STATIC (-1)
 #endif
 
 #define IDI_DORVAK 1

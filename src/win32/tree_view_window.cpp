@@ -9,14 +9,7 @@ namespace win32 {
 
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
 constexpr int kImageEdge = 16; // design pixels
-constexpr UINT kUnticked = 1;  // images of the tree's own check boxes
-constexpr UINT kTicked = 2;
-
-UINT CheckState(bool checked) {
-    return INDEXTOSTATEIMAGEMASK(checked ? kTicked : kUnticked);
-}
 
 } // namespace
 
@@ -88,7 +81,7 @@ void TreeViewWindow::Rebuild() {
         insert.item.lParam = static_cast<LPARAM>(number);
         insert.item.state = CheckState(node.checked) | (node.expanded ? TVIS_EXPANDED : 0U);
         insert.item.stateMask = TVIS_STATEIMAGEMASK | TVIS_EXPANDED;
-        const auto item = reinterpret_cast<HTREEITEM>(
+        auto* const item = reinterpret_cast<HTREEITEM>(
             SendMessageW(Window(), TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
         last_child[node.parent] = item;
         items_.push_back(item);
@@ -117,7 +110,7 @@ void TreeViewWindow::UpdateVisibleChecks() {
     if (tree_.Restructurings() != shown_restructurings_) {
         return; // the native tree is still the one before
     }
-    HTREEITEM item = TreeView_GetFirstVisible(Window());
+    auto* item = TreeView_GetFirstVisible(Window());
     for (UINT left = TreeView_GetVisibleCount(Window()) + 1; item != nullptr && left > 0; --left) {
         UpdateCheck(item);
         item = TreeView_GetNextVisible(Window(), item);

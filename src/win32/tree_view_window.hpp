@@ -26,10 +26,10 @@ class TreeViewWindow : public View {
                                             UINT_PTR id, DWORD_PTR self);
     bool OnMessage(UINT message, WPARAM w, LPARAM l);
     void Rebuild();
-    void UpdateCheck(HTREEITEM item);
+    void UpdateCheck(HTREEITEM handle);
     void UpdateVisibleChecks();
     void Toggle(HTREEITEM item);
-    [[nodiscard]] std::size_t NodeOf(HTREEITEM item) const;
+    [[nodiscard]] std::size_t NodeOf(HTREEITEM handle) const;
 
     controls::TreeView& tree_;
     RunEvent run_event_;

@@ -12,7 +12,6 @@ namespace win32 {
 
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
 constexpr int kDroppedValues = 15;      // of a picker, in sight at a time
 constexpr int kPictureEdge = 16;        // of a button, in design pixels
 constexpr int kStatusSecondPanel = 110; // design pixels
@@ -26,6 +25,12 @@ HWND EditOf(HWND combo_box) {
 }
 
 } // namespace
+
+UINT CheckState(bool checked) {
+    constexpr UINT kUnticked = 1;
+    constexpr UINT kTicked = 2;
+    return INDEXTOSTATEIMAGEMASK(checked ? kTicked : kUnticked);
+}
 
 std::string ReadText(HWND window) {
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)), L'\0');
@@ -332,8 +337,8 @@ LRESULT TabControlView::OnNotify(NMHDR& header) {
 void StatusBarView::SetDpi(UINT dpi) {
     RECT bar;
     GetClientRect(Window(), &bar);
-    const int edges[2] = {bar.right - Scaled(kStatusSecondPanel, dpi), -1};
-    SendMessageW(Window(), SB_SETPARTS, 2, reinterpret_cast<LPARAM>(edges));
+    const std::array<int, 2> edges{bar.right - Scaled(kStatusSecondPanel, dpi), -1};
+    SendMessageW(Window(), SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
     ShowIcon();
 }
 
@@ -401,7 +406,7 @@ void StatusBarView::Refresh() {
         ShowIcon();
     }
     shown_revision_ = status_bar_.Revision();
-    for (std::size_t panel = 0; panel < 2; ++panel) {
+    for (std::size_t panel = 0; panel < shown_.size(); ++panel) {
         const std::string& text = status_bar_.PanelText(panel + 1);
         if (text != shown_[panel]) {
             shown_[panel] = text;

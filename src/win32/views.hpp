@@ -2,6 +2,7 @@
 // and the tree have files of their own; the small controls are here.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -190,7 +191,7 @@ class StatusBarView : public View {
 
     const controls::StatusBar& status_bar_;
     std::uint64_t shown_revision_ = UINT64_MAX;
-    std::string shown_[2];
+    std::array<std::string, 2> shown_; // by panel
     controls::ActionState shown_state_ = controls::ActionState::kNone;
     com::Owned<HICON> icon_;
     std::uint64_t shown_explanations_ = 0;
@@ -198,6 +199,10 @@ class StatusBarView : public View {
     ToolTip tip_;
 };
 
+// A view subclasses its window once.
+inline constexpr UINT_PTR kSubclass = 1;
+// The image of a list's or tree's own check box, as an item's state.
+UINT CheckState(bool checked);
 // The text of a window, UTF-8.
 std::string ReadText(HWND window);
 void ShowText(HWND window, std::string_view text);

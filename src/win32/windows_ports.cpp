@@ -2,6 +2,7 @@
 
 #include <oleauto.h>
 
+#include <array>
 #include <memory>
 #include <vector>
 
@@ -32,6 +33,10 @@ int ScreenTwips(int metric) {
     return Twips(GetSystemMetricsForDpi(metric, dpi), dpi);
 }
 
+automation::RunTimeError RegistryRefusal() {
+    return {75, "Path/File access error"};
+}
+
 } // namespace
 
 void WindowsDesktop::EnumWindows(const Callback& callback) {
@@ -39,10 +44,10 @@ void WindowsDesktop::EnumWindows(const Callback& callback) {
 }
 
 std::string WindowsDesktop::GetWindowTitle(platform::WindowHandle window) {
-    char title[256];
-    const int length =
-        GetWindowTextA(reinterpret_cast<HWND>(window), title, static_cast<int>(sizeof title));
-    return com::FromSystemCodePage({title, static_cast<std::size_t>(length)});
+    std::array<char, 256> title{};
+    const int length = GetWindowTextA(reinterpret_cast<HWND>(window), title.data(),
+                                      static_cast<int>(title.size()));
+    return com::FromSystemCodePage({title.data(), static_cast<std::size_t>(length)});
 }
 
 void WindowsDesktop::SetTopmost(platform::WindowHandle window, bool topmost) {
@@ -78,18 +83,17 @@ std::string RegistrySettings::GetSetting(std::string_view application, std::stri
 
 void RegistrySettings::SaveSetting(std::string_view application, std::string_view section,
                                    std::string_view key, std::string_view value) {
-    const automation::RunTimeError failure(75, "Path/File access error");
     HKEY opened = nullptr;
     if (RegCreateKeyExW(HKEY_CURRENT_USER, KeyPath(application, section).c_str(), 0, nullptr, 0,
                         KEY_SET_VALUE, nullptr, &opened, nullptr) != ERROR_SUCCESS) {
-        throw failure;
+        throw RegistryRefusal();
     }
     const com::Owned<HKEY> registry_key(opened);
     const std::wstring wide = com::Widen(value);
     if (RegSetValueExW(registry_key.get(), com::Widen(key).c_str(), 0, REG_SZ,
                        reinterpret_cast<const BYTE*>(wide.c_str()),
                        static_cast<DWORD>((wide.size() + 1) * sizeof(wchar_t))) != ERROR_SUCCESS) {
-        throw failure;
+        throw RegistryRefusal();
     }
 }
 

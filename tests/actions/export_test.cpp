@@ -20,7 +20,7 @@ const std::string kOldRow6 = R"("old" "old" "old" "old" "old" "old")";
 const std::string kOldRow7 = kOldRow6 + R"( "old")";
 
 // Three rows, the second of them the current one.
-void AddThreeRows(controls::ListView& list) {
+void AddRowsToExport(controls::ListView& list) {
     AddRow(list, {"Hřídel", "0001", "2", "2", "S235", "20x120", "kalit"});
     AddRow(list, {"Kolo", "0012b", "1", "3", "C45", "D25", "a;b@@c"});
     AddRow(list, {"Víko", "", "4", "", "", "20xd5", ""});
@@ -28,7 +28,7 @@ void AddThreeRows(controls::ListView& list) {
 }
 
 struct Export : testing_support::ActionTest {
-    Export() { AddThreeRows(form.ListView1); }
+    Export() { AddRowsToExport(form.ListView1); }
 
     [[nodiscard]] std::size_t Count(std::string_view part) const {
         return static_cast<std::size_t>(
@@ -389,7 +389,7 @@ TEST_P(ExportSweep, EndsSilentlyWhicheverCallFailsAndTheListStays) {
         .button = button,
         .document = DrawingWithTable(columns == 6 ? 2 : 5, columns),
         .fewest_calls = kOpeningCalls.size() + 1,
-        .prepare = [](HeadlessForm& headless) { AddThreeRows(headless.form.ListView1); },
+        .prepare = [](HeadlessForm& headless) { AddRowsToExport(headless.form.ListView1); },
         .after_failure =
             [](const HeadlessForm& complete, HeadlessForm& failed, const simulator::Fault&) {
                 testing_support::ExpectSilentEnd(complete, failed);

@@ -27,7 +27,7 @@ struct ListFiles : testing::Test, HeadlessForm {
         AddRow(list, {"Part 12", "0003", "4", "2", "S235", "20x40", ""}, true);
         AddRow(list, {"Hřídel", "0004", "1", "", "", "", "kalit"}, false);
     }
-    void PressRight(controls::Button& button) { button.MouseDown(2, 0, 5, 5); }
+    static void PressRight(controls::Button& button) { button.MouseDown(2, 0, 5, 5); }
     void Save() {
         chosen_file = kChosen;
         form.Command17.Click();
@@ -420,9 +420,8 @@ struct SampleLists : ListFiles {
 TEST_F(SampleLists, ACompleteListIsRead) {
     LoadText(Bytes("prevodovka.tab"));
     EXPECT_EQ(Status(), "Nacteni ok 4");
-    EXPECT_EQ(RowTexts(list, 1), (Texts{"H\xF8\xED"
-                                        "del",
-                                        "0001", "1", "2", "11 600", "D25x120", "kalit a brousit"}));
+    EXPECT_EQ(RowTexts(list, 1), (Texts{std::string("H\xF8\xED") + "del", "0001", "1", "2",
+                                        "11 600", "D25x120", "kalit a brousit"}));
     EXPECT_EQ(list.Row(3).text, "\x8Aroub M8x25");
     EXPECT_TRUE(list.Row(2).checked);
     EXPECT_FALSE(list.Row(4).checked);
@@ -437,9 +436,7 @@ TEST_F(SampleLists, AFieldWithTheSeparatorShiftsTheOthersOutOfTheirPlaces) {
 TEST_F(SampleLists, MissingTrailingFieldsStayEmpty) {
     LoadText(Bytes("missing-fields.tab"));
     EXPECT_EQ(Status(), "Nacteni ok 3");
-    EXPECT_EQ(RowTexts(list, 2), (Texts{"\x8E"
-                                        "ebro",
-                                        "", "", "", "", "", ""}));
+    EXPECT_EQ(RowTexts(list, 2), (Texts{std::string("\x8E") + "ebro", "", "", "", "", "", ""}));
     EXPECT_EQ(RowTexts(list, 3), (Texts{"P\xF8\xEDruba", "0003", "2", "", "", "", ""}));
     EXPECT_TRUE(list.Row(3).checked);
 }

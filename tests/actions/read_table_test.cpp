@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "tests/support/action_test.hpp"
 #include "tests/support/drawing_samples.hpp"
 #include "tests/support/failure_sweep.hpp"
@@ -218,9 +220,7 @@ TEST_F(ReadTable, ReadsNoCellTwice) {
     }
     // Cell 1, 1 is read for its font and for its text.
     EXPECT_EQ(cells.size(), 1U + 3 * 7);
-    std::ranges::sort(cells);
-    const auto repeated = std::ranges::unique(cells);
-    EXPECT_EQ(std::ranges::distance(repeated), 1);
+    EXPECT_EQ(std::set<std::string>(cells.begin(), cells.end()).size(), cells.size() - 1);
 }
 
 TEST_F(ReadTable, FiveHundredRowsComeBack) {

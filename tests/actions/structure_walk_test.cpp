@@ -34,7 +34,7 @@ std::string SampleText() {
         const std::string lowest = middle + "|||||Product3.1*" + std::to_string(entered + 1) + "*";
         text += "\r\n1\tProduct2.2\tProduct1\t" + middle;
         text += Repeated(2, "\r\n2\tPart 12\t" + middle);
-        text += "\r\n2\tProduct3.1\t" + middle + "\t" + lowest;
+        text.append("\r\n2\tProduct3.1\t").append(middle).append("\t").append(lowest);
         text += Repeated(4, "\r\n3\tPart 46\t" + lowest);
         text += Repeated(4, "\r\n3\tPart 87\t" + lowest);
     }

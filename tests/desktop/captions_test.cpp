@@ -1,5 +1,7 @@
 // What stands on the screen is what the form says: every caption, column heading, tab, frame, label
 // and menu entry, through the control table.
+#include <array>
+
 #include "com/utf.hpp"
 #include "fixture.hpp"
 #include "tests/support/headless_form.hpp"
@@ -32,12 +34,13 @@ class Captions : public DesktopTest {
 
 // The entries of the popup menu that is open, the separators empty.
 Texts OpenMenuEntries() {
-    const auto menu = reinterpret_cast<HMENU>(SendMessageW(WaitForPopupMenu(), MN_GETHMENU, 0, 0));
+    auto* const menu = reinterpret_cast<HMENU>(SendMessageW(WaitForPopupMenu(), MN_GETHMENU, 0, 0));
     Texts entries;
     for (int item = 0; item < GetMenuItemCount(menu); ++item) {
-        wchar_t text[128]{};
-        GetMenuStringW(menu, static_cast<UINT>(item), text, 128, MF_BYPOSITION);
-        entries.push_back(com::Narrow(text));
+        std::array<wchar_t, 128> text{};
+        GetMenuStringW(menu, static_cast<UINT>(item), text.data(), static_cast<int>(text.size()),
+                       MF_BYPOSITION);
+        entries.push_back(com::Narrow(text.data()));
     }
     return entries;
 }

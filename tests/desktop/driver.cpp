@@ -3,6 +3,7 @@
 #include <objidl.h>
 
 #include <algorithm>
+#include <array>
 
 // Its header means the macros of these names, which are switched off.
 namespace Gdiplus {
@@ -24,8 +25,6 @@ using std::min;
 
 namespace driver {
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 [[noreturn]] void Fail(const std::string& what) {
     throw std::runtime_error(what);
@@ -89,9 +88,7 @@ class RemoteMemory {
 };
 
 std::string Describe(HWND window) {
-    wchar_t name[64]{};
-    GetClassNameW(window, name, 64);
-    return com::Narrow(name) + " with id " + std::to_string(GetDlgCtrlID(window));
+    return ClassName(window) + " with id " + std::to_string(GetDlgCtrlID(window));
 }
 
 void Input(std::vector<INPUT> inputs) {
@@ -140,7 +137,7 @@ POINT Middle(const RECT& place) {
 
 struct WindowSearch {
     DWORD process_id;
-    std::wstring window_class;
+    std::string window_class;
     HWND found = nullptr;
 };
 
@@ -148,9 +145,8 @@ BOOL CALLBACK SearchWindow(HWND window, LPARAM parameter) {
     auto& search = *reinterpret_cast<WindowSearch*>(parameter);
     DWORD process_id = 0;
     GetWindowThreadProcessId(window, &process_id);
-    wchar_t name[64]{};
-    GetClassNameW(window, name, 64);
-    if (process_id == search.process_id && IsWindowVisible(window) && search.window_class == name) {
+    if (process_id == search.process_id && IsWindowVisible(window) != FALSE &&
+        ClassName(window) == search.window_class) {
         search.found = window;
         return FALSE;
     }
@@ -162,7 +158,7 @@ std::vector<HWND> VisibleWindows() {
     std::vector<HWND> windows;
     EnumWindows(
         [](HWND window, LPARAM parameter) -> BOOL {
-            if (IsWindowVisible(window) && !IsIconic(window)) {
+            if (IsWindowVisible(window) != FALSE && IsIconic(window) == FALSE) {
                 reinterpret_cast<std::vector<HWND>*>(parameter)->push_back(window);
             }
             return TRUE;
@@ -278,7 +274,7 @@ std::vector<std::string> Items(HWND control, UINT count_message, UINT length_mes
 
 HWND FindPopupMenu() {
     const HWND menu = FindWindowW(L"#32768", nullptr);
-    return menu != nullptr && IsWindowVisible(menu) ? menu : nullptr;
+    return menu != nullptr && IsWindowVisible(menu) != FALSE ? menu : nullptr;
 }
 
 } // namespace
@@ -299,8 +295,9 @@ void WaitForText(std::string_view what, const std::string& expected,
     const Clock::time_point end = Clock::now() + limit;
     while ((last = read()) != expected) {
         if (Clock::now() > end) {
-            Fail("waited in vain for " + std::string(what) + " \"" + expected + "\"; it is \"" +
-                 last + "\"");
+            std::string message = "waited in vain for ";
+            message.append(what).append(" \"").append(expected);
+            Fail(message.append("\"; it is \"").append(last).append("\""));
         }
         Sleep(Milliseconds(20));
     }
@@ -315,8 +312,8 @@ Program::Program(const std::string& path, const std::vector<std::string>& argume
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION started{};
-    if (!CreateProcessW(nullptr, command_line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                        &startup, &started)) {
+    if (CreateProcessW(nullptr, command_line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                       &startup, &started) == FALSE) {
         Fail("cannot start " + command + ": error " + std::to_string(GetLastError()));
     }
     CloseHandle(started.hThread);
@@ -344,7 +341,7 @@ DWORD Program::WaitForEnd(Milliseconds limit) const {
 }
 
 HWND Program::FindVisible(const std::string& window_class) const {
-    WindowSearch search{process_id_, com::Widen(window_class)};
+    WindowSearch search{process_id_, window_class};
     EnumWindows(SearchWindow, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
@@ -382,6 +379,12 @@ LRESULT Send(HWND window, UINT message, WPARAM wparam, LPARAM lparam, Millisecon
         Fail("no answer to message " + std::to_string(message) + " from " + Describe(window));
     }
     return static_cast<LRESULT>(answer);
+}
+
+std::string ClassName(HWND window) {
+    std::array<wchar_t, 64> name{};
+    GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    return com::Narrow(name.data());
 }
 
 std::string Text(HWND window) {
@@ -437,7 +440,7 @@ void Click(HWND window, POINT point, MouseButton button) {
 }
 
 void Click(HWND control, MouseButton button) {
-    if (!IsWindowVisible(control) || !IsWindowEnabled(control)) {
+    if (IsWindowVisible(control) == FALSE || IsWindowEnabled(control) == FALSE) {
         Fail(Describe(control) + " is hidden or disabled");
     }
     RECT place{};
@@ -459,6 +462,7 @@ void Drag(HWND window, POINT from, POINT to) {
 
 void PressKey(WORD virtual_key, const std::vector<WORD>& held) {
     std::vector<INPUT> inputs;
+    inputs.reserve(2 * held.size() + 2);
     for (const WORD key : held) {
         inputs.push_back(Key(key, false));
     }
@@ -537,7 +541,7 @@ std::vector<std::string> TabCaptions(HWND tab_control) {
 
 std::vector<std::string> ColumnHeadings(HWND list) {
     std::vector<std::string> headings;
-    const auto header = reinterpret_cast<HWND>(Send(list, LVM_GETHEADER));
+    auto* const header = reinterpret_cast<HWND>(Send(list, LVM_GETHEADER));
     const LRESULT count = Send(header, HDM_GETITEMCOUNT);
     for (WPARAM column = 0; column < static_cast<WPARAM>(count); ++column) {
         LVCOLUMNW asked{};
@@ -559,6 +563,7 @@ std::string Cell(HWND list, int row, int column) {
 
 std::vector<std::string> Row(HWND list, int row, int columns) {
     std::vector<std::string> cells;
+    cells.reserve(static_cast<std::size_t>(columns));
     for (int column = 0; column < columns; ++column) {
         cells.push_back(Cell(list, row, column));
     }
@@ -600,7 +605,8 @@ std::vector<TreeItem> TreeItems(HWND tree) {
 POINT TreeCheckPoint(HWND tree, HTREEITEM item) {
     Send(tree, TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
     const RemoteMemory memory(tree, std::max(sizeof(RECT), sizeof(TVHITTESTINFO)));
-    memory.Write(item); // the rectangle's first bytes say which item
+    memory.Write(
+        reinterpret_cast<std::uintptr_t>(item)); // the rectangle's first bytes say which item
     if (Send(tree, TVM_GETITEMRECT, TRUE, memory.Address()) == 0) {
         Fail("the tree item is out of sight");
     }

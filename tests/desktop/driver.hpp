@@ -18,6 +18,7 @@
 
 namespace driver {
 
+using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::milliseconds;
 inline constexpr Milliseconds kPatience{20000};
 
@@ -60,6 +61,7 @@ HWND Control(HWND window, int id);
 // A message that waits for its answer no longer than `limit`.
 LRESULT Send(HWND window, UINT message, WPARAM wparam = 0, LPARAM lparam = 0,
              Milliseconds limit = kPatience);
+std::string ClassName(HWND window);
 std::string Text(HWND window);
 RECT Place(HWND window); // on the screen, in pixels
 bool Topmost(HWND window);

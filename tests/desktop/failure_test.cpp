@@ -1,4 +1,5 @@
 // What a failing, busy or missing CATIA leaves behind, over COM.
+#include <array>
 #include <fstream>
 #include <memory>
 
@@ -8,11 +9,7 @@ using namespace driver;
 
 namespace {
 
-constexpr const char* kProduct = "gearbox-assembly.txt";
-constexpr const char* kDrawing = "gearbox-drawing.txt";
-constexpr const char* kWalked = "Sestav: 14 Partu: 45";
 constexpr const char* kCreated = "Tabulka vytvorena Ok ";
-constexpr Milliseconds kLong{30000};
 
 std::unique_ptr<CatiaSession> Gearbox() {
     return std::make_unique<CatiaSession>(std::vector<std::string>{kProduct, kDrawing});
@@ -72,16 +69,16 @@ struct Stop {
 // With two rows in the list the table has eight: calls 1 to 8 reach the view's tables, 9 adds the
 // table, 10 sizes the first row, 11 to 17 the columns, 18 to 129 are the fonts, 130 to 136 the
 // header, 137 to 150 the two rows.
-const Stop kStops[] = {{1, "Cekam na Catii"},
-                       {9, "Catie vytvari tabulku"},
-                       {10, "Catie upravuje velikost 1 radku"},
-                       {13, "Catie upravuje sirku slopcu"},
-                       {18, "Catie upravuje font"},
-                       {32 + 2 * 14, "Catie upravuje font 3/8"},
-                       {130, "Catie doplnuje hlavicku"},
-                       {137, "Catie doplnuje radku 8/8"},
-                       {144, "Catie doplnuje radku 7/8"},
-                       {155, "Catie meni tlousku cary"}};
+const auto kStops = std::to_array<Stop>({{1, "Cekam na Catii"},
+                                         {9, "Catie vytvari tabulku"},
+                                         {10, "Catie upravuje velikost 1 radku"},
+                                         {13, "Catie upravuje sirku slopcu"},
+                                         {18, "Catie upravuje font"},
+                                         {32 + 2 * 14, "Catie upravuje font 3/8"},
+                                         {130, "Catie doplnuje hlavicku"},
+                                         {137, "Catie doplnuje radku 8/8"},
+                                         {144, "Catie doplnuje radku 7/8"},
+                                         {155, "Catie meni tlousku cary"}});
 
 } // namespace
 

@@ -22,8 +22,10 @@ void FillList(const DorvakWindow& dorvak, const std::string& structure_text, int
 }
 
 std::vector<std::string> Column(HWND list, int column) {
+    const int rows = RowCount(list);
     std::vector<std::string> cells;
-    for (int row = 0; row < RowCount(list); ++row) {
+    cells.reserve(static_cast<std::size_t>(rows));
+    for (int row = 0; row < rows; ++row) {
         cells.push_back(Cell(list, row, column));
     }
     return cells;

@@ -8,6 +8,13 @@
 
 namespace driver {
 
+// The samples' gearbox, and what the status line says when it has been walked.
+constexpr const char* kProduct = "gearbox-assembly.txt";
+constexpr const char* kDrawing = "gearbox-drawing.txt";
+constexpr const char* kWalked = "Sestav: 14 Partu: 45";
+
+constexpr Milliseconds kLong{120000}; // for an action that takes many calls
+
 // The base of every suite: no stored configuration when a test begins.
 class DesktopTest : public testing::Test {
   private:

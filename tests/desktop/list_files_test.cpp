@@ -1,5 +1,6 @@
 // What the parts list and the pickers keep: the real file dialogs, the files beside the program,
 // and that nothing of them is lost.
+#include <array>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -58,14 +59,13 @@ void WaitForNameField(HWND dialog) {
     BringToFront(dialog);
     WaitUntil("the field for the file name", [&] {
         const HWND focus = Focus(dialog);
-        wchar_t name[16]{};
-        GetClassNameW(focus, name, 16);
-        return com::Narrow(name) == "Edit" && GetAncestor(focus, GA_ROOT) == dialog;
+        return ClassName(focus) == "Edit" && GetAncestor(focus, GA_ROOT) == dialog;
     });
 }
 
 void WaitForItsEnd(HWND dialog) {
-    WaitUntil("the dialog's end", [&] { return !IsWindow(dialog) || !IsWindowVisible(dialog); });
+    WaitUntil("the dialog's end",
+              [&] { return IsWindow(dialog) == FALSE || IsWindowVisible(dialog) == FALSE; });
 }
 
 // Types a file name into a file dialog, in the place of the proposed one, and confirms.
@@ -581,7 +581,7 @@ TEST_F(FileErrors, AFileThatMayOnlyBeReadByOthersCannotBeReplaced) {
 // leaves is always one of them as a whole, and the next process carries on from it.
 TEST_F(KilledWhileSaving, LeavesTheOldOrTheNewFileWhole) {
     const std::string path = Path("list.txt");
-    const std::string lists[2] = {BigList(false), BigList(true)};
+    const std::array lists{BigList(false), BigList(true)};
     WriteBytes(path, lists[0]);
     const std::string event_name = "DorvakSaveLoop" + std::to_string(GetCurrentProcessId());
     const HANDLE begun = CreateEventW(nullptr, FALSE, FALSE, com::Widen(event_name).c_str());
@@ -594,7 +594,7 @@ TEST_F(KilledWhileSaving, LeavesTheOldOrTheNewFileWhole) {
     std::mt19937 random(seed);
     std::uniform_int_distribution<int> moment(0, 60000); // microseconds
     constexpr int kRounds = 60;
-    int found[2] = {0, 0};
+    std::array found{0, 0};
     int killed_while_writing = 0;
     for (int round = 0; round < kRounds; ++round) {
         {
@@ -630,8 +630,8 @@ TEST_F(KilledWhileSaving, LeavesTheOldOrTheNewFileWhole) {
 TEST_F(KilledWhileSaving, TheProgramFindsItsWholeListAgain) {
     const std::string path = Path("list.txt");
     std::string rest;
-    constexpr int kRows = 30000;
-    for (int number = 2; number <= kRows; ++number) {
+    constexpr std::size_t kRows = 30000;
+    for (std::size_t number = 2; number <= kRows; ++number) {
         rest += "Part " + std::to_string(number) + "@@False@@" + text::FourDigits(number) +
                 "@@1@@@@S235@@20x40@@\r\n";
     }

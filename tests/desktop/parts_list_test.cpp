@@ -6,7 +6,7 @@ using namespace driver;
 namespace {
 
 // Parts whose first-seen order is A, B, C, D, 120.
-const std::string kStructure = "\r\n0\tTop"
+const std::string kFiveParts = "\r\n0\tTop"
                                "\r\n1\tA\tTop"
                                "\r\n1\tB\tTop"
                                "\r\n1\tC\tTop"
@@ -18,7 +18,7 @@ using Rows = std::vector<std::string>;
 
 class PartsList : public DesktopTest {
   protected:
-    PartsList() { FillList(dorvak_, kStructure, 5); }
+    PartsList() { FillList(dorvak_, kFiveParts, 5); }
 
     [[nodiscard]] HWND List() const { return dorvak_[ID_ListView1]; }
 

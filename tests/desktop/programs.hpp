@@ -117,7 +117,6 @@ class SettingKeeper {
     std::optional<std::string> kept_;
 };
 
-using Clock = std::chrono::steady_clock;
 long long MillisecondsSince(Clock::time_point start);
 
 // Leaves a program's exit code in the file that the environment variable RESULT_FILE names, for a

@@ -13,7 +13,6 @@ namespace {
 
 constexpr int kSteps = 150;
 constexpr int kParts = 22; // of the gearbox, counted by hand
-constexpr const char* kWalked = "Sestav: 14 Partu: 45";
 
 // Every button, by the page that it stands on.
 const std::vector<std::vector<int>> kButtons{

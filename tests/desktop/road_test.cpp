@@ -1,6 +1,7 @@
 // The main road over COM: from the product to the table in the drawing, with every round trip
 // counted.
 #include <algorithm>
+#include <array>
 #include <set>
 
 #include "fixture.hpp"
@@ -12,36 +13,29 @@ namespace {
 
 using Rows = std::vector<std::string>;
 
-constexpr const char* kProduct = "gearbox-assembly.txt";
-constexpr const char* kDrawing = "gearbox-drawing.txt";
-
 // The gearbox, counted by hand: 58 instances below the top product, 13 of them sub-assemblies.
 constexpr int kInstances = 58;
-constexpr const char* kWalked = "Sestav: 14 Partu: 45";
-constexpr int kParts = 22;
-struct Part {
+struct CountedPart {
     const char* name;
     const char* quantity;
 };
-const Part kGearbox[kParts] = {
-    {"Skříň spodní", "1"},     {"Skříň horní", "1"},         {"Hřídel vstupní", "1"},
-    {"Ložisko 6204", "4"},     {"Pojistný kroužek 47", "4"}, {"Ozubené kolo z18", "1"},
-    {"Pero 6x6x25", "3"},      {"Gufero 20x40x7", "1"},      {"Hřídel", "1"},
-    {"Ozubené kolo z52", "1"}, {"Ozubené kolo z21", "1"},    {"Hřídel výstupní", "1"},
-    {"Ložisko 6206", "2"},     {"Pojistný kroužek 62", "2"}, {"Ozubené kolo z63", "1"},
-    {"Pero 8x7x36", "1"},      {"Gufero 30x52x7", "1"},      {"Šroub M8x25", "4"},
-    {"Podložka 8", "8"},       {"Matice M8", "4"},           {"Zátka vypouštěcí", "1"},
-    {"Olejoznak", "1"}};
+const auto kGearbox = std::to_array<CountedPart>(
+    {{"Skříň spodní", "1"},     {"Skříň horní", "1"},         {"Hřídel vstupní", "1"},
+     {"Ložisko 6204", "4"},     {"Pojistný kroužek 47", "4"}, {"Ozubené kolo z18", "1"},
+     {"Pero 6x6x25", "3"},      {"Gufero 20x40x7", "1"},      {"Hřídel", "1"},
+     {"Ozubené kolo z52", "1"}, {"Ozubené kolo z21", "1"},    {"Hřídel výstupní", "1"},
+     {"Ložisko 6206", "2"},     {"Pojistný kroužek 62", "2"}, {"Ozubené kolo z63", "1"},
+     {"Pero 8x7x36", "1"},      {"Gufero 30x52x7", "1"},      {"Šroub M8x25", "4"},
+     {"Podložka 8", "8"},       {"Matice M8", "4"},           {"Zátka vypouštěcí", "1"},
+     {"Olejoznak", "1"}});
+constexpr int kGearboxParts = 22;
 
 // With five free rows under the header.
 constexpr int kFreeRows = 5;
-constexpr int kTableRows = 1 + kFreeRows + kParts;
+constexpr int kTableRows = 1 + kFreeRows + kGearboxParts;
 
 class Road : public DesktopTest {
   protected:
-    // Waits longer than for anything else: a thousand calls go over COM.
-    static constexpr Milliseconds kLong{30000};
-
     void Walk() const {
         dorvak_.OpenPage(kStructurePage);
         dorvak_.Press(ID_Command3);
@@ -54,7 +48,8 @@ class Road : public DesktopTest {
     void FillFromCatia() const {
         Walk();
         dorvak_.Press(ID_Command4);
-        WaitUntil("the parts list", [&] { return RowCount(dorvak_[ID_ListView1]) == kParts; });
+        WaitUntil("the parts list",
+                  [&] { return RowCount(dorvak_[ID_ListView1]) == kGearboxParts; });
         catia_.Do("activate Gearbox.CATDrawing");
     }
 
@@ -101,8 +96,8 @@ TEST_F(Road, WalkBuildsTheCheckedTree) {
 TEST_F(Road, ListHoldsEveryPartWithItsPositionAndQuantity) {
     FillFromCatia();
     const HWND list = dorvak_[ID_ListView1];
-    for (int row = 0; row < kParts; ++row) {
-        const Part& part = kGearbox[row];
+    for (int row = 0; row < kGearboxParts; ++row) {
+        const CountedPart& part = kGearbox.at(static_cast<std::size_t>(row));
         EXPECT_EQ(Row(list, row, 7),
                   (Rows{part.name, text::FourDigits(static_cast<std::size_t>(row) + 1),
                         part.quantity, "", "", "", ""}));
@@ -123,8 +118,8 @@ TEST_F(Road, TableStandsInTheDrawing) {
     Rows expected{
         QuotedCells({"Pozice", "nazev", "Kusu", "Ciste rozmery", "Material", "Poznamka", "List"})};
     expected.insert(expected.end(), kFreeRows, QuotedCells({"", "", "", "", "", "", ""}));
-    for (int row = kParts; row >= 1; --row) {
-        const Part& part = kGearbox[row - 1];
+    for (int row = kGearboxParts; row >= 1; --row) {
+        const CountedPart& part = kGearbox.at(static_cast<std::size_t>(row - 1));
         const std::string sheet = row == 1 ? "2" : row == 3 ? "3" : "";
         expected.push_back(
             QuotedCells({std::to_string(row), part.name, part.quantity, "", "", "", sheet}));
@@ -167,7 +162,7 @@ TEST_F(Road, TableTakesExactlyTheCallsItNeeds) {
         {"DrawingTable.SetColumnSize", 7},
         {"DrawingTable.GetCellObject", 7 * kTableRows},
         {"DrawingText.SetFontSize", 7 * kTableRows},
-        {"DrawingTable.SetCellString", 7 * (1 + kParts)},
+        {"DrawingTable.SetCellString", 7 * (1 + kGearboxParts)},
         {"Selection.Add", 1},
         {"Selection.VisProperties", 1},
         {"VisPropertySet.SetRealWidth", 1}};

@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <array>
+
 #include "com/utf.hpp"
 #include "win32/files.hpp"
 
@@ -12,7 +14,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::string path = com::FromSystemCodePage(argv[1]);
-    const std::string lists[2] = {driver::BigList(false), driver::BigList(true)};
+    const std::array lists{driver::BigList(false), driver::BigList(true)};
     win32::CodePageFiles files;
     const HANDLE begun =
         OpenEventW(EVENT_MODIFY_STATE, FALSE, com::Widen(com::FromSystemCodePage(argv[2])).c_str());

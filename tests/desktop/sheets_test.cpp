@@ -11,11 +11,10 @@ namespace {
 
 using Rows = std::vector<std::string>;
 
-constexpr Milliseconds kLong{120000};
 constexpr const char* kDialogClass = "#32770";
 
 // Four parts; the first three get a sheet.
-const std::string kStructure = "\r\n0\tTop"
+const std::string kFourParts = "\r\n0\tTop"
                                "\r\n1\tHřídel\tTop"
                                "\r\n1\tPříruba\tTop"
                                "\r\n1\tVíko\tTop"
@@ -29,7 +28,7 @@ class SheetsTest : public DesktopTest {
     [[nodiscard]] HWND List() const { return dorvak_[ID_ListView3]; }
 
     void FillParts() const {
-        FillList(dorvak_, kStructure, 4);
+        FillList(dorvak_, kFourParts, 4);
         const HWND parts = dorvak_[ID_ListView1];
         for (int row = 0; row < 3; ++row) {
             Click(parts, RowCheckPoint(parts, row));
@@ -212,7 +211,7 @@ TEST_F(Sheets, EnterWithoutARowIsAnOrdinaryError) {
     PressKey(VK_RETURN);
     const HWND box = dorvak_.Process().WaitForWindow(kDialogClass);
     PressKey(VK_RETURN);
-    WaitUntil("the box gone", [&] { return !IsWindow(box); });
+    WaitUntil("the box gone", [&] { return IsWindow(box) == FALSE; });
     WaitForColumn(1, {"", "", ""});
     EXPECT_TRUE(dorvak_.Process().Running());
 }
@@ -275,7 +274,7 @@ TEST_F(Sheets, ARangeWithoutAHyphenIsRefusedAndEscapeChangesNothing) {
     dorvak_.WaitForStatus("Spatny pocet listu");
     const HWND box = PressForBox(ID_Command24);
     PressKey(VK_ESCAPE);
-    WaitUntil("the box gone", [&] { return !IsWindow(box); });
+    WaitUntil("the box gone", [&] { return IsWindow(box) == FALSE; });
     WaitForSheets({"1", "2", "9"});
 }
 
@@ -283,7 +282,7 @@ TEST_F(Sheets, SheetNazvyAsksWhetherTheFirstIsTheAssembly) {
     const HWND cancelled = PressForBox(ID_Command25);
     EXPECT_EQ(Text(cancelled), Text(dorvak_.Window()));
     PressKey(VK_ESCAPE);
-    WaitUntil("the box gone", [&] { return !IsWindow(cancelled); });
+    WaitUntil("the box gone", [&] { return IsWindow(cancelled) == FALSE; });
     WaitForSheets({"1", "2", "9"});
 
     Click(GetDlgItem(PressForBox(ID_Command25), IDNO));

@@ -1,4 +1,5 @@
 // Tables of a drawing read back into the parts list, and the smaller exports, over COM.
+#include <array>
 #include <fstream>
 #include <iostream>
 
@@ -11,7 +12,6 @@ namespace {
 
 using Rows = std::vector<std::string>;
 
-constexpr Milliseconds kLong{120000};
 constexpr int kColumns = 7;
 
 // The fields of a row of the parts list in the order of the table's columns.
@@ -29,16 +29,16 @@ struct Part {
 
 // Czech texts, empty fields, and what separates fields in the program's own texts.
 std::vector<Part> MakeParts(int count) {
-    const Part kinds[] = {
+    const auto kinds = std::to_array<Part>({
         {"", "Hřídel předlohová", "2", "Ø30-210", "12 050", "kalit; popouštět", "2"},
         {"", "Šroub M8x25", "16", "", "", "", ""},
         {"", "Příruba @@ víko", "1", "D80x20", "11 373", "žíhat @@ na měkko", "3"},
         {"", "Těsnění;olejové", "", "20x40x7", "pryž", "", ""},
         {"", "Úhelník \"L\"", "4", "50x50x5", "", "ďobat", "4"},
-    };
+    });
     std::vector<Part> parts;
     for (int i = 1; i <= count; ++i) {
-        Part part = kinds[(i - 1) % 5];
+        Part part = kinds[static_cast<std::size_t>(i - 1) % kinds.size()];
         part.position = std::to_string(i);
         part.name += " " + std::to_string(i);
         parts.push_back(std::move(part));
@@ -55,7 +55,7 @@ constexpr const char* kHeader =
 
 // A drawing with a table of the parts, the first one at the bottom. Gives its path.
 std::string WriteDrawing(const std::vector<Part>& parts) {
-    const std::string path = TemporaryPath("parts-table.txt");
+    std::string path = TemporaryPath("parts-table.txt");
     std::ofstream file(path);
     file << "DrawingDocument Tabulka.CATDrawing\nsheet \"List\"\n  view \"Main View\"\n"
             "    table at 0 0 columns 14 44 16 38 35 32 15\n      row 5 "

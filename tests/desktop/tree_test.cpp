@@ -1,10 +1,14 @@
 // The tree built from a pasted structure text, its check boxes, and the list that is counted from
 // it.
+#include <array>
+
 #include "fixture.hpp"
 
 using namespace driver;
 
 namespace {
+
+using Rows = std::vector<std::string>;
 
 const std::string kStructure = "\r\n0\tProduct1"
                                "\r\n1\tPart 77\tProduct1"
@@ -50,10 +54,10 @@ TEST_F(Tree, ShowsEveryLineAsACheckedNodeUnderItsParent) {
     BuildTree(dorvak_, kStructure);
     const std::vector<TreeItem> items = TreeItems(View());
     ASSERT_EQ(items.size(), 10U);
-    const char* const texts[] = {"Product1", "Part 77", "Part 46",    "Part 46", "Product2.2",
-                                 "Part 12",  "Part 46", "Product2.2", "Part 12", "Part 46"};
-    const int depths[] = {0, 1, 1, 1, 1, 2, 2, 1, 2, 2};
-    const bool assembly[] = {true, false, false, false, true, false, false, true, false, false};
+    const std::array texts{"Product1", "Part 77", "Part 46",    "Part 46", "Product2.2",
+                           "Part 12",  "Part 46", "Product2.2", "Part 12", "Part 46"};
+    const std::array depths{0, 1, 1, 1, 1, 2, 2, 1, 2, 2};
+    const std::array assembly{true, false, false, false, true, false, false, true, false, false};
     for (std::size_t node = 0; node < items.size(); ++node) {
         EXPECT_EQ(items[node].text, texts[node]);
         EXPECT_EQ(items[node].depth, depths[node]);
@@ -94,7 +98,6 @@ TEST_F(Tree, TheListHoldsOneRowPerCheckedPartWithTheQuantityOfAllItsNodes) {
     Uncheck(2); // the two "Part 46" under the top; two more stay checked
     dorvak_.Press(ID_Command4);
     WaitForText("the second panel", "Pozic: 3", [&] { return dorvak_.Positions(); });
-    using Rows = std::vector<std::string>;
     const HWND list = dorvak_[ID_ListView1];
     WaitUntil("three rows", [&] { return RowCount(list) == 3; });
     EXPECT_EQ(Column(list, 0), (Rows{"Part 77", "Part 12", "Part 46"}));

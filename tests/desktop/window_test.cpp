@@ -1,4 +1,6 @@
 // The window's own life: start-up, "On Top", collapsing, "Reset", the stored configuration.
+#include <array>
+
 #include "controls/form1.hpp"
 #include "fixture.hpp"
 #include "version.h"
@@ -72,11 +74,12 @@ TEST_F(StartUp, EveryButtonCanBePressedButThePickersThatWaitForARow) {
 
 TEST_F(StartUp, EveryPageShowsItsOwnControls) {
     const DorvakWindow dorvak;
-    const int controls[] = {ID_TreeView1, ID_ListView1, ID_Text2, ID_Text3, ID_ListView3};
+    const std::array controls{ID_TreeView1, ID_ListView1, ID_Text2, ID_Text3, ID_ListView3};
     for (int page = kStructurePage; page <= kSheetPage; ++page) {
         dorvak.OpenPage(page);
         for (int other = kStructurePage; other <= kSheetPage; ++other) {
-            EXPECT_EQ(IsWindowVisible(dorvak[controls[other]]) != 0, other == page)
+            EXPECT_EQ(IsWindowVisible(dorvak[controls.at(static_cast<std::size_t>(other))]) != 0,
+                      other == page)
                 << "page " << page << ", control of page " << other;
         }
     }

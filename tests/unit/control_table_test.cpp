@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <fstream>
 #include <iterator>
 #include <map>
@@ -68,9 +69,10 @@ std::string PlacingLine(const std::string& id) {
 }
 
 const char* KindOf(const win32::ControlRow& row) {
-    constexpr const char* kKinds[] = {"Button",    "CheckBox", "TextBox",  "ComboBox",
-                                      "ListBox",   "ListView", "TreeView", "TabControl",
-                                      "StatusBar", "Frame",    "MenuItem"};
+    constexpr std::array kKinds{"Button",    "CheckBox", "TextBox",  "ComboBox",
+                                "ListBox",   "ListView", "TreeView", "TabControl",
+                                "StatusBar", "Frame",    "MenuItem"};
+    static_assert(kKinds.size() == std::variant_size_v<win32::ControlMember>);
     return kKinds[row.member.index()];
 }
 
@@ -95,7 +97,7 @@ TEST(ControlTable, EveryControlOfTheFormHasItsNumberItsPlaceAndItsRow) {
         SCOPED_TRACE(control.name);
         const std::string id = "ID_" + control.name;
         ASSERT_TRUE(numbers.contains(id));
-        const auto row =
+        const auto* const row =
             std::ranges::find(win32::kControlTable, numbers.at(id), &win32::ControlRow::id);
         ASSERT_NE(row, std::end(win32::kControlTable));
         EXPECT_EQ(KindOf(*row), control.kind);
@@ -107,7 +109,7 @@ TEST(ControlTable, EveryControlOfTheFormHasItsNumberItsPlaceAndItsRow) {
 
 TEST(ControlTable, EveryRowPairsTheNumberAndTheMemberOfOneName) {
     const std::string table = ReadSource("src/win32/control_table.hpp");
-    const auto rows = Matches(table, std::regex("\\{ID_(\\w+),\\s*&controls::Form1::(\\w+)"));
+    const auto rows = Matches(table, std::regex(R"(\{ID_(\w+),\s*&controls::Form1::(\w+))"));
     EXPECT_EQ(rows.size(), std::size(win32::kControlTable));
     std::set<std::string> names;
     for (const auto& row : rows) {
