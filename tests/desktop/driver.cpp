@@ -440,12 +440,28 @@ void Click(HWND window, POINT point, MouseButton button) {
 }
 
 void Click(HWND control, MouseButton button) {
+    // A second press at the same place within the double-click time would be the same press.
+    static HWND last = nullptr;
+    static Clock::time_point last_time;
+    if (control == last) {
+        std::this_thread::sleep_until(last_time + Milliseconds(GetDoubleClickTime() + 50));
+    }
+    last = control;
+    last_time = Clock::now();
     if (IsWindowVisible(control) == FALSE || IsWindowEnabled(control) == FALSE) {
         Fail(Describe(control) + " is hidden or disabled");
     }
     RECT place{};
     GetClientRect(control, &place);
     Click(control, Middle(place), button);
+}
+
+void DoubleClick(HWND control) {
+    RECT client{};
+    GetClientRect(control, &client);
+    const POINT middle{client.right / 2, client.bottom / 2};
+    Click(control, middle);
+    Click(control, middle);
 }
 
 void Drag(HWND window, POINT from, POINT to) {

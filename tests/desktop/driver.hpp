@@ -77,6 +77,8 @@ void MoveMouse(HWND window, POINT point);
 void Click(HWND window, POINT point, MouseButton button = MouseButton::kLeft);
 // Clicks the middle of a control that must be enabled and visible.
 void Click(HWND control, MouseButton button = MouseButton::kLeft);
+// Two presses in quick succession at the middle of a control.
+void DoubleClick(HWND control);
 void Drag(HWND window, POINT from, POINT to);
 
 // Presses and releases a key while the given ones are held.

@@ -32,11 +32,6 @@ class Gestures : public DesktopTest {
 
 class Balloons : public Gestures {};
 
-void DoubleClick(HWND control) {
-    Click(control);
-    Click(control);
-}
-
 } // namespace
 
 TEST_F(Gestures, ADoubleClickOnTheWalkCountsEveryPartOnce) {

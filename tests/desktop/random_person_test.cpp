@@ -90,9 +90,10 @@ class RandomPerson : public DesktopTest, public testing::WithParamInterface<unsi
             return;
         }
         const auto how = Below(6);
-        Click(button, how == 0 ? MouseButton::kRight : MouseButton::kLeft);
         if (how == 1) {
-            Click(button); // a double click
+            DoubleClick(button);
+        } else {
+            Click(button, how == 0 ? MouseButton::kRight : MouseButton::kLeft);
         }
     }
 
