@@ -42,7 +42,7 @@ struct ValueText {
     // The mark tells it from a double.
     std::string operator()(float real) const {
         std::array<char, 32> digits{};
-        const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), real).ptr;
+        auto* const end = std::to_chars(digits.data(), digits.data() + digits.size(), real).ptr;
         return std::string(digits.data(), end) + "!";
     }
     std::string operator()(const std::string& text) const { return Quoted(text); }

@@ -2,6 +2,11 @@
 
 namespace automation {
 
+RunTimeError WithReason(RunTimeError error, std::string reason) {
+    error.reason = std::move(reason);
+    return error;
+}
+
 RunTimeError InvalidProcedureCall() {
     return {5, "Invalid procedure call or argument"};
 }

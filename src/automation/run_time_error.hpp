@@ -24,6 +24,9 @@ class RunTimeError : public std::exception {
     std::string reason;
 };
 
+// The error, with a sentence that says what is wrong.
+RunTimeError WithReason(RunTimeError error, std::string reason);
+
 // Makers of the errors that more than one place raises, under their classic descriptions.
 RunTimeError InvalidProcedureCall(); // 5
 RunTimeError Overflow();             // 6

@@ -137,7 +137,8 @@ Value FromVariant(const VARIANT& variant, const DispatchToObject& to_object) {
         return std::make_shared<Value>(FromVariant(owner, to_object));
     }
     if (V_ISARRAY(&variant)) {
-        return ArrayValues(V_ARRAY(&variant), V_VT(&variant) & VT_TYPEMASK, to_object);
+        return ArrayValues(V_ARRAY(&variant), static_cast<VARTYPE>(V_VT(&variant) & VT_TYPEMASK),
+                           to_object);
     }
     switch (V_VT(&variant)) {
     case VT_EMPTY:

@@ -168,14 +168,9 @@ std::optional<std::size_t> ListView::RowWithText(std::string_view text) const {
     return static_cast<std::size_t>(found - rows_.begin()) + 1;
 }
 
-void ListView::SetSorted(std::optional<std::size_t> by_sub_item) {
-    if (by_sub_item) {
-        SubIndex(*by_sub_item);
-    }
+void ListView::SetSorted(std::size_t by_sub_item) {
+    SubIndex(by_sub_item);
     sorted_by_ = by_sub_item;
-    if (!sorted_by_) {
-        return;
-    }
     const std::uint64_t current_id = current_ ? Row(*current_).id : 0;
     std::ranges::stable_sort(
         rows_, {}, [this](const ListRow& row) -> const std::string& { return SortText(row); });

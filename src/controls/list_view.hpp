@@ -61,8 +61,9 @@ class ListView : public Control {
     [[nodiscard]] std::optional<std::size_t> RowWithText(std::string_view text) const;
 
     // While the list is sorted, its rows stand in ascending order of a sub-item's text, rows with
-    // equal texts in the order that they had.
-    void SetSorted(std::optional<std::size_t> by_sub_item);
+    // equal texts in the order that they had. Afterwards they stay where they are.
+    void SetSorted(std::size_t by_sub_item);
+    void SetUnsorted() noexcept { sorted_by_.reset(); }
     [[nodiscard]] bool Sorted() const { return sorted_by_.has_value(); }
 
     // Asks the view to scroll the row into sight when it refreshes next.

@@ -1,5 +1,6 @@
 #include "shell/explanations.hpp"
 
+#include <cstdint>
 #include <string_view>
 
 namespace shell {

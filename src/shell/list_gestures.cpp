@@ -75,7 +75,7 @@ void MoveRow(ListView& list, std::size_t key, std::size_t moved, std::size_t tar
 bool YieldWhileSorted(controls::Form1& form, ListView& list) {
     const struct SortedWhile {
         ListView& list;
-        ~SortedWhile() { list.SetSorted(std::nullopt); }
+        ~SortedWhile() { list.SetUnsorted(); }
     } sorted{list};
     DoEvents(form);
     return list.Sorted();

@@ -13,9 +13,7 @@ namespace {
 using Fields = std::vector<std::string_view>;
 
 automation::RunTimeError SubscriptOutOfRange(std::string reason) {
-    automation::RunTimeError error = automation::SubscriptOutOfRange();
-    error.reason = std::move(reason);
-    return error;
+    return automation::WithReason(automation::SubscriptOutOfRange(), std::move(reason));
 }
 
 void FillSlots(Slots& slots, const Fields& fields, std::size_t line_number) {

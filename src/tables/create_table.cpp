@@ -45,8 +45,7 @@ int WholeNumber(double number) {
 // list's columns raises 380.
 automation::Value CellValue(const PartTexts& part, const std::string& slot) {
     const auto refuse = [&slot](automation::RunTimeError error) {
-        error.reason = shell::NoColumnOfTheList(slot);
-        return error;
+        return automation::WithReason(std::move(error), shell::NoColumnOfTheList(slot));
     };
     const auto number = slot.empty() ? 0 : text::Number(slot);
     if (!number) {
@@ -170,9 +169,8 @@ void CreateTable(Form1& form, const Parts& parts, const Manner& manner) {
     manner.fill(form, created);
     if (form.table_writes != writes_before) {
         // The person can select the new table while it is being made.
-        automation::RunTimeError disturbed = automation::InvalidProcedureCall();
-        disturbed.reason = shell::TableFilledMeanwhile();
-        throw disturbed;
+        throw automation::WithReason(automation::InvalidProcedureCall(),
+                                     shell::TableFilledMeanwhile());
     }
 
     if (configuration.line_thickness) {

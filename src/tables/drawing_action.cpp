@@ -60,9 +60,7 @@ Parts TakeParts(const controls::ListView& list) {
 
 const PartTexts& CurrentPart(const Parts& parts) {
     if (!parts.current) {
-        automation::RunTimeError error = automation::ObjectVariableNotSet();
-        error.reason = shell::NoCurrentRow();
-        throw error;
+        throw automation::WithReason(automation::ObjectVariableNotSet(), shell::NoCurrentRow());
     }
     return parts.rows[*parts.current];
 }

@@ -144,9 +144,8 @@ void LoadRows(Form1& form, const ReadTable& read) {
             shell::DoEvents(form);
         }
         if (form.table_writes != writes_before) {
-            automation::RunTimeError disturbed = automation::InvalidProcedureCall();
-            disturbed.reason = shell::TableChangedMeanwhile();
-            throw disturbed;
+            throw automation::WithReason(automation::InvalidProcedureCall(),
+                                         shell::TableChangedMeanwhile());
         }
     } catch (const automation::RunTimeError& error) {
         if (error.number != automation::UserInterrupt().number && !form.close_requested) {

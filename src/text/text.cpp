@@ -131,7 +131,7 @@ std::string PlainDecimal(double number) {
     }
     constexpr int kDigitsAfterTheFirst = 14;
     std::array<char, 32> written{}; // -d.dddddddddddddde-308
-    const auto end =
+    auto* const end =
         std::to_chars(written.data(), written.data() + written.size(), std::abs(number),
                       std::chars_format::scientific, kDigitsAfterTheFirst)
             .ptr;

@@ -343,11 +343,12 @@ TEST_F(BadNumber, OfSheetsToAddAddsNoneAndIsReportedWhereItIsAbsurd) {
 
 TEST_F(BadNumber, InARangeOfSheetsEndsWithThemOrWithWhatCatiaRefuses) {
     const std::string huge = "1" + std::string(300, '0');
-    const struct {
+    struct Case {
         std::string answer;
         Texts names;
         const char* status;
-    } cases[] = {
+    };
+    const std::vector<Case> cases{
         {"0-1e300", {"0", "1", "2"}, "Zjistuju spusteni Catie"},
         {"1-1e400", {"a", "b", "c"}, "Zjistuju spusteni Catie"}, // ends at zero
         {"1e400-2", {"0", "1", "2"}, "Zjistuju spusteni Catie"}, // begins with zero

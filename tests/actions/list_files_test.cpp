@@ -172,10 +172,11 @@ TEST_F(ListFiles, ANinthFieldStopsTheLoadWithAnInvalidPropertyValue) {
 }
 
 TEST_F(ListFiles, TheRowCountIsRightAfterEveryFailingLoad) {
-    const struct {
+    struct Case {
         const char* file;
         std::size_t rows;
-    } cases[] = {
+    };
+    const std::vector<Case> cases{
         {"", 0},
         {"\r\n", 0},
         {"a@@True\r\n\r\nb@@True\r\n", 1},

@@ -433,10 +433,11 @@ TEST_F(NumberingRange, ARangeThatEndsBeforeItStartsNumbersNothing) {
 }
 
 TEST_F(NumberingRange, StepsAreRoundedToAWholeNumber) {
-    const struct {
+    struct Case {
         const char* answer;
         Texts names;
-    } cases[] = {
+    };
+    const std::vector<Case> cases{
         {"1-2.4", {"1", "2", "c", "d", "e"}},
         {"1-2.5", {"1", "2", "c", "d", "e"}}, // two and a half steps: to the even number
         {"1-2.6", {"1", "2", "3", "d", "e"}},
@@ -453,10 +454,11 @@ TEST_F(NumberingRange, StepsAreRoundedToAWholeNumber) {
 }
 
 TEST_F(NumberingRange, APieceWithoutANumberIsZero) {
-    const struct {
+    struct Case {
         const char* answer;
         Texts names;
-    } cases[] = {
+    };
+    const std::vector<Case> cases{
         {"-2", {"0", "1", "2"}},
         {"-5", {"0", "1", "2"}},
         {"5-", {"Sestava", "Hřídel", "Kolo"}},

@@ -15,6 +15,11 @@ constexpr const char* kWalked = "Sestav: 14 Partu: 45";
 
 constexpr Milliseconds kLong{120000}; // for an action that takes many calls
 
+// Columns of the parts list.
+constexpr int kQuantity = 2;
+constexpr int kSheet = 3;
+constexpr int kMaterial = 4;
+
 // The base of every suite: no stored configuration when a test begins.
 class DesktopTest : public testing::Test {
   private:

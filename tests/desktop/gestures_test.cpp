@@ -9,16 +9,14 @@ namespace {
 
 using Rows = std::vector<std::string>;
 
-const std::string kStructure = "\r\n0\tTop"
-                               "\r\n1\t101\tTop"
-                               "\r\n1\tB\tTop"
-                               "\r\n1\tC\tTop";
-constexpr int kSheet = 3;
-constexpr int kMaterial = 4;
+const std::string kThreeParts = "\r\n0\tTop"
+                                "\r\n1\t101\tTop"
+                                "\r\n1\tB\tTop"
+                                "\r\n1\tC\tTop";
 
 class Gestures : public DesktopTest {
   protected:
-    Gestures() { FillList(dorvak_, kStructure, 3); }
+    Gestures() { FillList(dorvak_, kThreeParts, 3); }
 
     [[nodiscard]] HWND List() const { return dorvak_[ID_ListView1]; }
     // The text of the balloon that is shown; empty where none is.
@@ -116,7 +114,7 @@ TEST_F(Gestures, ARenameLeftOpenSurvivesClosing) {
     const auto folder = std::make_shared<ProgramFolder>();
     {
         const DorvakWindow first(folder);
-        FillList(first, kStructure, 3);
+        FillList(first, kThreeParts, 3);
         SelectRow(first[ID_ListView1], 0);
         PressKey(VK_F2);
         WaitUntil("the edit field",

@@ -27,8 +27,6 @@ const std::string kSaveTitle = "Uložení tabulky";
 const std::string kOpenTitle = "Nacteni tabulky";
 const std::string kQuestion = "Přepsat Existujcí Soubor";
 constexpr int kFields = 7; // of a row, its name included
-constexpr int kQuantity = 2;
-constexpr int kMaterial = 4;
 
 void WriteBytes(const std::string& path, const std::string& bytes) {
     std::ofstream(std::filesystem::path(com::Widen(path)), std::ios::binary) << bytes;

@@ -12,7 +12,6 @@ const std::string kFiveParts = "\r\n0\tTop"
                                "\r\n1\tC\tTop"
                                "\r\n1\tD\tTop"
                                "\r\n1\t120\tTop";
-constexpr int kSheet = 3;
 
 using Rows = std::vector<std::string>;
 

@@ -162,14 +162,14 @@ TEST_F(TablesBack, RoundTripOfFiveHundredRows) {
 }
 
 TEST_F(TablesBack, ReadingTakesExactlyTheCallsItNeeds) {
-    constexpr int kParts = 25;
-    const CatiaSession catia({WriteDrawing(MakeParts(kParts))});
+    constexpr int kRows = 25;
+    const CatiaSession catia({WriteDrawing(MakeParts(kRows))});
     const DorvakWindow dorvak;
     catia.Do(R"(select "List" "Main View" 1)");
     catia.Do("log clear");
     ReadTable(dorvak);
     // Each cell of a part; of the header the position and the sheet, and its first cell before.
-    constexpr int kCells = kColumns * kParts + 2 + 1;
+    constexpr int kCells = kColumns * kRows + 2 + 1;
     const std::map<std::string, int> expected{{"Application.ActiveDocument", 1},
                                               {"DrawingDocument.Name", 1},
                                               {"DrawingDocument.Selection", 1},

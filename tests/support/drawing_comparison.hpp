@@ -119,7 +119,7 @@ inline bool IsRowOf(const std::string& drawn, Strings texts,
 // material, note, sheet.
 inline Strings InColumnOrder(const Strings& part) {
     Strings ordered;
-    for (const std::size_t field : {1, 0, 2, 5, 4, 6, 3}) {
+    for (const std::size_t field : {1U, 0U, 2U, 5U, 4U, 6U, 3U}) {
         ordered.push_back(part.at(field));
     }
     return ordered;
@@ -291,10 +291,10 @@ inline void CompareWithDrawing(HeadlessForm& headless) {
                                             {&form.Command7.Click, false},
                                             {&form.m_poslat_jako_tabulku.Click, false}}) {
         Watch(headless, *click, "Tabulka vytvorena Ok ",
-              [whole_list](HeadlessForm& pressed, const std::string& drawing) -> Check {
+              [whole = whole_list](HeadlessForm& pressed, const std::string& drawing) -> Check {
                   return pressed.form.ListView1.Count() == 0
                              ? Check()
-                             : CreatedTable(pressed, drawing, whole_list);
+                             : CreatedTable(pressed, drawing, whole);
               });
     }
     Watch(headless, form.Command23.Click, "Prejmenovano: ", RenamedFromTheList);

@@ -77,8 +77,8 @@ const Texts kListFiles{
 
 const Texts kConfigurations{
     "",
-    "/vyska1;4\r\n/vyska2;5\r\n/sirka;1;2;3;4;5;6;7\r\n/sirka1;1;2;3;4;5;6;7\r\n"
-    "/fontsize1;2\r\n/fontsize2;3\r\n/razeni;1;0;2;5;4;6;3\r\n/AnchorPoint;2\r\n",
+    ("/vyska1;4\r\n/vyska2;5\r\n/sirka;1;2;3;4;5;6;7\r\n/sirka1;1;2;3;4;5;6;7\r\n"
+     "/fontsize1;2\r\n/fontsize2;3\r\n/razeni;1;0;2;5;4;6;3\r\n/AnchorPoint;2\r\n"),
     "/sirka;1;2;3;4;5;6;7;8;9;10;11\r\n",
     "/volny;1e300\r\n/vyska2;1\r\n",
     "/volny;-3\r\n/vyska1;4\r\n/vyska2;5\r\n",
@@ -392,8 +392,8 @@ struct Walk {
         ++assemblies;
         for (const auto& instance : product.instances) {
             const simulator::Product& child = *instance.reference;
-            std::string line =
-                "\r\n" + std::to_string(depth) + "\t" + child.part_number + "\t" + path;
+            std::string line = "\r\n" + std::to_string(depth);
+            line.append("\t").append(child.part_number).append("\t").append(path);
             if (child.instances.empty()) {
                 ++leaves;
                 text += line;
@@ -401,7 +401,7 @@ struct Walk {
             }
             const std::string own_path =
                 path + "|||||" + child.part_number + "*" + std::to_string(assemblies) + "*";
-            text += line + "\t" + own_path;
+            text.append(line).append("\t").append(own_path);
             Enter(child, own_path, depth + 1);
         }
     }
@@ -660,7 +660,7 @@ class Person::Life {
         const std::string configuration = form().Text2.Text();
         const bool ended = session_ended_;
         StartProgram(files, settings);
-        steps.push_back("(the next program)");
+        steps.emplace_back("(the next program)");
         for (std::size_t picker = 0; picker < values.size() && !ended; ++picker) {
             std::erase_if(values.at(picker),
                           [](const std::string& value) { return Trimmed(value).empty(); });
@@ -1407,6 +1407,7 @@ class Person::Life {
                               : document->active_sheet->active_view;
         const auto before = TablesOf(document.get());
         std::vector<std::vector<Texts>> cells_before;
+        cells_before.reserve(before.size());
         for (const TablePtr& table : before) {
             cells_before.push_back(CellsOf(*table));
         }

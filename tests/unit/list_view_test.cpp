@@ -74,7 +74,7 @@ TEST(ListView, SortsOnceByTheTextOfASubItemAndKeepsTheOrderOfEquals) {
     list.SetSorted(1);
     EXPECT_EQ(Names(list), "d b a c ");
     EXPECT_EQ(list.CurrentRow(), 1U);
-    list.SetSorted(std::nullopt);
+    list.SetUnsorted();
     list.Add("e");
     EXPECT_EQ(Names(list), "d b a c e ");
 }
