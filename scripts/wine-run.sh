@@ -20,11 +20,13 @@ export WINEDEBUG=-all,err+all
 result=$(mktemp)
 messages=$(mktemp)
 launcher=
+small_disk=
 cleanup() {
     # First what may not have reached Wine's server yet.
     [[ -z $launcher ]] || kill "$launcher" 2>/dev/null || true
     end_wine
     end_screen
+    [[ -z $small_disk ]] || { umount "$small_disk" && rmdir "$small_disk"; }
     rm -f "$result" "$messages"
 }
 trap cleanup EXIT
@@ -39,6 +41,18 @@ DORVAK_EXE=$(windows_path "$windows_build/src/win32/Dorvak.exe")
 CATIASIM_EXE=$(windows_path "$windows_build/simulator/CatiaSim.exe")
 SAMPLES=$(windows_path "$root/samples")
 RESULT_FILE=$(windows_path "$result")
+
+# Where the test wants a disk that is soon full and this system lets one be mounted.
+if [[ -n ${SMALL_DISK_NEEDED:-} ]]; then
+    folder=$(mktemp -d)
+    if mount -t tmpfs -o size=256k tmpfs "$folder" 2>/dev/null; then
+        small_disk=$folder
+        SMALL_DISK=$(windows_path "$folder")
+        export SMALL_DISK
+    else
+        rmdir "$folder"
+    fi
+fi
 
 # The prefix's processes that are there now, a line each.
 wine_processes() {

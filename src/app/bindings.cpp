@@ -13,12 +13,19 @@ namespace {
 
 using controls::Form1;
 
+// What undoing calls that which has no caption.
+constexpr const char* kTicking = "Zaškrtnutí";
+constexpr const char* kMoving = "Přesun";
+constexpr const char* kRenaming = "Přejmenování";
+
 // An event that is raised again while its own action runs, at a yield, starts it again.
 template <typename... Arguments>
 void BindRepeatable(Form1& form, controls::Event<Arguments...>& event,
-                    void (*action)(Form1&, std::type_identity_t<Arguments>...)) {
-    event = [&form, action](Arguments... arguments) {
-        Dispatch(form, [&] { action(form, arguments...); });
+                    void (*action)(Form1&, std::type_identity_t<Arguments>...),
+                    const std::string& step = {}) {
+    event = [&form, action, step](Arguments... arguments) {
+        Dispatch(
+            form, [&] { action(form, arguments...); }, step);
     };
 }
 
@@ -26,91 +33,123 @@ void BindRepeatable(Form1& form, controls::Event<Arguments...>& event,
 // first one would double every quantity.
 template <typename... Arguments>
 void Bind(Form1& form, controls::Event<Arguments...>& event,
-          void (*action)(Form1&, std::type_identity_t<Arguments>...)) {
-    event = [&form, action, running = false](Arguments... arguments) mutable {
+          void (*action)(Form1&, std::type_identity_t<Arguments>...),
+          const std::string& step = {}) {
+    event = [&form, action, step, running = false](Arguments... arguments) mutable {
         if (running) {
             return;
         }
         running = true;
-        Dispatch(form, [&] { action(form, arguments...); }); // raises nothing
+        // raises nothing
+        Dispatch(
+            form, [&] { action(form, arguments...); }, step);
         running = false;
     };
+}
+
+template <typename Control>
+concept HasClick = requires(Control control) {
+    control.Click;
+};
+
+const std::string& CaptionOf(const controls::Button& button) {
+    return button.Caption();
+}
+const std::string& CaptionOf(const controls::MenuItem& item) {
+    return item.caption;
+}
+
+template <HasClick Pressed>
+void BindRepeatable(Form1& form, Pressed& pressed, void (*action)(Form1&)) {
+    BindRepeatable(form, pressed.Click, action, CaptionOf(pressed));
+}
+
+template <HasClick Pressed>
+void Bind(Form1& form, Pressed& pressed, void (*action)(Form1&)) {
+    Bind(form, pressed.Click, action, CaptionOf(pressed));
 }
 
 } // namespace
 
 void BindActions(Form1& form) {
     Bind(form, form.Check2.Click, shell::Check2_Click);
-    Bind(form, form.Command18.Click, shell::Command18_Click);
+    Bind(form, form.Command18, shell::Command18_Click);
     Bind(form, form.SSTab1.Click, shell::SSTab1_Click);
 
-    Bind(form, form.Command3.Click, structure::Command3_Click);
-    Bind(form, form.Command5.Click, structure::Command5_Click);
-    Bind(form, form.Command4.Click, structure::Command4_Click);
-    Bind(form, form.Command1.Click, structure::Command1_Click);
-    Bind(form, form.Command2.Click, structure::Command2_Click);
-    Bind(form, form.Command26.Click, shell::Command26_Click);
+    Bind(form, form.Command3, structure::Command3_Click);
+    Bind(form, form.Command5, structure::Command5_Click);
+    Bind(form, form.Command4, structure::Command4_Click);
+    Bind(form, form.Command1, structure::Command1_Click);
+    Bind(form, form.Command2, structure::Command2_Click);
+    Bind(form, form.Command26, shell::Command26_Click);
     form.Text1.Pasted = structure::PastedLines;
     Bind(form, form.TreeView1.NodeCheck, structure::TreeView1_NodeCheck);
 
     Bind(form, form.ListView1.Click, partslist::ListView1_Click);
-    Bind(form, form.ListView1.ItemCheck, partslist::ListView1_ItemCheck);
+    Bind(form, form.ListView1.ItemCheck, partslist::ListView1_ItemCheck, kTicking);
     // A popup menu's entry runs inside the press that opened it; presses go on being taken.
     BindRepeatable(form, form.ListView1.MouseDown, partslist::ListView1_MouseDown);
-    Bind(form, form.ListView1.MouseUp, partslist::ListView1_MouseUp);
+    Bind(form, form.ListView1.MouseUp, partslist::ListView1_MouseUp, kMoving);
     BindRepeatable(form, form.ListView1.MenuKey, partslist::ListView1_MenuKey);
-    Bind(form, form.ListView1.MoveKey, partslist::ListView1_MoveKey);
-    Bind(form, form.m_Pridat.Click, partslist::m_Pridat_Click);
-    Bind(form, form.m_Smazat.Click, partslist::m_Smazat_Click);
-    Bind(form, form.Combo1.KeyPress, partslist::Combo1_KeyPress);
-    Bind(form, form.Combo2.KeyPress, partslist::Combo2_KeyPress);
-    Bind(form, form.Combo3.KeyPress, partslist::Combo3_KeyPress);
-    Bind(form, form.Combo4.KeyPress, partslist::Combo4_KeyPress);
-    Bind(form, form.Command12.Click, partslist::Command12_Click);
-    Bind(form, form.Command13.Click, partslist::Command13_Click);
-    Bind(form, form.Command14.Click, partslist::Command14_Click);
-    Bind(form, form.Command15.Click, partslist::Command15_Click);
-    Bind(form, form.Command17.Click, partslist::Command17_Click);
+    Bind(form, form.ListView1.MoveKey, partslist::ListView1_MoveKey, kMoving);
+    Bind(form, form.ListView1.Rename, partslist::ListView1_Rename, kRenaming);
+    Bind(form, form.m_Pridat, partslist::m_Pridat_Click);
+    Bind(form, form.m_Smazat, partslist::m_Smazat_Click);
+    Bind(form, form.m_Zpet, partslist::m_Zpet_Click);
+    Bind(form, form.m_Znovu, partslist::m_Znovu_Click);
+    Bind(form, form.Combo1.KeyPress, partslist::Combo1_KeyPress, form.Combo1.Label());
+    Bind(form, form.Combo2.KeyPress, partslist::Combo2_KeyPress, form.Combo2.Label());
+    Bind(form, form.Combo3.KeyPress, partslist::Combo3_KeyPress, form.Combo3.Label());
+    Bind(form, form.Combo4.KeyPress, partslist::Combo4_KeyPress, form.Combo4.Label());
+    Bind(form, form.Command12.Click, partslist::Command12_Click, form.Combo1.Label());
+    Bind(form, form.Command13.Click, partslist::Command13_Click, form.Combo2.Label());
+    Bind(form, form.Command14.Click, partslist::Command14_Click, form.Combo3.Label());
+    Bind(form, form.Command15.Click, partslist::Command15_Click, form.Combo4.Label());
+    Bind(form, form.Command17, partslist::Command17_Click);
     Bind(form, form.Command17.MouseDown, partslist::Command17_MouseDown);
-    Bind(form, form.Command27.Click, partslist::Command27_Click);
-    Bind(form, form.Command27.MouseDown, partslist::Command27_MouseDown);
+    Bind(form, form.Command27, partslist::Command27_Click);
+    Bind(form, form.Command27.MouseDown, partslist::Command27_MouseDown, form.Command27.Caption());
 
-    Bind(form, form.Command19.Click, shell::Command19_Click);
+    Bind(form, form.Command19, shell::Command19_Click);
     // A second table may be wanted while the first one is being made.
-    BindRepeatable(form, form.Command11.Click, tables::Command11_Click);
-    BindRepeatable(form, form.Command7.Click, tables::Command7_Click);
-    Bind(form, form.Command16.Click, tables::Command16_Click);
-    Bind(form, form.Command30.Click, tables::Command30_Click);
-    Bind(form, form.Command6.Click, tables::Command6_Click);
-    Bind(form, form.Command8.Click, tables::Command8_Click);
-    BindRepeatable(form, form.m_poslat_jako_tabulku.Click, tables::m_poslat_jako_tabulku_Click);
-    Bind(form, form.m_vlozit_do_tabulky.Click, tables::m_vlozit_do_tabulky_Click);
-    Bind(form, form.m_Poslat_jako_text.Click, tables::m_Poslat_jako_text_Click);
-    Bind(form, form.Command10.Click, tables::Command10_Click);
-    Bind(form, form.Command9.Click, tables::Command9_Click);
+    BindRepeatable(form, form.Command11, tables::Command11_Click);
+    BindRepeatable(form, form.Command7, tables::Command7_Click);
+    Bind(form, form.Command16, tables::Command16_Click);
+    Bind(form, form.Command30, tables::Command30_Click);
+    Bind(form, form.Command6, tables::Command6_Click);
+    Bind(form, form.Command8, tables::Command8_Click);
+    BindRepeatable(form, form.m_poslat_jako_tabulku, tables::m_poslat_jako_tabulku_Click);
+    Bind(form, form.m_vlozit_do_tabulky, tables::m_vlozit_do_tabulky_Click);
+    Bind(form, form.m_Poslat_jako_text, tables::m_Poslat_jako_text_Click);
+    Bind(form, form.Command10, tables::Command10_Click);
+    Bind(form, form.Command9, tables::Command9_Click);
 
-    Bind(form, form.Command21.Click, sheets::Command21_Click);
+    Bind(form, form.Command21, sheets::Command21_Click);
     Bind(form, form.ListView3.Click, sheets::ListView3_Click);
-    Bind(form, form.ListView3.ItemCheck, sheets::ListView3_ItemCheck);
+    Bind(form, form.ListView3.ItemCheck, sheets::ListView3_ItemCheck, kTicking);
     BindRepeatable(form, form.ListView3.MouseDown, sheets::ListView3_MouseDown);
-    Bind(form, form.ListView3.MouseUp, sheets::ListView3_MouseUp);
+    Bind(form, form.ListView3.MouseUp, sheets::ListView3_MouseUp, kMoving);
     BindRepeatable(form, form.ListView3.MenuKey, sheets::ListView3_MenuKey);
-    Bind(form, form.ListView3.MoveKey, sheets::ListView3_MoveKey);
-    Bind(form, form.m_Sheet_pridej.Click, sheets::m_Sheet_pridej_Click);
-    Bind(form, form.m_Sheet_smaz.Click, sheets::m_Sheet_smaz_Click);
-    Bind(form, form.Text5.KeyPress, sheets::Text5_KeyPress);
-    Bind(form, form.Command28.Click, sheets::Command28_Click);
-    Bind(form, form.Command35.Click, sheets::Command35_Click);
-    Bind(form, form.Command20.Click, sheets::Command20_Click);
-    Bind(form, form.Command22.Click, sheets::Command22_Click);
-    Bind(form, form.Command23.Click, sheets::Command23_Click);
-    Bind(form, form.Command24.Click, sheets::Command24_Click);
-    Bind(form, form.Command25.Click, sheets::Command25_Click);
-    Bind(form, form.Command34.Click, sheets::Command34_Click);
-    Bind(form, form.Command29.Click, sheets::Command29_Click);
-    Bind(form, form.Command33.Click, sheets::Command33_Click);
-    Bind(form, form.Command32.Click, sheets::Command32_Click);
-    Bind(form, form.Command31.Click, sheets::Command31_Click);
+    Bind(form, form.ListView3.MoveKey, sheets::ListView3_MoveKey, kMoving);
+    Bind(form, form.ListView3.Rename, sheets::ListView3_Rename, kRenaming);
+    Bind(form, form.m_Sheet_pridej, sheets::m_Sheet_pridej_Click);
+    Bind(form, form.m_Sheet_smaz, sheets::m_Sheet_smaz_Click);
+    Bind(form, form.m_Sheet_zpet, sheets::m_Sheet_zpet_Click);
+    Bind(form, form.m_Sheet_znovu, sheets::m_Sheet_znovu_Click);
+    Bind(form, form.m_Sheet_vratit_jmena, sheets::m_Sheet_vratit_jmena_Click);
+    Bind(form, form.Text5.KeyPress, sheets::Text5_KeyPress, kRenaming);
+    Bind(form, form.Command28.Click, sheets::Command28_Click, kRenaming);
+    Bind(form, form.Command35, sheets::Command35_Click);
+    Bind(form, form.Command20, sheets::Command20_Click);
+    Bind(form, form.Command22, sheets::Command22_Click);
+    Bind(form, form.Command23, sheets::Command23_Click);
+    Bind(form, form.Command24, sheets::Command24_Click);
+    Bind(form, form.Command25, sheets::Command25_Click);
+    Bind(form, form.Command34, sheets::Command34_Click);
+    Bind(form, form.Command29, sheets::Command29_Click);
+    Bind(form, form.Command33, sheets::Command33_Click);
+    Bind(form, form.Command32, sheets::Command32_Click);
+    Bind(form, form.Command31, sheets::Command31_Click);
 }
 
 } // namespace app

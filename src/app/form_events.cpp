@@ -1,5 +1,6 @@
 #include "app/form_events.hpp"
 
+#include "app/recovery.hpp"
 #include "partslist/partslist.hpp"
 #include "shell/shell.hpp"
 #include "version.h"
@@ -10,34 +11,69 @@ namespace {
 
 using controls::Form1;
 
-// The save and open buttons answer a right click by keeping and reloading the working list, which
-// start-up and closing ask for in the same way.
+// The open button answers a right click by reloading the working list, which start-up asks for in
+// the same way.
 void PressWithRightButton(const controls::Button& button) {
     controls::Raise(button.MouseDown, controls::kRightButton, controls::kShiftHeld, 1, 1);
 }
 
+// What could not be saved, and not because the person wants it so, stays in the recovery file.
 void Form_Unload(Form1& form) {
-    partslist::Ulozit_List(form, form.Combo1);
-    partslist::Ulozit_List(form, form.Combo2);
-    partslist::Ulozit_List(form, form.Combo3);
-    partslist::Ulozit_List(form, form.Combo4);
-    PressWithRightButton(form.Command17);
+    bool saved = true;
+    for (const controls::ComboBox* picker :
+         {&form.Combo1, &form.Combo2, &form.Combo3, &form.Combo4}) {
+        form.save_error.reset();
+        partslist::Ulozit_List(form, *picker);
+        saved = saved && !form.save_error;
+    }
+    saved = partslist::SaveBeforeClosing(form) && saved;
     shell::SaveConfigurationSetting(form);
+    if (saved) {
+        RemoveRecovery(form);
+    }
+}
+
+// What a handler has changed in the lists so far is a step of its own.
+void NoteChanges(Form1& form) {
+    form.parts_history.Note(form.innermost.step, form.innermost.number);
+    form.sheets_history.Note(form.innermost.step, form.innermost.number);
+}
+
+void ShowStep(controls::MenuItem& item, const char* words, const std::optional<std::string>& step) {
+    item.caption = step ? std::string(words) + ": " + *step : words;
+    item.enabled = step.has_value();
+}
+
+void ShowWhatCanBeTakenBack(Form1& form) {
+    ShowStep(form.m_Zpet, "Zpět", form.parts_history.UndoName());
+    ShowStep(form.m_Znovu, "Znovu", form.parts_history.RedoName());
+    ShowStep(form.m_Sheet_zpet, "Zpět", form.sheets_history.UndoName());
+    ShowStep(form.m_Sheet_znovu, "Znovu", form.sheets_history.RedoName());
+    form.m_Sheet_vratit_jmena.enabled = !form.planned_names.empty();
 }
 
 // Runs a handler with the default handling of what it does not trap.
-void Run(Form1& form, const std::function<void()>& handler) {
+void Run(Form1& form, const std::function<void()>& handler, const std::string& step) {
+    if (form.running_handlers > 0) {
+        NoteChanges(form);
+        ShowWhatCanBeTakenBack(form);
+    }
+    const controls::HandlerRun around = form.innermost;
+    form.innermost = {step.empty() ? "Změna" : step, ++form.runs};
     ++form.running_handlers;
     try {
         handler();
     } catch (const automation::RunTimeError& error) {
         // An action that ended because the window was closed has nothing to report.
-        if (error.number != automation::UserInterrupt().number) {
+        if (error.number != automation::UserInterrupt().number && !form.session_ending) {
             form.StatusBar1.SetState(controls::ActionState::kFailed);
             form.ports.message_boxes.ShowError(error);
         }
     }
     --form.running_handlers;
+    NoteChanges(form);
+    ShowWhatCanBeTakenBack(form);
+    form.innermost = around;
     if (form.running_handlers == 0 && form.StatusBar1.State() == controls::ActionState::kRunning) {
         form.StatusBar1.SetState(controls::ActionState::kDone);
     }
@@ -49,18 +85,18 @@ void Close(Form1& form) {
     }
     form.close_requested = true;
     form.closing = true;
-    Run(form, [&form] { Form_Unload(form); });
+    Run(form, [&form] { Form_Unload(form); }, {});
     form.unloaded = true;
 }
 
 } // namespace
 
-void Dispatch(Form1& form, const std::function<void()>& handler) {
+void Dispatch(Form1& form, const std::function<void()>& handler, const std::string& step) {
     // Once the window is closed nothing new starts but the closing steps.
     if (form.unloaded || (form.close_requested && !form.closing)) {
         return;
     }
-    Run(form, handler);
+    Run(form, handler, step);
     if (form.running_handlers == 0 && form.close_requested) {
         Close(form);
     }
@@ -78,6 +114,9 @@ void Form_Load(Form1& form) {
         PressWithRightButton(form.Command27);
         form.Check2.SetValue(1);
     });
+    // What was loaded is where the person begins.
+    form.parts_history.Start();
+    ShowWhatCanBeTakenBack(form);
 }
 
 void Form_Resize(Form1& form) {
@@ -98,6 +137,8 @@ void RequestClose(Form1& form) {
 }
 
 void EndSession(Form1& form) {
+    form.session_ending = true;
+    KeepRecoveryNow(form); // before anything of it may fail
     Close(form);
 }
 

@@ -9,8 +9,10 @@ namespace app {
 
 // Runs one event handler. An error that reaches here gets the default handling: a message box with
 // its number and description; the program goes on. When the person closed the window while
-// handlers ran, the outermost one closes the form at its end.
-void Dispatch(controls::Form1& form, const std::function<void()>& handler);
+// handlers ran, the outermost one closes the form at its end. What the handler changed in a list is
+// one thing to be taken back, under the name `step`.
+void Dispatch(controls::Form1& form, const std::function<void()>& handler,
+              const std::string& step = {});
 
 // Binds each control to its action.
 void BindActions(controls::Form1& form);

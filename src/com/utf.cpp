@@ -54,4 +54,12 @@ std::string ToSystemCodePage(std::string_view text) {
     return Encode(CP_ACP, Widen(text));
 }
 
+std::optional<std::string> ToSystemCodePageExactly(std::string_view text) {
+    std::string bytes = ToSystemCodePage(text);
+    if (FromSystemCodePage(bytes) != text) {
+        return std::nullopt;
+    }
+    return bytes;
+}
+
 } // namespace com

@@ -1,6 +1,7 @@
 // Texts at the Windows API: UTF-16 there, UTF-8 in the program.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,5 +15,7 @@ std::string Narrow(std::wstring_view text);
 // code page lacks becomes its best fit there.
 std::string FromSystemCodePage(std::string_view bytes);
 std::string ToSystemCodePage(std::string_view text);
+// The same; nothing where the code page lacks a character.
+std::optional<std::string> ToSystemCodePageExactly(std::string_view text);
 
 } // namespace com

@@ -249,13 +249,14 @@ struct Frame {
 };
 
 // An entry of a popup menu. Without a caption it is a separator; with nothing bound to it, it is
-// shown disabled.
+// shown disabled, whatever it was set to.
 struct MenuItem {
     std::string caption;
     Event<> Click;
+    bool enabled = true;
 
     [[nodiscard]] bool IsSeparator() const { return caption.empty(); }
-    [[nodiscard]] bool Enabled() const { return static_cast<bool>(Click); }
+    [[nodiscard]] bool Enabled() const { return enabled && Click; }
 };
 
 // The file dialog that saving and opening share. It keeps its file name and its settings between

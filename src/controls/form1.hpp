@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/controls.hpp"
+#include "controls/list_history.hpp"
 #include "controls/list_view.hpp"
 #include "controls/tree_view.hpp"
 #include "platform/ports.hpp"
@@ -40,6 +41,26 @@ enum SheetField : std::size_t {
 struct Drag {
     std::uint64_t row = 0;
     std::uint64_t moved = 0;
+};
+
+// One run of an event's handler: what the person did, in words, and a number of its own.
+struct HandlerRun {
+    std::string step;
+    std::uint64_t number = 0;
+};
+
+// What is known of the recovery file, which holds what a crash would lose. Times are milliseconds
+// of the clock that app/recovery.hpp is told.
+struct Recovery {
+    bool on = false; // off until the leftover of the run before is dealt with
+    // What the form held when the file was written, and when it was looked at last.
+    std::uint64_t version = 0;
+    std::string configuration;
+    std::uint64_t seen_version = 0;
+    std::string seen_configuration;
+    std::optional<long long> changed_since; // the oldest change that the file lacks
+    long long last_change = 0;
+    long long last_look = 0;
 };
 
 // The main window: one of each control under its form name, the window's own properties, and the
@@ -154,14 +175,24 @@ struct Form1 {
     MenuItem m_od1;
     MenuItem m_Pridat{"Přidat", {}};
     MenuItem m_Smazat{"Smazat", {}};
+    MenuItem m_od3;
+    MenuItem m_Zpet{"Zpět", {}};
+    MenuItem m_Znovu{"Znovu", {}};
     PopupMenu m_Tabulka{"Tabulka",
                         {&m_poslat_jako_tabulku, &m_vlozit_do_tabulky, &m_od2, &m_Poslat_jako_text,
-                         &m_od1, &m_Pridat, &m_Smazat}};
+                         &m_od1, &m_Pridat, &m_Smazat, &m_od3, &m_Zpet, &m_Znovu}};
 
     // Popup menu of the sheet list
     MenuItem m_Sheet_pridej{"Pridat", {}};
     MenuItem m_Sheet_smaz{"Smazat", {}};
-    PopupMenu m_sheets{"Sheets", {&m_Sheet_pridej, &m_Sheet_smaz}};
+    MenuItem m_od4;
+    MenuItem m_Sheet_zpet{"Zpět", {}};
+    MenuItem m_Sheet_znovu{"Znovu", {}};
+    MenuItem m_od5;
+    MenuItem m_Sheet_vratit_jmena{"Vrátit plánovaná jména", {}};
+    PopupMenu m_sheets{"Sheets",
+                       {&m_Sheet_pridej, &m_Sheet_smaz, &m_od4, &m_Sheet_zpet, &m_Sheet_znovu,
+                        &m_od5, &m_Sheet_vratit_jmena}};
 
     // Detection of CATIA: whether the enumeration has seen a window of a session.
     bool CatiaNalezena = false;
@@ -181,12 +212,30 @@ struct Form1 {
     Drag parts_drag;
     Drag sheets_drag;
 
-    // How many handlers run inside one another; whether the person has closed the window, whether
+    // The new names that the sheet list planned when it was loaded last, by the names of then.
+    std::vector<std::pair<std::string, std::string>> planned_names;
+
+    // What the person did with the two lists that are edited, to be taken back.
+    ListHistory parts_history{ListView1};
+    ListHistory sheets_history{ListView3};
+
+    // How many handlers run inside one another, and the innermost of them. Whether the person has
+    // closed the window, whether Windows ends the session, when no box may open any more, whether
     // the closing steps have begun, and whether they are done.
     int running_handlers = 0;
+    HandlerRun innermost;
+    std::uint64_t runs = 0; // of handlers so far
     bool close_requested = false;
+    bool session_ending = false;
     bool closing = false;
     bool unloaded = false;
+
+    // Why the list could not be saved when it was to be saved last.
+    std::optional<automation::RunTimeError> save_error;
+    // Whether the working file holds what was not read to its end, and is not to be lost.
+    bool working_file_unread = false;
+
+    Recovery recovery;
 };
 
 } // namespace controls

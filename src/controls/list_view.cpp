@@ -107,6 +107,12 @@ void ListView::Clear() {
     Changed();
 }
 
+void ListView::Replace(std::vector<ListRow> rows, std::optional<std::size_t> current_row) {
+    Clear();
+    rows_ = std::move(rows);
+    SetCurrentRow(current_row);
+}
+
 void ListView::SetText(std::size_t row, std::string text) {
     rows_[Index(row)].text = std::move(text);
     Changed();

@@ -37,6 +37,8 @@ class ListView : public Control {
     // Removes all rows, and the tip, which spoke of one of them. The rows to come are another list:
     // it is not sorted.
     void Clear();
+    // Puts these rows, which were the list's own once, in the place of all others, in their order.
+    void Replace(std::vector<ListRow> rows, std::optional<std::size_t> current_row);
     void SetText(std::size_t row, std::string text);
     void SetSubItem(std::size_t row, std::size_t sub_item, std::string text);
     void SetTag(std::size_t row, std::string tag);
@@ -80,12 +82,7 @@ class ListView : public Control {
         SetChecked(row, checked);
         Raise(ItemCheck, row);
     }
-    // Of the row with that id, where it is still there.
-    void UserRename(std::uint64_t id, std::string text) {
-        if (const auto row = RowWithId(id)) {
-            SetText(*row, std::move(text));
-        }
-    }
+    void UserRename(std::uint64_t id, const std::string& text) { Raise(Rename, id, text); }
     void UserMouseDown(int button, int shift, int x, int y) {
         Raise(MouseDown, button, shift, x, y);
     }
@@ -94,11 +91,12 @@ class ListView : public Control {
     void UserMoveKey(int rows) { Raise(MoveKey, rows); }
 
     Event<> Click;
-    Event<std::size_t> ItemCheck;        // the row, already in its new state
-    Event<int, int, int, int> MouseDown; // button, shift state, x, y
-    Event<int, int, int, int> MouseUp;   // button, shift state, x, y
-    Event<> MenuKey;                     // the popup menu asked for by keyboard
-    Event<int> MoveKey;                  // the current row to be moved by keyboard: 1 down, -1 up
+    Event<std::size_t> ItemCheck;                    // the row, already in its new state
+    Event<std::uint64_t, const std::string&> Rename; // the row's id, its new text
+    Event<int, int, int, int> MouseDown;             // button, shift state, x, y
+    Event<int, int, int, int> MouseUp;               // button, shift state, x, y
+    Event<> MenuKey;                                 // the popup menu asked for by keyboard
+    Event<int> MoveKey; // the current row to be moved by keyboard: 1 down, -1 up
 
     // The row at a point, in the coordinates of the mouse events. Supplied by the view.
     std::function<std::optional<std::size_t>(int x, int y)> HitTest;

@@ -133,6 +133,20 @@ void m_Pridat_Click(Form1& form) {
     shell::ShowRowCount(form);
 }
 
+void ListView1_Rename(Form1& form, std::uint64_t id, const std::string& text) {
+    shell::RenameRow(form.ListView1, id, text);
+}
+
+void m_Zpet_Click(Form1& form) {
+    form.parts_history.Undo();
+    shell::ShowRowCount(form);
+}
+
+void m_Znovu_Click(Form1& form) {
+    form.parts_history.Redo();
+    shell::ShowRowCount(form);
+}
+
 void m_Smazat_Click(Form1& form) {
     ListView& list = form.ListView1;
     const auto row = list.CurrentRow();

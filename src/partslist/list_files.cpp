@@ -1,8 +1,10 @@
 #include <algorithm>
 
+#include "partslist/data_files.hpp"
 #include "partslist/list_file.hpp"
 #include "partslist/partslist.hpp"
 #include "partslist/save_trap.hpp"
+#include "shell/explanations.hpp"
 #include "shell/shell.hpp"
 
 namespace partslist {
@@ -11,13 +13,11 @@ namespace {
 
 constexpr const char* kFilter = "tab (*.tab)|*.tab";
 
-std::string WorkingFile(Form1& form) {
-    return form.ports.files.ProgramFolder() + "\\list.txt";
-}
+constexpr const char* kWorkingFile = "list.txt";
 
 // The folder of the list files, which is made when it is first needed.
 std::string ListFolder(Form1& form) {
-    std::string folder = form.ports.files.ProgramFolder() + "\\Tabulky";
+    std::string folder = DataFile(form, "Tabulky");
     form.ports.files.MakeFolder(folder);
     return folder;
 }
@@ -34,8 +34,36 @@ std::string ProposedFileName(std::string part_number) {
     return part_number + ".tab";
 }
 
+// The path with another ending.
+std::string WithEnding(const std::string& path, const std::string& ending) {
+    const std::size_t point = path.find_last_of('.');
+    const std::size_t folder = path.find_last_of('\\');
+    const bool has_ending =
+        point != std::string::npos && (folder == std::string::npos || point > folder);
+    return (has_ending ? path.substr(0, point) : path) + ending;
+}
+
+// The file before stays as "list.bak".
 void Save(Form1& form, const std::string& path) {
-    form.ports.files.Write(path, WriteListFile(form.ListView1));
+    form.ports.files.Write(path, WriteListFile(form.ListView1),
+                           {.keep_before_as = WithEnding(path, ".bak"), .patient = form.closing});
+}
+
+// A working file that was not read to its end holds more than the list does: it stays, under a name
+// with its date.
+void KeepUnreadFile(Form1& form, const std::string& path) {
+    platform::Files& files = form.ports.files;
+    if (form.working_file_unread && files.Exists(path)) {
+        files.Copy(path, WithEnding(path, " " + files.DateOf(path) + ".txt"));
+    }
+    form.working_file_unread = false;
+}
+
+void SaveToWorkingFile(Form1& form) {
+    const std::string path = DataFile(form, kWorkingFile);
+    KeepUnreadFile(form, path);
+    Save(form, path);
+    shell::stat(form, "Ulozeni listu ok " + path);
 }
 
 void Load(Form1& form, const std::string& path) {
@@ -72,6 +100,24 @@ void SaveToChosenFile(Form1& form) {
     shell::stat(form, "Ulozeni ok " + path);
 }
 
+// With a dialog of its own: the one that saving and opening share keeps its name.
+void SaveElsewhere(Form1& form) {
+    controls::FileDialog dialog;
+    dialog.initial_folder = ListFolder(form);
+    dialog.filter = kFilter;
+    dialog.title = "Uložení tabulky";
+    dialog.path_must_exist = true;
+    if (!form.show_save_dialog(dialog) || dialog.file_name.empty() ||
+        (form.ports.files.Exists(dialog.file_name) &&
+         !form.ports.message_boxes.AskYesNo("Přepsat Existujcí Soubor"))) {
+        return;
+    }
+    TrapSaving(form, [&form, &dialog] {
+        Save(form, dialog.file_name);
+        shell::stat(form, "Ulozeni ok " + dialog.file_name);
+    });
+}
+
 void LoadChosenFile(Form1& form) {
     controls::FileDialog& dialog = form.CMD;
     dialog.file_name.clear();
@@ -89,6 +135,18 @@ void LoadChosenFile(Form1& form) {
     }
     Load(form, dialog.file_name);
     shell::stat(form, "Nacteni ok " + std::to_string(form.ListView1.Count()));
+}
+
+void LoadWorkingFile(Form1& form) {
+    const std::string path = NewestDataFile(form, kWorkingFile);
+    form.working_file_unread = form.ports.files.Exists(path); // until it is read to its end
+    Load(form, path);
+    form.working_file_unread = false;
+    shell::stat(form, "Nacteni listu ok " + std::to_string(form.ListView1.Count()));
+    const std::string kept = DataFile(form, kWorkingFile);
+    if (path != kept && form.ports.files.Exists(kept)) {
+        shell::Explain(form, shell::NewerListLoaded(path, kept));
+    }
 }
 
 template <typename Body>
@@ -112,11 +170,31 @@ void Command17_MouseDown(Form1& form, int button, int /*shift*/, int /*x*/, int 
     if (button != controls::kRightButton || form.ListView1.Count() == 0) {
         return;
     }
-    TrapSaving(form, [&form] {
-        const std::string path = WorkingFile(form);
-        Save(form, path);
-        shell::stat(form, "Ulozeni listu ok " + path);
-    });
+    TrapSaving(form, [&form] { SaveToWorkingFile(form); });
+}
+
+bool SaveBeforeClosing(Form1& form) {
+    // A right click on the save button keeps the working list.
+    const auto save = [&form] {
+        controls::Raise(form.Command17.MouseDown, controls::kRightButton, controls::kShiftHeld, 1,
+                        1);
+    };
+    form.save_error.reset();
+    save();
+    while (form.save_error && !form.session_ending) {
+        switch (form.ports.message_boxes.AskAfterFailedSave(shell::FileTrouble(*form.save_error))) {
+        case platform::AfterFailedSave::kTryAgain:
+            save();
+            break;
+        case platform::AfterFailedSave::kChooseFile:
+            SaveElsewhere(form);
+            break;
+        case platform::AfterFailedSave::kCloseWithoutSaving:
+            form.save_error.reset();
+            break;
+        }
+    }
+    return !form.save_error;
 }
 
 void Command27_Click(Form1& form) {
@@ -127,10 +205,7 @@ void Command27_MouseDown(Form1& form, int button, int /*shift*/, int /*x*/, int 
     if (button != controls::kRightButton) {
         return;
     }
-    TrapLoading(form, [&form] {
-        Load(form, WorkingFile(form));
-        shell::stat(form, "Nacteni listu ok " + std::to_string(form.ListView1.Count()));
-    });
+    TrapLoading(form, [&form] { LoadWorkingFile(form); });
 }
 
 } // namespace partslist

@@ -10,6 +10,8 @@
 //   ListView1_MoveKey    Alt and an arrow key: the current row moves by one
 //   m_Pridat_Click       "Přidat"
 //   m_Smazat_Click       "Smazat"
+//   m_Zpet_Click, m_Znovu_Click  "Zpět", "Znovu"
+//   ListView1_Rename     a name typed into a row
 //   Combo1_KeyPress to Combo4_KeyPress  a key in a picker: Enter applies its text
 //   Command12_Click to Command15_Click  the picture buttons beside the pickers, likewise
 //   Command17_Click      "Uložení  tabulky": the list into a chosen file
@@ -34,6 +36,9 @@ void ListView1_MenuKey(Form1& form);
 void ListView1_MoveKey(Form1& form, int rows);
 void m_Pridat_Click(Form1& form);
 void m_Smazat_Click(Form1& form);
+void m_Zpet_Click(Form1& form);
+void m_Znovu_Click(Form1& form);
+void ListView1_Rename(Form1& form, std::uint64_t id, const std::string& text);
 
 void Combo1_KeyPress(Form1& form, int key);
 void Combo2_KeyPress(Form1& form, int key);
@@ -51,6 +56,9 @@ void Ulozit_List(Form1& form, const controls::ComboBox& list);
 
 void Command17_Click(Form1& form);
 void Command17_MouseDown(Form1& form, int button, int shift, int x, int y);
+// Saves the working list as the program closes, and asks what to do where that fails, unless
+// Windows ends the session. Whether nothing is left to be saved, also where the person wants it so.
+bool SaveBeforeClosing(Form1& form);
 void Command27_Click(Form1& form);
 void Command27_MouseDown(Form1& form, int button, int shift, int x, int y);
 

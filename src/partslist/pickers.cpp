@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "partslist/data_files.hpp"
 #include "partslist/partslist.hpp"
 #include "partslist/save_trap.hpp"
 #include "shell/shell.hpp"
@@ -31,8 +32,8 @@ void ApplyOnEnter(Form1& form, ComboBox& picker, controls::PartField field, int 
     }
 }
 
-std::string ValueFile(Form1& form, const ComboBox& picker) {
-    return form.ports.files.ProgramFolder() + "\\" + picker.Tag() + ".txt";
+std::string ValueFileName(const ComboBox& picker) {
+    return picker.Tag() + ".txt";
 }
 
 bool IsBlank(std::string_view value) {
@@ -69,7 +70,7 @@ void Command15_Click(Form1& form) {
 
 void Nacist_List(Form1& form, ComboBox& list) {
     TrapSaving(form, [&] {
-        const std::string path = ValueFile(form, list);
+        const std::string path = NewestDataFile(form, ValueFileName(list));
         const std::string file = form.ports.files.Read(path);
         for (const std::string_view line : text::Lines(file)) {
             if (!IsBlank(line)) {
@@ -85,7 +86,7 @@ void Ulozit_List(Form1& form, const ComboBox& list) {
         return;
     }
     TrapSaving(form, [&] {
-        const std::string path = ValueFile(form, list);
+        const std::string path = DataFile(form, ValueFileName(list));
         std::string file;
         for (const std::string& value : list.Items()) {
             if (!IsBlank(value)) {
@@ -93,7 +94,7 @@ void Ulozit_List(Form1& form, const ComboBox& list) {
                 file += "\r\n";
             }
         }
-        form.ports.files.Write(path, file);
+        form.ports.files.Write(path, file, {.patient = form.closing});
         shell::stat(form, "Ulozeni ok " + path);
     });
 }

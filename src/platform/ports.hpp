@@ -89,6 +89,7 @@ class Clock {
 };
 
 enum class Answer { kYes, kNo, kCancel };
+enum class AfterFailedSave { kTryAgain, kChooseFile, kCloseWithoutSaving };
 
 class MessageBoxes {
   public:
@@ -101,9 +102,17 @@ class MessageBoxes {
     virtual bool AskYesNo(std::string_view question) = 0;
     // A question with the buttons Yes, No and Cancel; closing the box is Cancel.
     virtual Answer AskYesNoCancel(std::string_view question, std::string_view title) = 0;
+    // The list could not be saved at closing, for that reason: what now?
+    virtual AfterFailedSave AskAfterFailedSave(std::string_view reason) = 0;
     // A line of text asked for, with a proposed answer. Empty when the person cancels.
     virtual std::string AskText(std::string_view prompt, std::string_view title,
                                 std::string_view proposal) = 0;
+};
+
+// How a file is written.
+struct Writing {
+    std::string keep_before_as = {}; // the path that keeps the file before; empty for none
+    bool patient = false;            // whether to try for some seconds where others hold the file
 };
 
 // Files in the system's 8-bit code page. Paths are UTF-8 with backslashes.
@@ -111,18 +120,32 @@ class Files {
   public:
     virtual ~Files() = default;
 
-    // The folder that the program stands in, without a backslash at its end.
-    virtual std::string ProgramFolder() = 0;
+    // The folder that the program keeps its files in, without a backslash at its end. While the
+    // program runs, it is this running copy's alone.
+    virtual std::string DataFolder() = 0;
+    // The folder that an earlier run may have kept them in; empty where there is none.
+    virtual std::string OtherDataFolder() = 0;
     virtual bool Exists(std::string_view path) = 0;
+    // Whether a file was written later than another one; a file that is not there never was.
+    virtual bool IsNewer(std::string_view path, std::string_view than) = 0;
+    // When a file was written, in local time, "2026-03-01 14-32-05", to be part of a file's name.
+    // Raises 53 where it is not there.
+    virtual std::string DateOf(std::string_view path) = 0;
+    // Copies a file whole, as it is, or raises the classic errors and copies nothing.
+    virtual void Copy(std::string_view from, std::string_view to) = 0;
+    // Ignores a failure.
+    virtual void Remove(std::string_view path) = 0;
     // Makes the folder where it is not there yet; its parent exists. Ignores a failure.
     virtual void MakeFolder(std::string_view path) = 0;
     // The whole file, decoded from the code page. Raises 53 (file not found) and the other classic
     // errors of opening and reading.
     virtual std::string Read(std::string_view path) = 0;
-    // Writes the whole file, encoded in the code page; a character that it lacks is written as its
-    // best fit. The file is either the new one or, on an error, the old one, never a part of
-    // either.
-    virtual void Write(std::string_view path, std::string_view text) = 0;
+    // Writes the whole file, encoded in the code page; where that lacks a character, in UTF-8 with
+    // its signature, which Read recognises. At every moment the file is either the new one or the
+    // old one, never a part of either; on an error it is the old one. That the file before could
+    // not be kept is no error.
+    virtual void Write(std::string_view path, std::string_view text,
+                       const Writing& writing = {}) = 0;
 };
 
 struct Ports {

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "sheets/sheet_action.hpp"
 #include "sheets/sheets.hpp"
 #include "shell/list_gestures.hpp"
@@ -17,12 +19,28 @@ bool IsOne(const automation::Value& answer) {
            answer.AsReal() == 1;
 }
 
+// The new names that the list plans are kept for as long as no other plan takes their place.
+void KeepPlannedNames(Form1& form) {
+    std::vector<std::pair<std::string, std::string>> planned;
+    const ListView& list = form.ListView3;
+    for (std::size_t row = 1; row <= list.Count(); ++row) {
+        const std::string& new_name = list.SubItem(row, controls::kNewName);
+        if (!new_name.empty() && list.Row(row).text != kPlannedSheet) {
+            planned.emplace_back(list.Row(row).text, new_name);
+        }
+    }
+    if (!planned.empty()) {
+        form.planned_names = std::move(planned);
+    }
+}
+
 void Load(Form1& form) {
     const auto sheets = DrawingSheetsOf(form, shell::WaitForCatia(form).ActiveDocument());
     if (!sheets) {
         return;
     }
     ListView& list = form.ListView3;
+    KeepPlannedNames(form);
     list.Clear();
     shell::stat(form, "Nacitam Sheets");
     std::size_t details = 0;
@@ -146,6 +164,31 @@ void m_Sheet_smaz_Click(Form1& form) {
     if (const auto row = form.ListView3.CurrentRow()) {
         form.ListView3.Remove(*row);
     }
+}
+
+void m_Sheet_zpet_Click(Form1& form) {
+    form.sheets_history.Undo();
+}
+
+void m_Sheet_znovu_Click(Form1& form) {
+    form.sheets_history.Redo();
+}
+
+void m_Sheet_vratit_jmena_Click(Form1& form) {
+    ListView& list = form.ListView3;
+    auto planned = form.planned_names;
+    for (std::size_t row = 1; row <= list.Count(); ++row) {
+        const auto found = std::ranges::find(planned, list.Row(row).text,
+                                             [](const auto& pair) { return pair.first; });
+        if (found != planned.end()) {
+            list.SetSubItem(row, controls::kNewName, found->second);
+            planned.erase(found); // the next row of that name takes the next one
+        }
+    }
+}
+
+void ListView3_Rename(Form1& form, std::uint64_t id, const std::string& text) {
+    shell::RenameRow(form.ListView3, id, text);
 }
 
 void Text5_KeyPress(Form1& form, int key) {

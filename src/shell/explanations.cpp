@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "shell/shell.hpp"
+
 namespace shell {
 
 namespace {
@@ -117,6 +119,36 @@ std::string SheetsSwapped() {
 std::string NotSevenColumns(int columns) {
     return "Vybraná tabulka má " + Counted(columns, "sloupec", "sloupce", "sloupců") +
            ", načíst jde jen tabulka se 7 sloupci. Seznam je proto prázdný.";
+}
+
+std::string FileTrouble(const automation::RunTimeError& error) {
+    switch (error.number) {
+    case 52:
+        return "Takový název soubor mít nemůže.";
+    case 53:
+        return "Soubor neexistuje.";
+    case 61:
+        return "Disk je plný. Uvolněte na něm místo.";
+    case 70:
+        return "Soubor má otevřený jiný program, nebo je určený jen pro čtení.";
+    case 71:
+        return "Disk není připravený.";
+    case 75:
+        return "Do složky se nedá zapisovat, nebo na místě souboru stojí složka.";
+    case 76:
+        return "Složka neexistuje. Zkontrolujte, zda je disk připojený.";
+    default:
+        return "Chyba " + ErrorText(error) + ".";
+    }
+}
+
+std::string NewerListLoaded(const std::string& loaded, const std::string& kept) {
+    return "Seznam je načtený ze souboru " + loaded + ", který je novější než " + kept + ".";
+}
+
+std::string RestoreQuestion(const std::string& time, std::size_t rows) {
+    return "Program minule neskončil řádně. Obnovit seznam z " + time + " (" +
+           Counted(static_cast<long long>(rows), "řádek", "řádky", "řádků") + ")?";
 }
 
 std::string LinesSkipped(std::size_t lines, std::size_t first) {

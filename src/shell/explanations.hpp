@@ -30,4 +30,11 @@ std::string SheetsSwapped();
 std::string NotSevenColumns(int columns);
 std::string LinesSkipped(std::size_t lines, std::size_t first);
 
+// Why a file could not be written or read, and what the person can do.
+std::string FileTrouble(const automation::RunTimeError& error);
+// The working list was loaded from `loaded`, which is newer than the file that stands in `kept`.
+std::string NewerListLoaded(const std::string& loaded, const std::string& kept);
+// The question about what the run before has left behind, from a time of day ("14:32").
+std::string RestoreQuestion(const std::string& time, std::size_t rows);
+
 } // namespace shell

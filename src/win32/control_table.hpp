@@ -96,8 +96,13 @@ inline constexpr auto kControlTable = std::to_array<ControlRow>({
     {ID_m_Poslat_jako_text, &controls::Form1::m_Poslat_jako_text},
     {ID_m_Pridat, &controls::Form1::m_Pridat},
     {ID_m_Smazat, &controls::Form1::m_Smazat},
+    {ID_m_Zpet, &controls::Form1::m_Zpet},
+    {ID_m_Znovu, &controls::Form1::m_Znovu},
     {ID_m_Sheet_pridej, &controls::Form1::m_Sheet_pridej},
     {ID_m_Sheet_smaz, &controls::Form1::m_Sheet_smaz},
+    {ID_m_Sheet_zpet, &controls::Form1::m_Sheet_zpet},
+    {ID_m_Sheet_znovu, &controls::Form1::m_Sheet_znovu},
+    {ID_m_Sheet_vratit_jmena, &controls::Form1::m_Sheet_vratit_jmena},
 });
 
 } // namespace win32

@@ -1,10 +1,13 @@
 #include "win32/files.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <cstdio>
 #include <cstring>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <windows.h>
@@ -17,6 +20,9 @@ namespace win32 {
 namespace {
 
 constexpr std::size_t kChunk = 1U << 20;
+constexpr std::string_view kSignature = "\xEF\xBB\xBF"; // of a text in UTF-8
+constexpr int kTries = 10;                              // half a second
+constexpr int kPatientTries = 100;                      // five seconds
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 // The classic error of a failed file operation.
@@ -54,11 +60,10 @@ automation::RunTimeError FileError(DWORD error) {
 // hold of the file: a copy of the program that saves at the same moment, or a virus scanner, soon
 // lets go of it. Returns what the last try did.
 template <typename Access>
-DWORD WhenFree(Access&& access, std::initializer_list<DWORD> in_use) {
-    constexpr int kTries = 10;
+DWORD WhenFree(Access&& access, std::initializer_list<DWORD> in_use, int most_tries = kTries) {
     constexpr DWORD kPause = 50; // milliseconds
     DWORD error = access();
-    for (int tries = 1; tries < kTries && std::ranges::find(in_use, error) != in_use.end();
+    for (int tries = 1; tries < most_tries && std::ranges::find(in_use, error) != in_use.end();
          ++tries) {
         Sleep(kPause);
         error = access();
@@ -96,6 +101,12 @@ void CheckWritable(const std::wstring& path) {
     Open(path, GENERIC_WRITE | DELETE, kShareAll, OPEN_EXISTING);
 }
 
+// FILE_RENAME_REPLACE_IF_EXISTS and FILE_RENAME_POSIX_SEMANTICS, and the information class that
+// takes them, which older headers lack.
+constexpr DWORD kReplaceIfExists = 1;
+constexpr DWORD kPosixSemantics = 2;
+constexpr auto FileRenameInfoEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(22);
+
 // A file that is being written beside another one. It goes when it does not come to take the other
 // one's place. Nobody else can open it meanwhile. It always has the same name, so that a killed
 // program leaves at most one, which the next save takes over.
@@ -129,25 +140,21 @@ class FileBeside {
         }
     }
 
-    void TakePlace() {
+    // Where something has the other file open that lets it be deleted, the name is taken from it at
+    // once, where the system can do that.
+    void TakePlace(int tries) {
         // On the disk before it does.
         if (FlushFileBuffers(file_.get()) == FALSE) {
             throw FileError(GetLastError());
         }
-        const std::size_t length = path_.size() * sizeof(wchar_t);
-        std::vector<std::byte> buffer(sizeof(FILE_RENAME_INFO) + length);
-        auto& rename = *reinterpret_cast<FILE_RENAME_INFO*>(buffer.data());
-        rename.ReplaceIfExists = TRUE;
-        rename.FileNameLength = static_cast<DWORD>(length);
-        std::memcpy(rename.FileName, path_.data(), length);
         const DWORD error = WhenFree(
-            [&] {
-                return SetFileInformationByHandle(file_.get(), FileRenameInfo, &rename,
-                                                  static_cast<DWORD>(buffer.size())) == FALSE
-                           ? GetLastError()
-                           : DWORD{ERROR_SUCCESS};
+            [this] {
+                return Rename(FileRenameInfoEx, kReplaceIfExists | kPosixSemantics) ||
+                               Rename(FileRenameInfo, kReplaceIfExists)
+                           ? DWORD{ERROR_SUCCESS}
+                           : GetLastError();
             },
-            {ERROR_SHARING_VIOLATION, ERROR_ACCESS_DENIED});
+            {ERROR_SHARING_VIOLATION, ERROR_ACCESS_DENIED}, tries);
         if (error != ERROR_SUCCESS) {
             throw FileError(error);
         }
@@ -155,34 +162,25 @@ class FileBeside {
     }
 
   private:
+    // The first member of FILE_RENAME_INFO is a flag to one information class, flags to the other.
+    bool Rename(FILE_INFO_BY_HANDLE_CLASS information, DWORD flags) {
+        const std::size_t length = path_.size() * sizeof(wchar_t);
+        std::vector<std::byte> buffer(sizeof(FILE_RENAME_INFO) + length);
+        std::memcpy(buffer.data(), &flags, sizeof flags);
+        auto& rename = *reinterpret_cast<FILE_RENAME_INFO*>(buffer.data());
+        rename.FileNameLength = static_cast<DWORD>(length);
+        std::memcpy(rename.FileName, path_.data(), length);
+        return SetFileInformationByHandle(file_.get(), information, &rename,
+                                          static_cast<DWORD>(buffer.size())) != FALSE;
+    }
+
     std::wstring path_;
     com::OwnedHandle file_;
     bool in_place_ = false;
 };
 
-} // namespace
-
-std::string CodePageFiles::ProgramFolder() {
-    std::wstring path(MAX_PATH, L'\0');
-    DWORD length = 0;
-    while ((length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()))) ==
-           path.size()) {
-        path.resize(path.size() * 2);
-    }
-    path.resize(length);
-    return com::Narrow(std::wstring_view(path).substr(0, path.find_last_of(L'\\')));
-}
-
-bool CodePageFiles::Exists(std::string_view path) {
-    return GetFileAttributesW(com::Widen(path).c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
-void CodePageFiles::MakeFolder(std::string_view path) {
-    CreateDirectoryW(com::Widen(path).c_str(), nullptr);
-}
-
-std::string CodePageFiles::Read(std::string_view path) {
-    const com::OwnedHandle file = Open(com::Widen(path), GENERIC_READ, kShareAll, OPEN_EXISTING);
+std::string ReadBytes(const std::wstring& path) {
+    const com::OwnedHandle file = Open(path, GENERIC_READ, kShareAll, OPEN_EXISTING);
     std::string bytes;
     for (DWORD read = 1; read != 0;) {
         const std::size_t before = bytes.size();
@@ -193,15 +191,91 @@ std::string CodePageFiles::Read(std::string_view path) {
         }
         bytes.resize(before + read);
     }
+    return bytes;
+}
+
+// `kept` gets the file before, where its path is not empty and the bytes are others.
+void WriteBytes(const std::wstring& path, const std::string& bytes, int tries,
+                const std::wstring& kept = {}) {
+    CheckWritable(path);
+    FileBeside beside(path);
+    beside.Write(bytes);
+    if (!kept.empty()) {
+        try {
+            const std::string before = ReadBytes(path);
+            if (before != bytes) {
+                WriteBytes(kept, before, tries);
+            }
+        } catch (const automation::RunTimeError&) {
+            // There is none, or no room for it: the new one matters more.
+        }
+    }
+    beside.TakePlace(tries);
+}
+
+std::optional<FILETIME> LastWrite(const std::wstring& path) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) == FALSE) {
+        return std::nullopt;
+    }
+    return data.ftLastWriteTime;
+}
+
+} // namespace
+
+bool CodePageFiles::Exists(std::string_view path) {
+    return GetFileAttributesW(com::Widen(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+void CodePageFiles::MakeFolder(std::string_view path) {
+    CreateDirectoryW(com::Widen(path).c_str(), nullptr);
+}
+
+bool CodePageFiles::IsNewer(std::string_view path, std::string_view than) {
+    const auto written = LastWrite(com::Widen(path));
+    const auto other = LastWrite(com::Widen(than));
+    return written && (!other || CompareFileTime(&*written, &*other) > 0);
+}
+
+std::string CodePageFiles::DateOf(std::string_view path) {
+    const auto written = LastWrite(com::Widen(path));
+    if (!written) {
+        throw automation::FileNotFound();
+    }
+    SYSTEMTIME universal;
+    SYSTEMTIME local;
+    FileTimeToSystemTime(&*written, &universal);
+    SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local);
+    std::array<char, 32> text{};
+    const int length =
+        std::snprintf(text.data(), text.size(), "%04u-%02u-%02u %02u-%02u-%02u", local.wYear,
+                      local.wMonth, local.wDay, local.wHour, local.wMinute, local.wSecond);
+    return {text.data(), static_cast<std::size_t>(length)};
+}
+
+void CodePageFiles::Copy(std::string_view from, std::string_view to) {
+    WriteBytes(com::Widen(to), ReadBytes(com::Widen(from)), kTries);
+}
+
+void CodePageFiles::Remove(std::string_view path) {
+    DeleteFileW(com::Widen(path).c_str());
+}
+
+std::string CodePageFiles::Read(std::string_view path) {
+    const std::string bytes = ReadBytes(com::Widen(path));
+    if (bytes.starts_with(kSignature)) {
+        return bytes.substr(kSignature.size());
+    }
     return com::FromSystemCodePage(bytes);
 }
 
-void CodePageFiles::Write(std::string_view path, std::string_view text) {
-    const std::wstring target = com::Widen(path);
-    CheckWritable(target);
-    FileBeside beside(target);
-    beside.Write(com::ToSystemCodePage(text));
-    beside.TakePlace();
+void CodePageFiles::Write(std::string_view path, std::string_view text,
+                          const platform::Writing& writing) {
+    const auto encoded = com::ToSystemCodePageExactly(text);
+    // A text that begins like the signature would be read as if it had one.
+    const bool plain = encoded && !encoded->starts_with(kSignature);
+    WriteBytes(com::Widen(path), plain ? *encoded : std::string(kSignature) + std::string(text),
+               writing.patient ? kPatientTries : kTries, com::Widen(writing.keep_before_as));
 }
 
 } // namespace win32

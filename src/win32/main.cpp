@@ -1,9 +1,13 @@
 // The program: its surroundings on Windows, the form, its window.
 #include "app/form_events.hpp"
 #include "com/client.hpp"
+#include "win32/data_folder.hpp"
 #include "win32/files.hpp"
 #include "win32/main_window.hpp"
 #include "win32/windows_ports.hpp"
+
+#include <cwchar>
+#include <string_view>
 
 #include <ole2.h>
 
@@ -17,9 +21,28 @@ class Apartment {
     Apartment& operator=(const Apartment&) = delete;
 };
 
+// `--recovery-pace N` keeps changes after N milliseconds at rest and after four times as long at
+// the latest.
+app::RecoveryPace PaceOf(std::wstring_view command_line) {
+    constexpr std::wstring_view kSwitch = L"--recovery-pace ";
+    app::RecoveryPace pace;
+    const std::size_t place = command_line.find(kSwitch);
+    if (place != std::wstring_view::npos) {
+        const std::wstring number(command_line.substr(place + kSwitch.size()));
+        if (const long idle = std::wcstol(number.c_str(), nullptr, 10); idle > 0) {
+            pace = {.idle = idle, .longest = 4L * idle};
+        }
+    }
+    return pace;
+}
+
 } // namespace
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR command_line, int) {
+    const auto data_folder = win32::ClaimDataFolder();
+    if (!data_folder) {
+        return 0; // the copy that runs has been brought forward
+    }
     const Apartment apartment;
     const com::MessageFilterRegistration message_filter;
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
@@ -31,15 +54,16 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     win32::ComServers servers;
     win32::UserNumberFormat number_format;
     win32::WindowMessageBoxes message_boxes;
-    win32::CodePageFiles files;
+    win32::CodePageFiles files(data_folder->path, data_folder->other);
     win32::SystemCodePage code_page;
     win32::SystemClock clock;
     controls::Form1 form({desktop, settings, events, servers, number_format, message_boxes, files,
                           code_page, clock});
 
-    win32::MainWindow window(form);
+    win32::MainWindow window(form, PaceOf(command_line));
     events.do_events = [&window] { window.DoEvents(); };
     message_boxes.owner = window.Window();
+    message_boxes.opening = [&form] { app::KeepRecoveryNow(form); };
     app::BindActions(form);
     window.Show();
     return window.Run();

@@ -13,11 +13,13 @@ namespace win32 {
 
 namespace {
 
-constexpr const wchar_t* kClassName = L"DorvakForm1";
 constexpr int kDesignHeight = 7155;     // twips, title bar included
 constexpr int kDesignClientWidth = 693; // design pixels
 
 constexpr UINT kDestroyMessage = WM_APP + 1;
+constexpr UINT_PTR kRecoveryTimer = 1;
+
+constexpr std::size_t kSheetsTab = 4;
 
 // How long a yield handles messages when they keep coming.
 constexpr ULONGLONG kLongestYield = 200; // milliseconds
@@ -34,7 +36,7 @@ HWND CreateMainWindow(WNDPROC procedure) {
     window_class.hInstance = GetModuleHandleW(nullptr);
     window_class.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     window_class.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    window_class.lpszClassName = kClassName;
+    window_class.lpszClassName = kMainWindowClass;
     RegisterClassExW(&window_class);
     const HWND window = CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_FORM1),
                                            nullptr, nullptr, 0);
@@ -49,6 +51,12 @@ Layout CollectLayout(HWND window) {
     return layout;
 }
 
+bool IsField(HWND window) {
+    std::array<wchar_t, 16> name{};
+    GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    return lstrcmpiW(name.data(), WC_EDITW) == 0;
+}
+
 int DesignWidth(HWND window) { // in twips
     const UINT dpi = GetDpiForWindow(window);
     RECT frame{0, 0, Scaled(kDesignClientWidth, dpi), 0};
@@ -60,8 +68,9 @@ int DesignWidth(HWND window) { // in twips
 
 } // namespace
 
-MainWindow::MainWindow(controls::Form1& form)
-    : form_(form), window_(CreateMainWindow(WindowProcedure)), layout_(CollectLayout(window_)),
+MainWindow::MainWindow(controls::Form1& form, const app::RecoveryPace& pace)
+    : form_(form), pace_(pace), window_(CreateMainWindow(WindowProcedure)),
+      layout_(CollectLayout(window_)),
       pages_(window_, form.SSTab1, PageProcedure, reinterpret_cast<LPARAM>(this), layout_),
       views_(form, pages_, [this](const auto& event) { RunEvent(event); }),
       refresher_(form, window_, pages_, views_) {
@@ -71,12 +80,15 @@ MainWindow::MainWindow(controls::Form1& form)
     form_.Height = kDesignHeight;
     form_.show_now = [this] { refresher_.StatusAndPointer(); };
     form_.show_popup = [this](controls::PopupMenu& menu, controls::PopupPlace place) {
+        app::KeepRecoveryNow(form_);
         ShowPopupMenu(window_, form_, menu, PopupPoint(place));
     };
     form_.show_save_dialog = [this](controls::FileDialog& dialog) {
+        app::KeepRecoveryNow(form_);
         return ShowSaveDialog(window_, dialog);
     };
     form_.show_open_dialog = [this](controls::FileDialog& dialog) {
+        app::KeepRecoveryNow(form_);
         return ShowOpenDialog(window_, dialog);
     };
     refresher_.Place();
@@ -124,6 +136,9 @@ void MainWindow::Show() {
     refresher_.Complete();
     ShowWindow(window_, SW_SHOWNORMAL);
     UpdateWindow(window_);
+    app::OfferRecovery(form_);
+    refresher_.Complete();
+    SetTimer(window_, kRecoveryTimer, static_cast<UINT>(pace_.idle / 4), nullptr);
 }
 
 int MainWindow::Run() {
@@ -134,12 +149,37 @@ int MainWindow::Run() {
     return static_cast<int>(message.wParam);
 }
 
-void MainWindow::HandleMessage(MSG& message) const {
+// Ctrl+Z and Ctrl+Y. In a field they are the field's own.
+bool MainWindow::TakeUndoKey(const MSG& message) {
+    if (message.message != WM_KEYDOWN || (message.wParam != 'Z' && message.wParam != 'Y') ||
+        GetKeyState(VK_CONTROL) >= 0 || GetKeyState(VK_MENU) < 0 || IsField(message.hwnd)) {
+        return false;
+    }
+    const bool sheets = form_.SSTab1.Tab() == kSheetsTab;
+    const controls::MenuItem& undo = sheets ? form_.m_Sheet_zpet : form_.m_Zpet;
+    const controls::MenuItem& redo = sheets ? form_.m_Sheet_znovu : form_.m_Znovu;
+    RunEvent([&] { controls::Raise((message.wParam == 'Z' ? undo : redo).Click); });
+    return true;
+}
+
+// What the person has typed since the last event is kept too; while an action runs, a field's text
+// waits for the action's next yield.
+void MainWindow::KeepRecovery() {
+    if (form_.running_handlers == 0) {
+        refresher_.Pull();
+    }
+    app::KeepRecovery(form_, static_cast<long long>(GetTickCount64()), pace_);
+}
+
+void MainWindow::HandleMessage(MSG& message) {
     const bool is_press =
         (message.message >= WM_LBUTTONDOWN && message.message <= WM_MBUTTONDBLCLK) ||
         (message.message >= WM_NCLBUTTONDOWN && message.message <= WM_NCMBUTTONDBLCLK);
     if (is_press && window_ != nullptr) {
         views_.StatusBar().HideBalloon();
+    }
+    if (window_ != nullptr && TakeUndoKey(message)) {
+        return;
     }
     if (window_ == nullptr || IsDialogMessageW(window_, &message) == FALSE) {
         TranslateMessage(&message);
@@ -165,6 +205,7 @@ void MainWindow::DoEvents() {
         }
     }
     refresher_.Pull();
+    KeepRecovery();
 }
 
 void MainWindow::RunEvent(const std::function<void()>& event) {
@@ -269,6 +310,11 @@ std::optional<LRESULT> MainWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
     case WM_ENDSESSION:
         if (w != FALSE) {
             RunEvent([this] { app::EndSession(form_); });
+        }
+        return 0;
+    case WM_TIMER:
+        if (w == kRecoveryTimer && !form_.unloaded) {
+            KeepRecovery();
         }
         return 0;
     case kDestroyMessage:

@@ -4,6 +4,7 @@
 
 #include <optional>
 
+#include "app/recovery.hpp"
 #include "com/owned.hpp"
 #include "controls/form1.hpp"
 #include "win32/control_views.hpp"
@@ -13,11 +14,13 @@
 
 namespace win32 {
 
+inline constexpr const wchar_t* kMainWindowClass = L"DorvakForm1";
+
 class MainWindow {
   public:
     // Creates the window, hidden, and gives `form` its handle, its design size and the functions
     // that it expects of its view.
-    explicit MainWindow(controls::Form1& form);
+    MainWindow(controls::Form1& form, const app::RecoveryPace& pace);
     ~MainWindow();
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;
@@ -38,11 +41,14 @@ class MainWindow {
     void OnCommand(UINT code, int id, HWND control);
     LRESULT OnNotify(NMHDR& header);
     [[nodiscard]] POINT PopupPoint(controls::PopupPlace place) const;
-    void HandleMessage(MSG& message) const;
+    void HandleMessage(MSG& message);
     void ApplyDpi(UINT dpi);
     void RunEvent(const std::function<void()>& event);
+    bool TakeUndoKey(const MSG& message);
+    void KeepRecovery();
 
     controls::Form1& form_;
+    app::RecoveryPace pace_;
     HWND window_;
     Layout layout_;
     Pages pages_;

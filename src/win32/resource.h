@@ -98,6 +98,11 @@
 #define ID_m_Smazat 2005
 #define ID_m_Sheet_pridej 2006
 #define ID_m_Sheet_smaz 2007
+#define ID_m_Zpet 2008
+#define ID_m_Znovu 2009
+#define ID_m_Sheet_zpet 2010
+#define ID_m_Sheet_znovu 2011
+#define ID_m_Sheet_vratit_jmena 2012
 
 // In the input box
 #define ID_InputBox_Prompt 2101

@@ -149,7 +149,12 @@ void TextBoxView::Refresh() {
         SetWindowRedraw(Window(), TRUE);
         InvalidateRect(Window(), nullptr, TRUE);
     } else {
-        ShowText(Window(), text);
+        // Not by setting the text: the person can take it back.
+        SendMessageW(Window(), EM_SETSEL, 0, -1);
+        SendMessageW(Window(), EM_REPLACESEL, TRUE,
+                     reinterpret_cast<LPARAM>(com::Widen(text).c_str()));
+        SendMessageW(Window(), EM_SETSEL, 0, 0);
+        SendMessageW(Window(), EM_SCROLLCARET, 0, 0);
     }
     shown_revision_ = text_box_.Revision();
     shown_replacements_ = text_box_.Replacements();

@@ -2,18 +2,23 @@
 
 #include <oleauto.h>
 
+#include <commctrl.h>
+
 #include <array>
 #include <memory>
 #include <vector>
 
 #include "com/client.hpp"
 #include "com/utf.hpp"
+#include "controls/controls.hpp"
 #include "win32/input_box.hpp"
 #include "win32/layout.hpp"
 
 namespace win32 {
 
 namespace {
+
+constexpr const wchar_t* kTitle = L"Dorvak";
 
 using Callback = std::function<long(platform::WindowHandle)>;
 
@@ -121,20 +126,24 @@ float SystemClock::SecondsSinceMidnight() {
     return static_cast<float>(seconds + now.wMilliseconds / 1000.0);
 }
 
+int WindowMessageBoxes::Show(const std::wstring& text, const wchar_t* title, UINT style) const {
+    controls::Raise(opening);
+    return MessageBoxW(owner, text.c_str(), title, style);
+}
+
 void WindowMessageBoxes::ShowError(const automation::RunTimeError& error) {
     const std::string text = std::to_string(error.number) + "\n" + error.description;
-    MessageBoxW(owner, com::Widen(text).c_str(), L"Dorvak", MB_OK | MB_ICONERROR);
+    Show(com::Widen(text), kTitle, MB_OK | MB_ICONERROR);
 }
 
 bool WindowMessageBoxes::AskYesNo(std::string_view question) {
-    return MessageBoxW(owner, com::Widen(question).c_str(), L"Dorvak",
-                       MB_YESNO | MB_ICONQUESTION) == IDYES;
+    return Show(com::Widen(question), kTitle, MB_YESNO | MB_ICONQUESTION) == IDYES;
 }
 
 platform::Answer WindowMessageBoxes::AskYesNoCancel(std::string_view question,
                                                     std::string_view title) {
-    switch (MessageBoxW(owner, com::Widen(question).c_str(), com::Widen(title).c_str(),
-                        MB_YESNOCANCEL | MB_ICONQUESTION)) {
+    switch (
+        Show(com::Widen(question), com::Widen(title).c_str(), MB_YESNOCANCEL | MB_ICONQUESTION)) {
     case IDYES:
         return platform::Answer::kYes;
     case IDNO:
@@ -144,8 +153,45 @@ platform::Answer WindowMessageBoxes::AskYesNoCancel(std::string_view question,
     }
 }
 
+platform::AfterFailedSave WindowMessageBoxes::AskAfterFailedSave(std::string_view reason) {
+    enum : int { kTryAgain = 100, kChooseFile, kCloseWithoutSaving };
+    controls::Raise(opening);
+    const std::array<TASKDIALOG_BUTTON, 3> buttons{{{kTryAgain, L"Zkusit znovu"},
+                                                    {kChooseFile, L"Uložit do jiného souboru…"},
+                                                    {kCloseWithoutSaving, L"Zavřít bez uložení"}}};
+    const std::wstring content = com::Widen(reason);
+    TASKDIALOGCONFIG box{};
+    box.cbSize = sizeof box;
+    box.hwndParent = owner;
+    box.dwFlags = TDF_POSITION_RELATIVE_TO_WINDOW | TDF_SIZE_TO_CONTENT;
+    box.pszWindowTitle = kTitle;
+    box.pszMainIcon = TD_WARNING_ICON;
+    box.pszMainInstruction = L"Seznam se nepodařilo uložit.";
+    box.pszContent = content.c_str();
+    box.cButtons = static_cast<UINT>(buttons.size());
+    box.pButtons = buttons.data();
+    box.nDefaultButton = kTryAgain;
+    int chosen = 0;
+    if (FAILED(TaskDialogIndirect(&box, &chosen, nullptr, nullptr))) {
+        const std::wstring question =
+            content + L"\n\nUložit seznam do jiného souboru? Ne zavře program bez uložení.";
+        chosen = MessageBoxW(owner, question.c_str(), kTitle, MB_YESNO | MB_ICONWARNING) == IDYES
+                     ? kChooseFile
+                     : kCloseWithoutSaving;
+    }
+    switch (chosen) {
+    case kChooseFile:
+        return platform::AfterFailedSave::kChooseFile;
+    case kCloseWithoutSaving:
+        return platform::AfterFailedSave::kCloseWithoutSaving;
+    default:
+        return platform::AfterFailedSave::kTryAgain;
+    }
+}
+
 std::string WindowMessageBoxes::AskText(std::string_view prompt, std::string_view title,
                                         std::string_view proposal) {
+    controls::Raise(opening);
     return ShowInputBox(owner, prompt, title, proposal);
 }
 

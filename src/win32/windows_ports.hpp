@@ -60,10 +60,15 @@ class WindowMessageBoxes : public platform::MessageBoxes {
     void ShowError(const automation::RunTimeError& error) override;
     bool AskYesNo(std::string_view question) override;
     platform::Answer AskYesNoCancel(std::string_view question, std::string_view title) override;
+    platform::AfterFailedSave AskAfterFailedSave(std::string_view reason) override;
     std::string AskText(std::string_view prompt, std::string_view title,
                         std::string_view proposal) override;
 
     HWND owner = nullptr;
+    std::function<void()> opening; // called before a box opens
+
+  private:
+    int Show(const std::wstring& text, const wchar_t* title, UINT style) const;
 };
 
 } // namespace win32

@@ -305,7 +305,7 @@ TEST_F(PartsList, TheMenuHoldsItsItemsInOrder) {
         captions.push_back(item->IsSeparator() ? "-" : item->caption);
     }
     EXPECT_EQ(captions, (Texts{"Poslat jako tabulku", "Poslat do tabulky", "-", "Poslat jako text",
-                               "-", "Přidat", "Smazat"}));
+                               "-", "Přidat", "Smazat", "-", "Zpět", "Znovu"}));
     EXPECT_TRUE(form.m_poslat_jako_tabulku.Enabled());
     EXPECT_TRUE(form.m_vlozit_do_tabulky.Enabled());
     EXPECT_TRUE(form.m_Poslat_jako_text.Enabled());

@@ -642,10 +642,12 @@ HWND WaitForPopupMenu() {
     return FindPopupMenu();
 }
 
-void ClickLastEntry(HWND popup_menu) {
+void ClickEntry(HWND popup_menu, int entries_below, int separators_below) {
     RECT place{};
     GetClientRect(popup_menu, &place);
-    Click(popup_menu, {place.right / 2, place.bottom - 8});
+    const int height = GetSystemMetrics(SM_CYMENU);
+    const int below = entries_below * height + separators_below * height / 2;
+    Click(popup_menu, {place.right / 2, place.bottom - below - height / 2});
 }
 
 bool PopupMenuOpen() {

@@ -120,7 +120,8 @@ POINT TreeCheckPoint(HWND tree, HTREEITEM item); // scrolls the item into sight
 
 // The popup menu that is open on the desktop.
 HWND WaitForPopupMenu();
-void ClickLastEntry(HWND popup_menu);
+// Clicks the entry that has so many entries and separators below it.
+void ClickEntry(HWND popup_menu, int entries_below, int separators_below);
 bool PopupMenuOpen();
 
 // Whole desktop -----------------------------------------------------------------------------------

@@ -36,6 +36,15 @@ void WaitForColumn(HWND list, int column, const std::vector<std::string>& expect
                 [&] { return Joined(Column(list, column)); });
 }
 
+HWND WaitForDialog(const DorvakWindow& dorvak, const std::string& title) {
+    HWND dialog = nullptr;
+    WaitUntil("the dialog \"" + title + '"', [&] {
+        dialog = dorvak.Process().FindVisible("#32770");
+        return dialog != nullptr && Text(dialog) == title;
+    });
+    return dialog;
+}
+
 void SelectRow(HWND list, int row) {
     Click(list, RowPoint(list, row));
     WaitUntil("the row selected",

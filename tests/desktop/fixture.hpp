@@ -31,6 +31,9 @@ void BuildTree(const DorvakWindow& dorvak, const std::string& structure_text);
 // The same, and then the parts list, which stands on its page when this returns.
 void FillList(const DorvakWindow& dorvak, const std::string& structure_text, int expected_rows);
 
+// The dialog or box of that title that the program has opened.
+HWND WaitForDialog(const DorvakWindow& dorvak, const std::string& title);
+
 // One column of a list, from the top down.
 std::vector<std::string> Column(HWND list, int column);
 void WaitForColumn(HWND list, int column, const std::vector<std::string>& expected);

@@ -73,8 +73,9 @@ std::string ProgramFolder::Path(const std::string& file_name) const {
     return file_name.empty() ? path_ : path_ + '\\' + file_name;
 }
 
-DorvakWindow::DorvakWindow(std::shared_ptr<const ProgramFolder> folder, int page)
-    : folder_(std::move(folder)), program_(folder_->Path("Dorvak.exe")),
+DorvakWindow::DorvakWindow(std::shared_ptr<const ProgramFolder> folder, int page,
+                           const std::vector<std::string>& arguments)
+    : folder_(std::move(folder)), program_(folder_->Path("Dorvak.exe"), arguments),
       window_(program_.WaitForWindow("DorvakForm1")) {
     BringToFront(window_);
     if (page != kStructurePage) {

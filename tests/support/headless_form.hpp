@@ -1,6 +1,7 @@
 // The whole program without a window: Form1 bound to its actions, with ports that live in memory.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <optional>
@@ -120,6 +121,20 @@ struct RecordedBoxes : platform::MessageBoxes {
         return answer;
     }
 
+    // What the person answers to failed saves, in turn; then to close without saving.
+    std::deque<platform::AfterFailedSave> after_failed_save;
+    std::vector<std::string> failed_saves; // the reasons that were shown
+
+    platform::AfterFailedSave AskAfterFailedSave(std::string_view reason) override {
+        failed_saves.emplace_back(reason);
+        if (after_failed_save.empty()) {
+            return platform::AfterFailedSave::kCloseWithoutSaving;
+        }
+        const auto chosen = after_failed_save.front();
+        after_failed_save.pop_front();
+        return chosen;
+    }
+
     platform::Answer three_way_answer = platform::Answer::kCancel;
     std::string text_answer;
     std::vector<std::string> asked; // the words of the last box, in their order
@@ -154,8 +169,32 @@ struct MemoryFiles : platform::Files {
     std::map<std::string, automation::RunTimeError, std::less<>> failing;
     std::vector<std::string> folders;
 
-    std::string ProgramFolder() override { return "C:\\Dorvak"; }
+    std::string other_folder;
+    std::map<std::string, int, std::less<>> written; // the order in which files were written
+    std::vector<platform::Writing> writings;
+
+    std::string DataFolder() override { return "C:\\Dorvak"; }
+    std::string OtherDataFolder() override { return other_folder; }
     bool Exists(std::string_view path) override { return stored.contains(path); }
+    bool IsNewer(std::string_view path, std::string_view than) override {
+        const auto order = [this](std::string_view name) {
+            const auto found = written.find(name);
+            return stored.contains(name) ? (found == written.end() ? 0 : found->second) : -1;
+        };
+        return order(path) > order(than);
+    }
+    std::string DateOf(std::string_view path) override {
+        if (!stored.contains(path)) {
+            throw automation::FileNotFound();
+        }
+        return "2026-03-01 14-32-05";
+    }
+    void Copy(std::string_view from, std::string_view to) override {
+        const std::string text = Read(from);
+        Fail(to);
+        Store(to, text);
+    }
+    void Remove(std::string_view path) override { stored.erase(std::string(path)); }
     void MakeFolder(std::string_view path) override { folders.emplace_back(path); }
     std::string Read(std::string_view path) override {
         Fail(path);
@@ -165,12 +204,22 @@ struct MemoryFiles : platform::Files {
         }
         return found->second;
     }
-    void Write(std::string_view path, std::string_view text) override {
+    void Write(std::string_view path, std::string_view text,
+               const platform::Writing& writing) override {
         Fail(path);
-        stored[std::string(path)] = text;
+        writings.push_back(writing);
+        if (!writing.keep_before_as.empty() && stored.contains(path)) {
+            Store(writing.keep_before_as, stored.find(path)->second);
+        }
+        Store(path, text);
     }
 
   private:
+    void Store(std::string_view path, std::string_view text) {
+        stored[std::string(path)] = text;
+        written[std::string(path)] = ++writes_;
+    }
+    int writes_ = 0;
     void Fail(std::string_view path) {
         if (const auto found = failing.find(path); found != failing.end()) {
             throw found->second;
