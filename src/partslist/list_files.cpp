@@ -100,8 +100,9 @@ void SaveToChosenFile(Form1& form) {
     shell::stat(form, "Ulozeni ok " + path);
 }
 
-// With a dialog of its own: the one that saving and opening share keeps its name.
-void SaveElsewhere(Form1& form) {
+// With a dialog of its own: the one that saving and opening share keeps its name. The path that was
+// tried; nothing where none was chosen.
+std::optional<std::string> SaveElsewhere(Form1& form) {
     controls::FileDialog dialog;
     dialog.initial_folder = ListFolder(form);
     dialog.filter = kFilter;
@@ -110,12 +111,13 @@ void SaveElsewhere(Form1& form) {
     if (!form.show_save_dialog(dialog) || dialog.file_name.empty() ||
         (form.ports.files.Exists(dialog.file_name) &&
          !form.ports.message_boxes.AskYesNo("Přepsat Existujcí Soubor"))) {
-        return;
+        return std::nullopt;
     }
     TrapSaving(form, [&form, &dialog] {
         Save(form, dialog.file_name);
         shell::stat(form, "Ulozeni ok " + dialog.file_name);
     });
+    return dialog.file_name;
 }
 
 void LoadChosenFile(Form1& form) {
@@ -180,14 +182,17 @@ bool SaveBeforeClosing(Form1& form) {
                         1);
     };
     form.save_error.reset();
+    std::string path = DataFile(form, kWorkingFile);
     save();
     while (form.save_error && !form.session_ending) {
-        switch (form.ports.message_boxes.AskAfterFailedSave(shell::FileTrouble(*form.save_error))) {
+        switch (form.ports.message_boxes.AskAfterFailedSave(path + "\n" +
+                                                            shell::FileTrouble(*form.save_error))) {
         case platform::AfterFailedSave::kTryAgain:
+            path = DataFile(form, kWorkingFile);
             save();
             break;
         case platform::AfterFailedSave::kChooseFile:
-            SaveElsewhere(form);
+            path = SaveElsewhere(form).value_or(path);
             break;
         case platform::AfterFailedSave::kCloseWithoutSaving:
             form.save_error.reset();

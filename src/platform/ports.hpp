@@ -102,7 +102,7 @@ class MessageBoxes {
     virtual bool AskYesNo(std::string_view question) = 0;
     // A question with the buttons Yes, No and Cancel; closing the box is Cancel.
     virtual Answer AskYesNoCancel(std::string_view question, std::string_view title) = 0;
-    // The list could not be saved at closing, for that reason: what now?
+    // The list could not be saved at closing, for that reason (the file and a sentence): what now?
     virtual AfterFailedSave AskAfterFailedSave(std::string_view reason) = 0;
     // A line of text asked for, with a proposed answer. Empty when the person cancels.
     virtual std::string AskText(std::string_view prompt, std::string_view title,

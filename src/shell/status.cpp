@@ -35,6 +35,7 @@ std::string ErrorText(const automation::RunTimeError& error) {
 void ShowError(Form1& form, const automation::RunTimeError& error, const std::string& words) {
     stat(form, words + ErrorText(error));
     form.StatusBar1.SetState(ActionState::kFailed);
+    controls::Raise(form.show_now); // a box may follow
 }
 
 void ShowRowCount(Form1& form) {

@@ -71,7 +71,8 @@ DWORD WhenFree(Access&& access, std::initializer_list<DWORD> in_use, int most_tr
     return error;
 }
 
-com::OwnedHandle Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition) {
+com::OwnedHandle Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition,
+                      int tries = kTries) {
     HANDLE file = INVALID_HANDLE_VALUE;
     const DWORD error = WhenFree(
         [&] {
@@ -79,7 +80,7 @@ com::OwnedHandle Open(const std::wstring& path, DWORD access, DWORD sharing, DWO
                                FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
             return file == INVALID_HANDLE_VALUE ? GetLastError() : DWORD{ERROR_SUCCESS};
         },
-        {ERROR_SHARING_VIOLATION});
+        {ERROR_SHARING_VIOLATION}, tries);
     if (error != ERROR_SUCCESS) {
         throw FileError(error);
     }
@@ -87,7 +88,7 @@ com::OwnedHandle Open(const std::wstring& path, DWORD access, DWORD sharing, DWO
 }
 
 // Raises what writing to a file that is there already would raise.
-void CheckWritable(const std::wstring& path) {
+void CheckWritable(const std::wstring& path, int tries) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
         return;
@@ -98,7 +99,7 @@ void CheckWritable(const std::wstring& path) {
     if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
         throw FileError(ERROR_WRITE_PROTECT);
     }
-    Open(path, GENERIC_WRITE | DELETE, kShareAll, OPEN_EXISTING);
+    Open(path, GENERIC_WRITE | DELETE, kShareAll, OPEN_EXISTING, tries);
 }
 
 // FILE_RENAME_REPLACE_IF_EXISTS and FILE_RENAME_POSIX_SEMANTICS, and the information class that
@@ -197,7 +198,7 @@ std::string ReadBytes(const std::wstring& path) {
 // `kept` gets the file before, where its path is not empty and the bytes are others.
 void WriteBytes(const std::wstring& path, const std::string& bytes, int tries,
                 const std::wstring& kept = {}) {
-    CheckWritable(path);
+    CheckWritable(path, tries);
     FileBeside beside(path);
     beside.Write(bytes);
     if (!kept.empty()) {

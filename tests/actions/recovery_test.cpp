@@ -260,7 +260,7 @@ struct ClosingSave : Recovery {
 TEST_F(ClosingSave, ThatFailsIsTriedAgain) {
     answers() = {platform::AfterFailedSave::kTryAgain, platform::AfterFailedSave::kTryAgain};
     app::RequestClose(form());
-    EXPECT_EQ(reasons(), (Texts(3, "Disk je plný. Uvolněte na něm místo.")));
+    EXPECT_EQ(reasons(), (Texts(3, "C:\\Dorvak\\list.txt\nDisk je plný. Uvolněte na něm místo.")));
     EXPECT_TRUE(form().unloaded);
     EXPECT_EQ(program->Status(), "Ulozeni Error 61 Disk full");
 }
@@ -282,7 +282,8 @@ TEST_F(ClosingSave, AsksAgainWhereElsewhereFailsOrIsCancelled) {
     program->chosen_file = "D:\\jinam.tab";
     app::RequestClose(form());
     EXPECT_EQ(reasons().size(), 3U);
-    EXPECT_EQ(reasons()[1], "Složka neexistuje. Zkontrolujte, zda je disk připojený.");
+    EXPECT_EQ(reasons()[1],
+              "D:\\jinam.tab\nSložka neexistuje. Zkontrolujte, zda je disk připojený.");
 }
 
 TEST_F(ClosingSave, AnExistingFileElsewhereIsReplacedOnlyWhenAskedFor) {

@@ -48,28 +48,29 @@ com::OwnedHandle OpenFile(const std::string& path, DWORD access, DWORD sharing) 
     return com::OwnedHandle(file);
 }
 
-HWND EditOfPicker(const DorvakWindow& dorvak) {
-    return FindWindowExW(dorvak[ID_Combo1], nullptr, L"Edit", nullptr);
+// Windows 10 can since 2017, and Wine cannot yet.
+bool CanTakeNamesFromOpenFiles() {
+    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") == nullptr;
+}
+
+HWND EditOfPicker(HWND dorvak) {
+    return FindWindowExW(Control(dorvak, ID_Combo1), nullptr, L"Edit", nullptr);
 }
 
 // Enters a material for the first row without the mouse or the keyboard, which other programs may
 // be using at the same time.
-void EnterMaterial(const DorvakWindow& dorvak, const std::string& material) {
-    Send(EditOfPicker(dorvak), WM_SETTEXT, 0,
+void EnterMaterial(HWND dorvak, const std::string& material) {
+    Send(EditOfPicker(dorvak), EM_SETSEL, 0, -1);
+    Send(EditOfPicker(dorvak), EM_REPLACESEL, FALSE,
          reinterpret_cast<LPARAM>(com::Widen(material).c_str()));
     Send(EditOfPicker(dorvak), WM_CHAR, VK_RETURN, 0);
 }
 
-void PressFirstRow(const DorvakWindow& dorvak) {
-    const POINT point = RowPoint(dorvak[ID_ListView1], 0);
-    Send(dorvak[ID_ListView1], WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(point.x, point.y));
-    Send(dorvak[ID_ListView1], WM_LBUTTONUP, 0, MAKELPARAM(point.x, point.y));
-}
-
-// A box of the program; nullptr where none is open.
-HWND FindBox(const DorvakWindow& dorvak) {
-    const HWND box = GetWindow(dorvak.Window(), GW_ENABLEDPOPUP);
-    return box != nullptr && box != dorvak.Window() && ClassName(box) == "#32770" ? box : nullptr;
+void PressFirstRow(HWND dorvak) {
+    const HWND list = Control(dorvak, ID_ListView1);
+    const POINT point = RowPoint(list, 0);
+    Send(list, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(point.x, point.y));
+    Send(list, WM_LBUTTONUP, 0, MAKELPARAM(point.x, point.y));
 }
 
 void PressInBox(HWND box, const std::string& caption) {
@@ -122,6 +123,7 @@ TEST_F(Recovery, WhatAKilledProgramHadIsOfferedAndTaken) {
         Text(FindWindowExW(box, nullptr, L"Static", nullptr)) + Text(GetDlgItem(box, 0xFFFF));
     EXPECT_NE(question.find(kQuestion), std::string::npos) << question;
     EXPECT_NE(question.find("(3 řádky)?"), std::string::npos) << question;
+    Sleep(300);
     KeepPicture("recovery-question.png");
     Click(Control(box, IDYES));
     dorvak.OpenPage(kEditPage);
@@ -177,8 +179,8 @@ TEST_F(DataFolders, WhereAnotherPersonRunsItThereThePersonsOwnFolderServes) {
     {
         const DorvakWindow dorvak = Start();
         EXPECT_EQ(dorvak.Status(), "Nacteni listu ok 1");
-        PressFirstRow(dorvak);
-        EnterMaterial(dorvak, "14 220");
+        PressFirstRow(dorvak.Window());
+        EnterMaterial(dorvak.Window(), "14 220");
         dorvak.Close();
     }
     SetEnvironmentVariableW(L"APPDATA", before.c_str());
@@ -196,7 +198,7 @@ TEST_F(DataFolders, WhereItCannotBeWrittenTheNewerListIsLoadedAndSaidSo) {
     Sleep(50);
     PutBytes(Path("list.txt"), kList);
     SetEnvironmentVariableW(L"APPDATA", com::Widen(persons.Path()).c_str());
-    const DorvakWindow dorvak = Start();
+    const DorvakWindow dorvak = Start(kStructurePage); // a press would end the balloon
     SetEnvironmentVariableW(L"APPDATA", before.c_str());
     EXPECT_EQ(Cell(dorvak[ID_ListView1], 0, kMaterial), "S235");
     const std::string expected = "Seznam je načtený ze souboru " + Path("list.txt") +
@@ -215,8 +217,8 @@ TEST_F(DataFolders, WhereItCannotBeWrittenTheNewerListIsLoadedAndSaidSo) {
 TEST_F(ClosingBox, TriesAgainWhenAFailedSaveIsMended) {
     PutBytes(Path("list.txt"), kList);
     const DorvakWindow dorvak = Start();
-    PressFirstRow(dorvak);
-    EnterMaterial(dorvak, "14 220");
+    PressFirstRow(dorvak.Window());
+    EnterMaterial(dorvak.Window(), "14 220");
     auto held = OpenFile(Path("list.txt"), GENERIC_READ, FILE_SHARE_READ);
     PostMessageW(dorvak.Window(), WM_CLOSE, 0, 0);
     const HWND box = WaitForDialog(dorvak, "Dorvak");
@@ -243,8 +245,8 @@ TEST_F(ClosingBox, DoesNotOpenWhenWindowsEndsTheSession) {
     PutBytes(Path("list.txt"), kList);
     {
         const DorvakWindow dorvak = Start();
-        PressFirstRow(dorvak);
-        EnterMaterial(dorvak, "14 220");
+        PressFirstRow(dorvak.Window());
+        EnterMaterial(dorvak.Window(), "14 220");
         const auto held = OpenFile(Path("list.txt"), GENERIC_READ, FILE_SHARE_READ);
         Send(dorvak.Window(), WM_QUERYENDSESSION);
         Send(dorvak.Window(), WM_ENDSESSION, TRUE, 0);
@@ -283,12 +285,20 @@ TEST_F(CodePages, ATextThatTheCodePageLacksIsKeptInUtf8) {
     }
 }
 
+// Not every system can take the name from an open file: then the old file stays.
 TEST_F(HeldFiles, AReaderThatLetsTheFileBeDeletedIsInNobodysWay) {
     PutBytes(Path("list.txt"), "old");
     const auto reader = OpenFile(Path("list.txt"), GENERIC_READ,
                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
     win32::CodePageFiles files;
-    files.Write(Path("list.txt"), "new", {.keep_before_as = Path("list.bak")});
+    const int error = testing_support::ErrorOf(
+        [&] { files.Write(Path("list.txt"), "new", {.keep_before_as = Path("list.bak")}); });
+    if (!CanTakeNamesFromOpenFiles()) {
+        EXPECT_EQ(error, 75);
+        EXPECT_EQ(BytesOf(Path("list.txt")), "old");
+        GTEST_SKIP() << "this system keeps the names of open files";
+    }
+    EXPECT_EQ(error, 0);
     EXPECT_EQ(BytesOf(Path("list.txt")), "new");
     EXPECT_EQ(BytesOf(Path("list.bak")), "old");
 }
@@ -342,7 +352,7 @@ TEST_F(UndoKeys, TakeBackInTheListAndLeaveFieldsTheirOwn) {
     const HWND list = dorvak[ID_ListView1];
     const auto material = [&] { return Cell(list, 0, kMaterial); };
     SelectRow(list, 0);
-    PasteText(EditOfPicker(dorvak), "14 220");
+    PasteText(EditOfPicker(dorvak.Window()), "14 220");
     PressKey(VK_RETURN);
     WaitForText("the material", "14 220", material);
     PressKey('Z', {VK_CONTROL}); // in the picker's field
@@ -380,6 +390,24 @@ TEST_F(UndoKeys, TakeBackWhatResetPutIntoTheConfiguration) {
 
 namespace {
 
+// A program that has started and been told Yes where it asks. It is never brought to the front:
+// several run at once.
+struct Life {
+    Life(const std::string& path, int pace)
+        : program(path, {"--recovery-pace", std::to_string(pace)}),
+          window(program.WaitForWindow("DorvakForm1")) {
+        WaitForInputIdle(program.Process(), 20000); // in its own loop or in the box's
+        while (const HWND box = program.FindVisible("#32770")) {
+            PostMessageW(box, WM_COMMAND, IDYES, 0);
+            Sleep(50);
+        }
+        WaitUntil("the list", [this] { return RowCount(Control(window, ID_ListView1)) == 1; });
+    }
+
+    Program program;
+    HWND window;
+};
+
 // Programs are killed at random moments while materials are entered, the list is saved and the
 // window closed. The next start must have every material that is older than `limit`.
 class Killer {
@@ -393,21 +421,20 @@ class Killer {
         std::vector<Clock::time_point> entered; // when entry n was made
         const int first = next_;
         {
-            const DorvakWindow dorvak(folder_, kStructurePage, Arguments());
-            Answer(dorvak);
-            PressFirstRow(dorvak);
+            const Life life(folder_->Path("Dorvak.exe"), pace_);
+            PressFirstRow(life.window);
             const auto end = Clock::now() + Milliseconds(Below(longest_life_.count()));
             bool closed = false;
             while (Clock::now() < end) {
                 if (!closed) {
-                    EnterMaterial(dorvak, "e" + std::to_string(next_++));
+                    EnterMaterial(life.window, "e" + std::to_string(next_++));
                     entered.push_back(Clock::now());
                     const auto what = Below(40);
                     if (what == 0) {
-                        PostMessageW(dorvak[ID_Command17], WM_RBUTTONDOWN, MK_RBUTTON,
+                        PostMessageW(Control(life.window, ID_Command17), WM_RBUTTONDOWN, MK_RBUTTON,
                                      MAKELPARAM(5, 5));
                     } else if (what == 1) {
-                        PostMessageW(dorvak.Window(), WM_CLOSE, 0, 0);
+                        PostMessageW(life.window, WM_CLOSE, 0, 0);
                         closed = true;
                     }
                 }
@@ -421,10 +448,10 @@ class Killer {
                 expected = first + static_cast<int>(i);
             }
         }
-        const DorvakWindow next(folder_, kStructurePage, Arguments());
-        Answer(next);
-        const std::string found = Cell(next[ID_ListView1], 0, kMaterial);
-        next.Close();
+        const Life next(folder_->Path("Dorvak.exe"), pace_);
+        const std::string found = Cell(Control(next.window, ID_ListView1), 0, kMaterial);
+        PostMessageW(next.window, WM_CLOSE, 0, 0);
+        next.program.WaitForEnd();
         const int number = found.starts_with("e") ? std::stoi(found.substr(1)) : -1;
         if (number < expected || number >= next_) {
             return "found " + found + ", expected e" + std::to_string(expected) + " or later";
@@ -436,22 +463,9 @@ class Killer {
     void Prepare() { PutBytes(folder_->Path("list.txt"), kPart + "e0" + kPartsEnd); }
 
   private:
-    [[nodiscard]] Texts Arguments() const { return {"--recovery-pace", std::to_string(pace_)}; }
     long long Below(long long limit) {
         return std::uniform_int_distribution<long long>(0, limit - 1)(random_);
     }
-    // Yes to what is offered.
-    static void Answer(const DorvakWindow& dorvak) {
-        Sleep(300);
-        WaitUntil("the program at rest", [&] {
-            if (const HWND box = FindBox(dorvak)) {
-                PostMessageW(box, WM_COMMAND, IDYES, 0);
-                return false;
-            }
-            return RowCount(dorvak[ID_ListView1]) == 1;
-        });
-    }
-
     std::mt19937 random_;
     int pace_;
     Milliseconds longest_life_;
