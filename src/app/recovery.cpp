@@ -198,15 +198,17 @@ bool DealWithLeftover(Form1& form, const std::string& path) {
             }
         }
         files.Copy(path, partslist::DataFile(form, kRefusedFile));
+        files.Remove(path);
         return true;
     } catch (const automation::RunTimeError&) {
         return false;
     }
 }
 
-// Rises with every change of what is kept, the configuration excepted.
+// Rises with every change of what is kept, the configuration excepted, and with every save: the
+// recovery file then stays the newer one.
 std::uint64_t Version(Form1& form) {
-    std::uint64_t version = form.parts_history.Changes();
+    std::uint64_t version = form.parts_history.Changes() + form.working_saves;
     for (const ComboBox* picker : Pickers(form)) {
         version += picker->Items().size();
     }

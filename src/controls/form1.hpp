@@ -234,6 +234,7 @@ struct Form1 {
     std::optional<automation::RunTimeError> save_error;
     // Whether the working file holds what was not read to its end, and is not to be lost.
     bool working_file_unread = false;
+    std::uint64_t working_saves = 0; // how often the list went to the working file
 
     Recovery recovery;
 };

@@ -126,7 +126,7 @@ void ListHistory::Note(const std::string& step, std::uint64_t run) {
         State before = std::exchange(now_, std::move(taken));
         ++changes_;
         redo_.clear();
-        if (undo_.empty() || undo_.back().run != run) {
+        if (undo_.empty() || run == 0 || undo_.back().run != run) {
             const std::size_t bytes = BytesOfItsOwn(before);
             bytes_ += bytes;
             undo_.push_back({step, run, std::move(before), bytes});
@@ -146,6 +146,7 @@ void ListHistory::Start() {
 }
 
 void ListHistory::Swap(std::deque<Step>& from, std::deque<Step>& to) {
+    Note({}, 0); // the selection of now, and what nobody has noted yet
     if (from.empty()) {
         return;
     }

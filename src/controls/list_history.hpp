@@ -21,7 +21,7 @@ class ListHistory {
     ListHistory& operator=(const ListHistory&) = delete;
 
     // Keeps what has changed since the last time as a step of that name. Changes of the same run in
-    // a row are one step.
+    // a row are one step; 0 is no run.
     void Note(const std::string& step, std::uint64_t run);
     // What the list holds is where it begins: there is nothing to take back.
     void Start();

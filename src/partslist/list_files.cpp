@@ -63,6 +63,7 @@ void SaveToWorkingFile(Form1& form) {
     const std::string path = DataFile(form, kWorkingFile);
     KeepUnreadFile(form, path);
     Save(form, path);
+    ++form.working_saves;
     shell::stat(form, "Ulozeni listu ok " + path);
 }
 

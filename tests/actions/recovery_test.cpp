@@ -176,6 +176,8 @@ TEST_F(Recovery, WhatIsNotTakenStaysUnderAnotherName) {
     Start();
     EXPECT_EQ(list().Count(), 0U);
     EXPECT_EQ(stored()[kRefused], left);
+    Start(); // it is not offered again
+    EXPECT_EQ(questions(), Texts{});
     AddPart("b");
     Rest();
     app::RequestClose(form());

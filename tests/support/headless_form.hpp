@@ -1,6 +1,7 @@
 // The whole program without a window: Form1 bound to its actions, with ports that live in memory.
 #pragma once
 
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <map>
@@ -217,9 +218,12 @@ struct MemoryFiles : platform::Files {
   private:
     void Store(std::string_view path, std::string_view text) {
         stored[std::string(path)] = text;
-        written[std::string(path)] = ++writes_;
+        int last = 0;
+        for (const auto& [name, order] : written) {
+            last = std::max(last, order);
+        }
+        written[std::string(path)] = last + 1;
     }
-    int writes_ = 0;
     void Fail(std::string_view path) {
         if (const auto found = failing.find(path); found != failing.end()) {
             throw found->second;

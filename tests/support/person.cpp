@@ -7,6 +7,7 @@
 #include <map>
 #include <set>
 
+#include "app/recovery.hpp"
 #include "simulator/model.hpp"
 #include "tests/support/drawing_samples.hpp"
 #include "tests/support/list_state.hpp"
@@ -556,12 +557,17 @@ class Person::Life {
         const bool at_rest = depth_ == 0;
         const bool busy_before = program_->Busy();
         const int depth_before = form().Uroven;
+        const int program_before = programs_;
         if (at_rest) {
             creation_failed_ = false;
             walk_failed_ = false;
         }
         (this->*doing.act)();
         if (!at_rest) {
+            return;
+        }
+        if (programs_ != program_before) {
+            session_.ClearLog();
             return;
         }
         Require(form().running_handlers == 0, "a handler has not ended");
@@ -599,14 +605,17 @@ class Person::Life {
 
     // ---- programs
 
-    void StartProgram(const std::map<std::string, std::string, std::less<>>& files,
-                      const std::map<std::string, std::string>& settings) {
+    void StartProgram(std::map<std::string, std::string, std::less<>> files,
+                      std::map<std::string, std::string> settings, bool takes_leftover = false,
+                      std::map<std::string, int, std::less<>> written = {}) {
         program_ = std::make_unique<HeadlessForm>();
+        ++programs_;
         running_.clear();
         boxes_expected_ = 0;
         session_ended_ = false;
         program_->files.stored = files;
         program_->settings.stored = settings;
+        program_->files.written = std::move(written);
         program_->events.at_every_yield = [this] { AtYield(); };
         form().show_popup = [this](controls::PopupMenu& menu, controls::PopupPlace) {
             ChooseFrom(menu);
@@ -616,6 +625,88 @@ class Person::Life {
         form().show_now = {};
         Connect();
         app::Form_Load(form());
+        program_->message_boxes.answer = takes_leftover;
+        app::OfferRecovery(form());
+        program_->message_boxes.answer = true;
+    }
+
+    // What is taken back can be made again, and is then what it was.
+    void TakeBack() {
+        const bool parts = Below(3) != 0;
+        ListView& list = parts ? form().ListView1 : form().ListView3;
+        const controls::Event<>& back = parts ? form().m_Zpet.Click : form().m_Sheet_zpet.Click;
+        const controls::Event<>& again = parts ? form().m_Znovu.Click : form().m_Sheet_znovu.Click;
+        if (depth_ > 0 || !Alive()) {
+            return back();
+        }
+        const auto& history = parts ? form().parts_history : form().sheets_history;
+        const ListState before = ShownState(list);
+        const auto step = history.UndoName();
+        back();
+        if (!step) {
+            Require(SameShown(ShownState(list), before),
+                    "nothing was taken back, and rows have changed");
+            return;
+        }
+        const ListState earlier = ShownState(list);
+        Require(history.RedoName() == step, "what was taken back cannot be made again");
+        again();
+        Require(SameShown(ShownState(list), before), "a step made again is another one");
+        Require(history.UndoName() == step, "a step made again cannot be taken back");
+        back();
+        Require(SameShown(ShownState(list), earlier), "a step taken back twice is another one");
+        Good("take back");
+    }
+
+    // What the person sees of a list: not what stands in columns without a caption.
+    static ListState ShownState(const ListView& list) {
+        ListState state = StateOf(list);
+        for (std::size_t column = 1; column < list.Columns().size(); ++column) {
+            for (RowState& row : state.rows) {
+                if (list.Columns()[column].empty()) {
+                    row.texts.at(column).clear();
+                }
+            }
+        }
+        return state;
+    }
+
+    static bool SameShown(const ListState& left, const ListState& right) {
+        return left.current == right.current &&
+               std::ranges::equal(left.rows, right.rows,
+                                  [](const RowState& one, const RowState& other) {
+                                      return one.SameAs(other) && one.selected == other.selected;
+                                  });
+    }
+
+    // The program is gone at once, some seconds after the last change; the next one is told to take
+    // what is left.
+    void LosePower() {
+        if (depth_ > 0 || !Alive() || !form().recovery.on || !program_->files.failing.empty()) {
+            return;
+        }
+        for (const long long later : {0, 10'000}) {
+            app::KeepRecovery(form(), form().recovery.last_look + later);
+        }
+        if (!program_->files.stored.contains("C:\\Dorvak\\obnova.txt")) {
+            return; // nothing has changed since the start
+        }
+        const ListState list = StateOf(form().ListView1);
+        const std::string configuration = form().Text2.Text();
+        const Texts materials = Picker(0).Items();
+        const auto files = program_->files;
+        StartProgram(files.stored, program_->settings.stored, true, files.written);
+        const ListState found = StateOf(form().ListView1);
+        Require(std::ranges::equal(
+                    found.rows, list.rows,
+                    [](const RowState& one, const RowState& other) { return one.SameAs(other); }),
+                "the list did not survive");
+        Require(form().Text2.Text() == configuration, "the configuration did not survive");
+        for (const std::string& material : materials) {
+            Require(std::ranges::find(Picker(0).Items(), material) != Picker(0).Items().end(),
+                    "a material did not survive");
+        }
+        Good("power lost");
     }
 
     bool Answer(controls::FileDialog& dialog) {
@@ -2159,6 +2250,7 @@ class Person::Life {
     std::size_t fault_calls_left_ = 0; // until the armed call, and with it
     bool vanishing_ = false;
     std::unique_ptr<HeadlessForm> program_;
+    int programs_ = 0; // started so far
     std::set<const void*> running_; // what ignores being started again
     std::size_t acts_ = 0;
     std::size_t meddlings_ = 0;
@@ -2173,6 +2265,8 @@ class Person::Life {
 
 const std::vector<Person::Life::Doing>& Person::Life::Doings() {
     static const std::vector<Doing> doings{
+        {4, "takes back", &Life::TakeBack},
+        {2, "loses the power", &Life::LosePower},
         {6, "Načtení stromu", &Life::WalkProduct},
         {4, "naplneni tree", &Life::FillTree},
         {9, "Naplň list", &Life::FillList},
