@@ -283,6 +283,30 @@ TEST_F(CreateTable, FreeRowsAreRoundedOnceSoThatNoPartIsLost) {
     }
 }
 
+TEST_F(CreateTable, FreeRowsAreRoundedTheSameWhateverTheNumberOfParts) {
+    // Rounded together with the number of parts, a half would go up or down by that number.
+    for (const std::size_t parts : {1U, 2U, 3U, 4U}) {
+        for (const auto& [free_rows, rounded] : {std::pair{"0.5", 0U}, {"1.5", 2U}, {"2.5", 2U}}) {
+            SCOPED_TRACE(std::to_string(parts) + " parts, free rows " + free_rows);
+            Open(testing_support::kEmptyDrawing);
+            list.Clear();
+            for (std::size_t part = 1; part <= parts; ++part) {
+                AddRow(list, {"p" + std::to_string(part), text::FourDigits(part), "1"});
+            }
+            form.Text2.SetText(form.Text4.Text() + "/volny;" + free_rows + "\r\n");
+            form.Command11.Click();
+            EXPECT_EQ(Status(), "Tabulka vytvorena Ok ");
+            const Texts rows = DrawnRows();
+            ASSERT_EQ(rows.size(), 1 + rounded + parts);
+            for (std::size_t part = 1; part <= parts; ++part) {
+                const std::string number = std::to_string(part);
+                EXPECT_EQ(rows[rows.size() - part],
+                          testing_support::RowOfCells({number, "p" + number, "1", "", "", "", ""}));
+            }
+        }
+    }
+}
+
 TEST_F(CreateTable, ASecondClickAtAYieldRunsAndTheFirstRunGoesOn) {
     AddThreeRows(list);
     events.at_yield[3] = [&] { form.Command11.Click(); };

@@ -46,6 +46,16 @@ TEST_F(ReadingBack, PressedAgainWhileItRunsItGoesOnAlone) {
     EXPECT_EQ(RowCount(), "Pozic: 4");
 }
 
+TEST_F(ReadingBack, PressedAgainWhileItRunsItReadsTheTableOnce) {
+    Open(kFourRows);
+    form.Command9.Click();
+    const Texts alone = session.Log();
+    session.ClearLog();
+    events.at_yield[events.yields + 2] = [&] { form.Command9.Click(); };
+    form.Command9.Click();
+    EXPECT_EQ(session.Log(), alone);
+}
+
 TEST_F(ReadingBack, RowsAddedMeanwhileAreNotMixedIn) {
     Open(kFourRows);
     events.at_yield[2] = [&] { form.m_Pridat.Click(); };
@@ -72,6 +82,21 @@ TEST_F(ReadingBack, ClosingMeanwhileLeavesTheWorkingFileAsItWas) {
     files.stored["C:\\Dorvak\\list.txt"] = "kept@@False\r\n";
     AddRow(list, {"kept"});
     events.at_yield[2] = [&] { app::RequestClose(form); };
+    form.Command9.Click();
+    EXPECT_TRUE(form.unloaded);
+    EXPECT_EQ(files.stored["C:\\Dorvak\\list.txt"], "kept@@False\r\n");
+}
+
+TEST_F(ReadingBack, ClosingInACallThatFailsLeavesTheWorkingFileAsItWas) {
+    // Another program may close the window while a call waits for its answer.
+    Open(kFourRows);
+    files.stored["C:\\Dorvak\\list.txt"] = "kept@@False\r\n";
+    session.before_call = [&](const std::string& call) {
+        if (call == "DrawingTable.GetCellObject(2, 1)") {
+            app::RequestClose(form);
+            session.Arm({.call = 1});
+        }
+    };
     form.Command9.Click();
     EXPECT_TRUE(form.unloaded);
     EXPECT_EQ(files.stored["C:\\Dorvak\\list.txt"], "kept@@False\r\n");
@@ -133,6 +158,17 @@ TEST_F(Dragging, WindowsEndingTheSessionWhileTheRowsAreSortedSavesProperPosition
     EXPECT_EQ(files.stored["C:\\Dorvak\\list.txt"],
               "3@@False@@0001@@@@@@@@@@\r\n1@@False@@0002@@@@@@@@@@\r\n"
               "2@@False@@0003@@@@@@@@@@\r\n");
+}
+
+TEST_F(Dragging, ARowAddedWhileTheRowsAreSortedIsNumberedWithThem) {
+    for (int row = 1; row <= 3; ++row) {
+        AddRow(list, {std::to_string(row), "000" + std::to_string(row)}, true);
+    }
+    events.at_yield[1] = [&] { form.m_Pridat.Click(); };
+    Drag(list, 3, 1);
+    EXPECT_EQ(list.Count(), 4U);
+    EXPECT_EQ(Positions(), (Texts{"0001", "0002", "0003", "0004"}));
+    EXPECT_EQ(RowCount(), "Pozic: 4");
 }
 
 TEST_F(Dragging, AListLoadedWhileTheRowsAreSortedStaysAsItWasLoaded) {
@@ -220,6 +256,22 @@ TEST_F(Deleting, TheRowThatMovesUpIsSelectedOnlyWhereNoOtherIs) {
     list.SetCurrentRow(1);
     form.m_Smazat.Click();
     EXPECT_TRUE(list.Row(1).selected) << "nothing else is";
+}
+
+TEST_F(Disturbed, ARenameIsOfTheRowWithThatIdWhereverItStands) {
+    for (const char* name : {"a", "b", "c"}) {
+        AddRow(list, {name});
+    }
+    const auto id = list.Row(2).id;
+    list.Remove(1);
+    list.UserRename(id, "B");
+    EXPECT_EQ(Names(), (Texts{"B", "c"}));
+    list.Clear();
+    AddRow(list, {"x"});
+    AddRow(list, {"y"});
+    list.UserRename(id, "gone");
+    EXPECT_EQ(Names(), (Texts{"x", "y"}));
+    EXPECT_TRUE(message_boxes.shown.empty());
 }
 
 TEST_F(Disturbed, AHandlerMayRunInsideItsOwnEventsOtherHandlers) {

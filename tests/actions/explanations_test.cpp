@@ -185,6 +185,12 @@ TEST_F(Explanations, AnErrorOnTheStatusLineSetsTheIconAlone) {
     EXPECT_EQ(State(), ActionState::kFailed);
 }
 
+TEST_F(Explanations, AnErrorThatNoActionTrapsSetsTheIconToo) {
+    form.Text5.KeyPress(controls::kEnterKey); // there is no row to give the name to
+    ASSERT_EQ(message_boxes.shown.size(), 1U);
+    EXPECT_EQ(State(), ActionState::kFailed);
+}
+
 TEST_F(Explanations, ACleanTreeClearsItsOwnOldMessageAndNoOther) {
     form.Text1.SetText("\r\n0\tA\r\n1\tb\tnowhere");
     form.Command5.Click();

@@ -39,6 +39,13 @@ TEST_F(Pickers, EnterGivesTheTextToTheSelectedRowsAndRemembersItOnce) {
     EXPECT_EQ(form.Combo1.Items(), Texts{"S235"});
 }
 
+TEST_F(Pickers, ALineEndInAPastedTextIsALineFeedInTheRow) {
+    Fill(1, {1});
+    TypeAndEnter(form.Combo3, "kalit\r\npopustit");
+    EXPECT_EQ(list.SubItem(1, partslist::kNote), "kalit\npopustit");
+    EXPECT_EQ(form.Combo3.Items(), Texts{"kalit\npopustit"});
+}
+
 TEST_F(Pickers, EachWritesItsOwnField) {
     Fill(1, {1});
     TypeAndEnter(form.Combo1, "ocel");

@@ -238,6 +238,15 @@ TEST_F(SheetRows, TheMenuOpensByMouseAndByKeyboardOnAnEmptyListToo) {
     EXPECT_EQ(popups[1].second, controls::PopupPlace::kCurrentRow);
 }
 
+TEST_F(SheetRows, TheMenuHoldsItsItemsInOrder) {
+    Texts captions;
+    for (const controls::MenuItem* item : form.m_sheets.items) {
+        captions.push_back(item->IsSeparator() ? "-" : item->caption);
+    }
+    EXPECT_EQ(captions,
+              (Texts{"Pridat", "Smazat", "-", "Zpět", "Znovu", "-", "Vrátit plánovaná jména"}));
+}
+
 TEST_F(Naming, NumbersTheTickedRowsFromTheStartNumber) {
     AddRows({"a", "b", "c", "d"}, true);
     list.SetChecked(3, false);

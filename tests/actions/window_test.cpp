@@ -214,6 +214,16 @@ TEST_F(Window, ResetBringsTheDefaultConfigurationBack) {
     EXPECT_EQ(form.Text2.Text(), controls::kDefaultConfiguration);
 }
 
+TEST_F(Window, TabsAndColumnsBearTheirCaptions) {
+    using Texts = std::vector<std::string>;
+    EXPECT_EQ(form.SSTab1.Captions(),
+              (Texts{"Strom", "Editace tabulky", "Export tabulky", "Import tabulky", "Sheet"}));
+    EXPECT_EQ(form.ListView1.Columns(),
+              (Texts{"Jmeno", "Poz.", "kusů", "List", "Material", "Velikost", "Poznámka"}));
+    EXPECT_EQ(form.ListView2.Columns(), (Texts{"Jmeno", "Kusů"}));
+    EXPECT_EQ(form.ListView3.Columns(), (Texts{"Catia", "Přejmenovaní", ""}));
+}
+
 TEST_F(Window, ButtonsWithoutAnActionAreDisabled) {
     form.Command21.Click = nullptr;
     EXPECT_FALSE(form.Command21.Enabled());

@@ -672,6 +672,34 @@ HCURSOR ShownPointer() {
     return info.hCursor;
 }
 
+bool ShowsColour(HWND window, const RECT& area, COLORREF colour) {
+    // Through the top-level window: of another process's inner windows Wine shows no pixels.
+    const HWND top = GetAncestor(window, GA_ROOT);
+    RECT part = area;
+    MapWindowPoints(window, HWND_DESKTOP, reinterpret_cast<POINT*>(&part), 2);
+    const RECT frame = Place(top);
+    OffsetRect(&part, -frame.left, -frame.top);
+    const int width = part.right - part.left;
+    const int height = part.bottom - part.top;
+
+    const HDC source = GetWindowDC(top);
+    const HDC memory = CreateCompatibleDC(source);
+    const HBITMAP bitmap = CreateCompatibleBitmap(source, width, height);
+    const HGDIOBJ before = SelectObject(memory, bitmap);
+    BitBlt(memory, 0, 0, width, height, source, part.left, part.top, SRCCOPY);
+    bool shown = false;
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            shown = shown || GetPixel(memory, x, y) == colour;
+        }
+    }
+    SelectObject(memory, before);
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    ReleaseDC(top, source);
+    return shown;
+}
+
 void SaveScreenshot(const std::string& path, const std::optional<RECT>& part) {
     const RECT place =
         part.value_or(RECT{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)});

@@ -129,6 +129,8 @@ bool PopupMenuOpen();
 std::optional<std::string> ClipboardText();
 void PutTextOnClipboard(std::string_view text);
 HCURSOR ShownPointer();
+// Whether a pixel of the window's client area inside `area` has the colour.
+bool ShowsColour(HWND window, const RECT& area, COLORREF colour);
 // Saves what the screen shows as a PNG file: all of it, or only `part`.
 void SaveScreenshot(const std::string& path, const std::optional<RECT>& part = {});
 

@@ -30,6 +30,28 @@ class Gestures : public DesktopTest {
 
 class Balloons : public Gestures {};
 
+class Icon : public Gestures {
+  protected:
+    // The colour of the icon before the status text, as it was drawn; empty where there is none.
+    [[nodiscard]] std::string Colour() const {
+        const HWND bar = dorvak_[ID_StatusBar1];
+        RECT area{};
+        GetClientRect(bar, &area);
+        area.right = area.bottom; // the icon is as high as the bar
+        for (const auto& [name, colour] : {std::pair{"blue", RGB(0x1F, 0x4E, 0x79)},
+                                           {"green", RGB(0x2E, 0x7D, 0x32)},
+                                           {"red", RGB(0xB3, 0x26, 0x1E)}}) {
+            if (ShowsColour(bar, area, colour)) {
+                return name;
+            }
+        }
+        return {};
+    }
+    void WaitForColour(const std::string& expected) const {
+        WaitForText("the icon", expected, [&] { return Colour(); });
+    }
+};
+
 } // namespace
 
 TEST_F(Gestures, ADoubleClickOnTheWalkCountsEveryPartOnce) {
@@ -182,4 +204,41 @@ TEST_F(Balloons, SayWhatWasDoneWhereThereIsNoClosingMessage) {
     EXPECT_EQ(BalloonText(), "Hotovo: do výkresu je vloženo 6 textů.");
     EXPECT_EQ(dorvak_.Status(), "Cekam na Catii");
     KeepPicture("balloon-done.png");
+}
+
+TEST_F(Icon, IsBlueWhileAnActionRunsAndGreenWhenItIsDone) {
+    const CatiaSession catia({"gearbox-assembly.txt"});
+    catia.Do("fail 20 busy 8"); // two seconds
+    dorvak_.OpenPage(kStructurePage);
+    Click(dorvak_[ID_Command3]);
+    WaitForColour("blue");
+    EXPECT_FALSE(dorvak_.Status().starts_with("Sestav: "));
+    WaitUntil("the walk's summary", [&] { return dorvak_.Status().starts_with("Sestav: "); });
+    WaitForColour("green");
+}
+
+TEST_F(Icon, IsAbsentWhereThereIsNothingToWorkOnAndRedAfterAnError) {
+    WaitForColour("red"); // the first start has found no list
+    dorvak_.OpenPage(kExportPage);
+    dorvak_.Press(ID_Command11);
+    dorvak_.WaitForStatus("Zjistuju spusteni Catie");
+    WaitForColour("");
+    const CatiaSession catia({"gearbox-drawing.txt"});
+    catia.Do("fail 9 refused");
+    dorvak_.Press(ID_Command11);
+    WaitForColour("red");
+}
+
+TEST_F(Icon, HasTheExplanationAsItsTip) {
+    const CatiaSession catia({"gearbox-drawing.txt"});
+    dorvak_.OpenPage(kExportPage);
+    PasteText(dorvak_[ID_Text2], "/pozice;100\r\n");
+    dorvak_.Press(ID_Command11);
+    WaitUntil("the balloon", [&] { return !BalloonText().empty(); });
+    Click(dorvak_[ID_Text2]);
+    WaitUntil("no balloon", [&] { return BalloonText().empty(); });
+    MoveMouse(dorvak_[ID_StatusBar1], {8, 8});
+    MoveMouse(dorvak_[ID_StatusBar1], {10, 10});
+    EXPECT_EQ(Text(dorvak_.Process().WaitForWindow(TOOLTIPS_CLASSA)),
+              "Řádek 1: za /pozice chybí hodnota Y.");
 }

@@ -1,4 +1,5 @@
 // The sheet list over COM: the sheets of the drawing loaded, named, completed and put in order.
+#include <algorithm>
 #include <iostream>
 
 #include "fixture.hpp"
@@ -303,6 +304,10 @@ TEST_F(Sheets, TheDiagnosticsReachCatia) {
     GetLocalTime(&now);
     const double expected = (now.wHour * 60 + now.wMinute) * 60 + now.wSecond;
     EXPECT_NEAR(seconds, expected, 30);
+    const std::vector<std::string> log = catia_.Log();
+    EXPECT_TRUE(std::ranges::any_of(log, [](const std::string& call) {
+        return call.starts_with("DrawingSheets.Add(") && call.ends_with("!)");
+    })) << "the seconds are a number of single precision";
     dorvak_.Press(ID_Command35);
     WaitUntil("the test rows", [&] { return RowCount(List()) == 10; });
     EXPECT_EQ(Cell(List(), 9, 0), "test 10");

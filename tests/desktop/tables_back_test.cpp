@@ -161,6 +161,38 @@ TEST_F(TablesBack, RoundTripOfFiveHundredRows) {
     RoundTrip(500);
 }
 
+TEST_F(TablesBack, ARenameOfARowThatGoesMeanwhileChangesNoOther) {
+    const std::vector<Part> parts = MakeParts(250);
+    const CatiaSession catia({WriteDrawing(parts)});
+    const DorvakWindow dorvak;
+    const auto reading = [&] { return dorvak.Status().starts_with("Nacteni radky:"); };
+    catia.Do(R"(select "List" "Main View" 1)");
+    dorvak.OpenPage(kImportPage);
+    dorvak.Press(ID_Command9);
+    WaitUntil("the reading under way", reading);
+    // A row of the person's own in the list, which is empty until all is read.
+    dorvak.OpenPage(kEditPage);
+    const HWND list = dorvak[ID_ListView1];
+    Click(list, {40, 100}, MouseButton::kRight);
+    WaitForPopupMenu();
+    for (int entry = 0; entry < 4; ++entry) {
+        PressKey(VK_UP); // to "Přidat", from below
+    }
+    PressKey(VK_RETURN);
+    WaitUntil("the new row", [&] { return RowCount(list) == 1 || !reading(); });
+    SelectRow(list, 0);
+    PressKey(VK_F2);
+    WaitUntil("the edit field", [&] { return Send(list, LVM_GETEDITCONTROL) != 0; });
+    TypeText("Jiný");
+    if (!reading()) {
+        GTEST_SKIP() << "The table was read before the row could be renamed.";
+    }
+    dorvak.WaitForStatus("Nacteni tabulky Ok", kLong);
+    PressKey(VK_RETURN);
+    Sleep(300);
+    ExpectList(dorvak, parts);
+}
+
 TEST_F(TablesBack, ReadingTakesExactlyTheCallsItNeeds) {
     constexpr int kRows = 25;
     const CatiaSession catia({WriteDrawing(MakeParts(kRows))});
