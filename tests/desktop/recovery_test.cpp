@@ -326,6 +326,47 @@ TEST_F(HeldFiles, ABackupThatCannotBeMadeIsNoReasonNotToSave) {
     EXPECT_EQ(BytesOf(Path("list.txt")), "new");
 }
 
+// Whichever step of a write fails, the file is the old one and nothing is left beside it.
+TEST_F(HeldFiles, WhicheverStepOfAWriteFailsTheOldFileStays) {
+    const std::string path = Path("list.txt");
+    win32::CodePageFiles files;
+    const auto write = [&] {
+        return testing_support::ErrorOf(
+            [&] { files.Write(path, "new", {.keep_before_as = Path("list.bak")}); });
+    };
+    PutBytes(path, "old");
+    {
+        SCOPED_TRACE("the file itself may not be written");
+        SetFileAttributesW(com::Widen(path).c_str(), FILE_ATTRIBUTE_READONLY);
+        EXPECT_EQ(write(), 70);
+        SetFileAttributesW(com::Widen(path).c_str(), FILE_ATTRIBUTE_NORMAL);
+    }
+    {
+        SCOPED_TRACE("the new one cannot be made beside it");
+        std::filesystem::create_directory(path + ".new");
+        EXPECT_EQ(write(), 75);
+        std::filesystem::remove(path + ".new");
+    }
+    {
+        SCOPED_TRACE("its making is held by another");
+        const auto held = OpenFile(path + ".new", GENERIC_READ, FILE_SHARE_READ);
+        EXPECT_EQ(write(), 70);
+    }
+    std::filesystem::remove(path + ".new");
+    {
+        SCOPED_TRACE("it cannot take the old one's place");
+        const auto held = OpenFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+        EXPECT_EQ(write(), 70);
+    }
+    EXPECT_EQ(BytesOf(path), "old");
+    EXPECT_FALSE(IsThere(path + ".new"));
+    EXPECT_EQ(write(), 0);
+    EXPECT_EQ(BytesOf(path), "new");
+    EXPECT_EQ(BytesOf(Path("list.bak")), "old");
+    std::filesystem::remove_all(Path("folder"));
+    EXPECT_EQ(testing_support::ErrorOf([&] { files.Write(Path("folder\\list.txt"), "new"); }), 76);
+}
+
 TEST_F(FullDisk, LeavesTheOldFileAndSaysSo) {
     const char* disk = std::getenv("SMALL_DISK");
     if (disk == nullptr) {
