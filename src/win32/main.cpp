@@ -30,7 +30,7 @@ app::RecoveryPace PaceOf(std::wstring_view command_line) {
     if (place != std::wstring_view::npos) {
         const std::wstring number(command_line.substr(place + kSwitch.size()));
         if (const long idle = std::wcstol(number.c_str(), nullptr, 10); idle > 0) {
-            pace = {.idle = idle, .longest = 4L * idle};
+            pace = {.idle = idle, .longest = 4LL * idle};
         }
     }
     return pace;
@@ -38,7 +38,7 @@ app::RecoveryPace PaceOf(std::wstring_view command_line) {
 
 } // namespace
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR command_line, int) {
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     const auto data_folder = win32::ClaimDataFolder();
     if (!data_folder) {
         return 0; // the copy that runs has been brought forward
@@ -60,7 +60,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR command_line, int) {
     controls::Form1 form({desktop, settings, events, servers, number_format, message_boxes, files,
                           code_page, clock});
 
-    win32::MainWindow window(form, PaceOf(command_line));
+    win32::MainWindow window(form, PaceOf(GetCommandLineW()));
     events.do_events = [&window] { window.DoEvents(); };
     message_boxes.owner = window.Window();
     message_boxes.opening = [&form] { app::KeepRecoveryNow(form); };

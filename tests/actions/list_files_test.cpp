@@ -14,10 +14,10 @@ namespace {
 using testing_support::AddRow;
 using testing_support::Column;
 using testing_support::HeadlessForm;
+using testing_support::kWorkingFile;
 using testing_support::RowTexts;
 using Texts = std::vector<std::string>;
 
-constexpr const char* kWorkingFile = "C:\\Dorvak\\list.txt";
 constexpr const char* kChosen = "C:\\Tabulky\\skříň.tab";
 
 struct ListFiles : testing::Test, HeadlessForm {

@@ -11,9 +11,9 @@ namespace {
 using testing_support::AddRow;
 using testing_support::Column;
 using testing_support::HeadlessForm;
+using testing_support::kWorkingFile;
 using Texts = std::vector<std::string>;
 
-constexpr const char* kWorkingFile = "C:\\Dorvak\\list.txt";
 constexpr const char* kBackup = "C:\\Dorvak\\list.bak";
 constexpr const char* kRecovery = "C:\\Dorvak\\obnova.txt";
 constexpr const char* kRefused = "C:\\Dorvak\\obnova-minula.txt";

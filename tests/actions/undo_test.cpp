@@ -12,9 +12,8 @@ using testing_support::AddRow;
 using testing_support::Column;
 using testing_support::Drag;
 using testing_support::HeadlessForm;
+using testing_support::kWorkingFile;
 using Texts = std::vector<std::string>;
-
-constexpr const char* kWorkingFile = "C:\\Dorvak\\list.txt";
 
 struct Undo : testing::Test, HeadlessForm {
     Undo() {

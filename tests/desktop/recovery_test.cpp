@@ -522,6 +522,7 @@ void Kill(int kills, int pace, Milliseconds longest_life, Milliseconds limit) {
     std::mutex mutex;
     std::vector<std::string> failures;
     std::vector<std::thread> lanes;
+    lanes.reserve(kLanes);
     std::vector<std::unique_ptr<Killer>> killers;
     for (unsigned lane = 0; lane < kLanes; ++lane) {
         killers.push_back(std::make_unique<Killer>(seed + lane, pace, longest_life, limit));

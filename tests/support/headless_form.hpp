@@ -18,6 +18,7 @@
 namespace testing_support {
 
 constexpr platform::WindowHandle kFormWindow = 1000;
+constexpr const char* kWorkingFile = "C:\\Dorvak\\list.txt";
 
 struct MemoryDesktop : platform::DesktopWindows {
     std::vector<std::string> titles; // of the top-level windows, in the system's order

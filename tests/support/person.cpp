@@ -24,7 +24,6 @@ using Texts = std::vector<std::string>;
 
 constexpr int kDeepestYield = 2;
 constexpr std::size_t kMostRows = 40; // of a list, above which nothing is added to it
-constexpr const char* kWorkingFile = "C:\\Dorvak\\list.txt";
 constexpr const char* kOtherFile = "C:\\Lists\\other.tab";
 
 // What is typed.
@@ -613,8 +612,8 @@ class Person::Life {
         running_.clear();
         boxes_expected_ = 0;
         session_ended_ = false;
-        program_->files.stored = files;
-        program_->settings.stored = settings;
+        program_->files.stored = std::move(files);
+        program_->settings.stored = std::move(settings);
         program_->files.written = std::move(written);
         program_->events.at_every_yield = [this] { AtYield(); };
         form().show_popup = [this](controls::PopupMenu& menu, controls::PopupPlace) {
@@ -2250,7 +2249,7 @@ class Person::Life {
     std::size_t fault_calls_left_ = 0; // until the armed call, and with it
     bool vanishing_ = false;
     std::unique_ptr<HeadlessForm> program_;
-    int programs_ = 0; // started so far
+    int programs_ = 0;              // started so far
     std::set<const void*> running_; // what ignores being started again
     std::size_t acts_ = 0;
     std::size_t meddlings_ = 0;
