@@ -18,10 +18,14 @@ constexpr long kCallFailed = static_cast<std::int32_t>(0x800706BE);
 constexpr long kServerUnavailable = static_cast<std::int32_t>(0x800706BA);
 constexpr long kDisconnected = static_cast<std::int32_t>(0x80010108);
 
+// The word that goes with a number of things: with 1, with 2 to 4, with any other.
+std::string WordFor(long long count, const char* one, const char* few, const char* many) {
+    return count == 1 ? one : count >= 2 && count <= 4 ? few : many;
+}
+
 // "1 list", "2 listy", "5 listů".
 std::string Counted(long long count, const char* one, const char* few, const char* many) {
-    const char* word = count == 1 ? one : count >= 2 && count <= 4 ? few : many;
-    return std::to_string(count) + " " + word;
+    return std::to_string(count) + " " + WordFor(count, one, few, many);
 }
 
 std::string AtMember(const automation::RunTimeError& error) {
@@ -96,16 +100,19 @@ std::string TableFilledMeanwhile() {
 }
 
 std::string TextsPlaced(std::size_t texts) {
-    return "Hotovo: do výkresu je vloženo " +
-           Counted(static_cast<long long>(texts), "text", "texty", "textů") + ".";
+    const auto count = static_cast<long long>(texts);
+    return "Hotovo: do výkresu " + WordFor(count, "je vložen", "jsou vloženy", "je vloženo") + " " +
+           Counted(count, "text", "texty", "textů") + ".";
 }
 
 std::string SheetsNumbered(int sheets) {
-    return "Hotovo: očíslováno " + Counted(sheets, "list", "listy", "listů") + ".";
+    return "Hotovo: " + WordFor(sheets, "očíslován", "očíslovány", "očíslováno") + " " +
+           Counted(sheets, "list", "listy", "listů") + ".";
 }
 
 std::string SheetsNamed(int sheets) {
-    return "Hotovo: pojmenováno " + Counted(sheets, "list", "listy", "listů") + ".";
+    return "Hotovo: " + WordFor(sheets, "pojmenován", "pojmenovány", "pojmenováno") + " " +
+           Counted(sheets, "list", "listy", "listů") + ".";
 }
 
 std::string SheetCreated() {
