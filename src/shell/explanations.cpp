@@ -28,6 +28,11 @@ std::string Counted(long long count, const char* one, const char* few, const cha
     return std::to_string(count) + " " + WordFor(count, one, few, many);
 }
 
+// The end of a sentence; the texts of the system and of CATIA have a point at theirs or have none.
+std::string Ended(const std::string& description) {
+    return description.ends_with('.') ? description : description + ".";
+}
+
 std::string AtMember(const automation::RunTimeError& error) {
     return error.member.empty() ? "" : " při volání " + error.member;
 }
@@ -65,10 +70,10 @@ std::string Explained(const automation::RunTimeError& error) {
         return "Objekt CATIE neumí, co je potřeba" + at +
                ". Zkontrolujte, zda je aktivní správný dokument.";
     case kFailed:
-        return "CATIA odmítla provést krok" + at + ": " + error.description +
-               ". Zkontrolujte aktivní výkres, pohled a výběr a zkuste to znovu.";
+        return "CATIA odmítla provést krok" + at + ": " + Ended(error.description) +
+               " Zkontrolujte aktivní výkres, pohled a výběr a zkuste to znovu.";
     default:
-        return "Chyba " + std::to_string(error.number) + at + ": " + error.description + ".";
+        return "Chyba " + std::to_string(error.number) + at + ": " + Ended(error.description);
     }
 }
 
@@ -145,7 +150,7 @@ std::string FileTrouble(const automation::RunTimeError& error) {
     case 76:
         return "Složka neexistuje. Zkontrolujte, zda je disk připojený.";
     default:
-        return "Chyba " + ErrorText(error) + ".";
+        return "Chyba " + Ended(ErrorText(error));
     }
 }
 

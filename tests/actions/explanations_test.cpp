@@ -63,6 +63,16 @@ TEST(Explained, CountsInProperCzech) {
     EXPECT_EQ(shell::TextsPlaced(6), "Hotovo: do výkresu je vloženo 6 textů.");
 }
 
+TEST(Explained, EndsWithOnePointWhereCatiasOwnTextHasOne) {
+    EXPECT_EQ(shell::Explained(At("Sheets.Item", -2147352565, "Invalid index.")),
+              "Chyba -2147352565 při volání Sheets.Item: Invalid index.");
+    EXPECT_EQ(shell::Explained(At("Sheets.Item", -2147467259, "The name is taken.")),
+              "CATIA odmítla provést krok při volání Sheets.Item: The name is taken. "
+              "Zkontrolujte aktivní výkres, pohled a výběr a zkuste to znovu.");
+    EXPECT_EQ(shell::FileTrouble({32755, "Cancel was selected."}),
+              "Chyba 32755 Cancel was selected.");
+}
+
 struct Explanations : testing_support::ActionTest {
     Explanations() {
         AddRow(form.ListView1, {"Hřídel", "0001", "2", "2", "S235", "D25", ""});
