@@ -173,6 +173,13 @@ TEST_F(Explanations, ActionsWithoutAClosingMessageSayThatTheyAreDone) {
     EXPECT_EQ(Explanation(), "Hotovo: vytvořen 1 list.");
 }
 
+TEST_F(Explanations, ACancelledRangeIsNothingDone) {
+    Open("DrawingDocument D.CATDrawing\nsheet A active\n");
+    form.Command24.Click();
+    EXPECT_EQ(message_boxes.asked.size(), 3U);
+    EXPECT_EQ(State(), ActionState::kNone);
+}
+
 TEST_F(Explanations, ATableWithoutSevenColumnsSaysWhyTheListIsEmpty) {
     Open(DrawingWithTable(3, 6));
     form.Command9.Click();
