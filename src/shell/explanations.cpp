@@ -95,6 +95,10 @@ std::string NoCurrentRow() {
     return "V seznamu není vybraný řádek. Klikněte na řádek, který se má zapsat.";
 }
 
+std::string TableInWork() {
+    return "Do tabulky právě zapisuje jiný příkaz. Načtěte ji, až skončí.";
+}
+
 std::string TableChangedMeanwhile() {
     return "Během načítání zapsal do tabulky jiný příkaz. Načtěte ji znovu.";
 }

@@ -67,6 +67,49 @@ TEST_F(ReadingBack, ATableWrittenMeanwhileIsNotReadAsIfNothingHadHappened) {
               "Během načítání zapsal do tabulky jiný příkaz. Načtěte ji znovu.");
 }
 
+TEST_F(ReadingBack, ATableThatIsBeingWrittenIsNotRead) {
+    Open(kFourRows);
+    AddRow(list, {"first", "0001", "9"});
+    AddRow(list, {"second", "0002", "9"});
+    bool refused = false;
+    events.at_yield[1] = [&] { // the upper row still is the old one
+        form.Command9.Click();
+        refused = form.StatusBar1.State() == controls::ActionState::kFailed;
+    };
+    form.Command30.Click();
+    EXPECT_TRUE(refused);
+    EXPECT_EQ(Names(), (Texts{"first", "second"})) << "and the list stays";
+    EXPECT_EQ(Status(), "Vlozeni dat Ok");
+    form.Command9.Click();
+    EXPECT_EQ(Status(), "Nacteni tabulky Ok");
+}
+
+TEST_F(ReadingBack, ATableThatIsBeingMadeIsNotRead) {
+    Open(testing_support::kEmptyDrawing);
+    AddRow(list, {"first", "0001", "1"});
+    AddRow(list, {"second", "0002", "2"});
+    bool refused = false;
+    events.at_yield[4] = [&] { // the last row is to come
+        session.SelectTable("Sheet.1", "Main View", 1);
+        form.Command9.Click();
+        refused = form.StatusBar1.State() == controls::ActionState::kFailed;
+    };
+    form.Command11.Click();
+    EXPECT_TRUE(refused);
+    EXPECT_EQ(Names(), (Texts{"first", "second"})) << "and the list stays";
+    EXPECT_EQ(Status(), "Tabulka vytvorena Ok ");
+}
+
+TEST_F(ReadingBack, AfterACreationThatFailedTablesAreReadAgain) {
+    Open(kFourRows);
+    AddRow(list, {"first", "0001", "1"});
+    form.Text2.SetText("/vyska1;tall\r\n");
+    form.Command11.Click();
+    ASSERT_EQ(form.StatusBar1.State(), controls::ActionState::kFailed);
+    form.Command9.Click();
+    EXPECT_EQ(Status(), "Nacteni tabulky Ok");
+}
+
 TEST_F(ReadingBack, ClosingMeanwhileLeavesTheWorkingFileAsItWas) {
     Open(kFourRows);
     files.stored["C:\\Dorvak\\list.txt"] = "kept@@False\r\n";
