@@ -40,7 +40,6 @@ void m_Sheet_smaz_Click(Form1& form);
 void m_Sheet_zpet_Click(Form1& form);
 void m_Sheet_znovu_Click(Form1& form);
 void m_Sheet_vratit_jmena_Click(Form1& form);
-void ListView3_Rename(Form1& form, std::uint64_t id, const std::string& text);
 void Text5_KeyPress(Form1& form, int key);
 void Command28_Click(Form1& form);
 void Command35_Click(Form1& form);
