@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/recovery.hpp"
 #include "partslist/partslist.hpp"
 #include "tests/support/action_test.hpp"
 #include "tests/support/drawing_samples.hpp"
@@ -110,14 +111,34 @@ TEST_F(ReadingBack, AfterACreationThatFailedTablesAreReadAgain) {
     EXPECT_EQ(Status(), "Nacteni tabulky Ok");
 }
 
-TEST_F(ReadingBack, ClosingMeanwhileLeavesTheWorkingFileAsItWas) {
+TEST_F(ReadingBack, ClosingMeanwhileSavesTheListThatStoodThere) {
     Open(kFourRows);
-    files.stored["C:\\Dorvak\\list.txt"] = "kept@@False\r\n";
-    AddRow(list, {"kept"});
+    files.stored["C:\\Dorvak\\list.txt"] = "kept@@False@@0001@@@@@@@@@@\r\n";
+    AddRow(list, {"kept", "0001", "edited"});
     events.at_yield[2] = [&] { app::RequestClose(form); };
     form.Command9.Click();
     EXPECT_TRUE(form.unloaded);
-    EXPECT_EQ(files.stored["C:\\Dorvak\\list.txt"], "kept@@False\r\n");
+    EXPECT_EQ(files.stored["C:\\Dorvak\\list.txt"], "kept@@False@@0001@@edited@@@@@@@@\r\n");
+}
+
+TEST_F(ReadingBack, WindowsEndingTheSessionMeanwhileSavesTheListThatStoodThere) {
+    Open(kFourRows);
+    AddRow(list, {"kept", "0001", "edited"});
+    events.at_yield[2] = [&] { app::EndSession(form); };
+    form.Command9.Click();
+    EXPECT_EQ(files.stored["C:\\Dorvak\\list.txt"], "kept@@False@@0001@@edited@@@@@@@@\r\n");
+}
+
+TEST_F(ReadingBack, ACrashMeanwhileDoesNotTakeTheListThatStoodThere) {
+    Open(kFourRows);
+    app::OfferRecovery(form);
+    form.m_Pridat.Click();
+    long long now = 0;
+    events.at_every_yield = [&] { app::KeepRecovery(form, now += 10'000); };
+    std::string kept;
+    events.at_yield[3] = [&] { kept = files.stored["C:\\Dorvak\\obnova.txt"]; };
+    form.Command9.Click();
+    EXPECT_NE(kept.find("radek\t0\tNovy\t0001\t1"), std::string::npos) << kept;
 }
 
 TEST_F(ReadingBack, TheCountIsRightAlsoAfterAFailure) {
