@@ -131,7 +131,6 @@ void BindActions(Form1& form) {
     Bind(form, form.ListView3.MouseUp, sheets::ListView3_MouseUp, kMoving);
     BindRepeatable(form, form.ListView3.MenuKey, sheets::ListView3_MenuKey);
     Bind(form, form.ListView3.MoveKey, sheets::ListView3_MoveKey, kMoving);
-    Bind(form, form.ListView3.Rename, sheets::ListView3_Rename, kRenaming);
     Bind(form, form.m_Sheet_pridej, sheets::m_Sheet_pridej_Click);
     Bind(form, form.m_Sheet_smaz, sheets::m_Sheet_smaz_Click);
     Bind(form, form.m_Sheet_zpet, sheets::m_Sheet_zpet_Click);

@@ -207,6 +207,8 @@ struct Form1 {
     // How often an action has written into a selected table of the drawing: one that reads or makes
     // a table meanwhile may have got a mixture.
     std::uint64_t table_writes = 0;
+    // How many actions are at work on a table that is not yet what it is to be.
+    int tables_in_work = 0;
 
     // Dragging in the parts list and in the sheet list.
     Drag parts_drag;

@@ -134,7 +134,9 @@ void m_Pridat_Click(Form1& form) {
 }
 
 void ListView1_Rename(Form1& form, std::uint64_t id, const std::string& text) {
-    shell::RenameRow(form.ListView1, id, text);
+    if (const auto row = form.ListView1.RowWithId(id)) {
+        form.ListView1.SetText(*row, text);
+    }
 }
 
 void m_Zpet_Click(Form1& form) {

@@ -109,7 +109,10 @@ std::optional<std::string> SaveElsewhere(Form1& form) {
     dialog.filter = kFilter;
     dialog.title = "Uložení tabulky";
     dialog.path_must_exist = true;
-    if (!form.show_save_dialog(dialog) || dialog.file_name.empty() ||
+    // One that cannot open is as good as cancelled: the question comes again.
+    bool chosen = false;
+    shell::TrapSilently([&] { chosen = form.show_save_dialog(dialog); });
+    if (!chosen || dialog.file_name.empty() ||
         (form.ports.files.Exists(dialog.file_name) &&
          !form.ports.message_boxes.AskYesNo("Přepsat Existujcí Soubor"))) {
         return std::nullopt;

@@ -53,6 +53,7 @@ void NumberRange(Form1& form) {
     const std::string answer =
         form.ports.message_boxes.AskText("Rozsah listu", form.Caption, proposal);
     if (answer.empty()) {
+        form.StatusBar1.SetState(controls::ActionState::kNone); // there is nothing to do after all
         return;
     }
     const auto pieces = text::Split(answer, "-");

@@ -187,10 +187,6 @@ void m_Sheet_vratit_jmena_Click(Form1& form) {
     }
 }
 
-void ListView3_Rename(Form1& form, std::uint64_t id, const std::string& text) {
-    shell::RenameRow(form.ListView3, id, text);
-}
-
 void Text5_KeyPress(Form1& form, int key) {
     if (key != controls::kEnterKey) {
         return;

@@ -3,8 +3,16 @@
 //
 // Actions:
 //   Command21_Click      "Načíst Sheets z catie"
-//   ListView3_Click, ListView3_ItemCheck, ListView3_MouseDown, ListView3_MouseUp,
-//   ListView3_MenuKey, ListView3_MoveKey m_Sheet_pridej_Click "Pridat" m_Sheet_smaz_Click "Smazat"
+//   ListView3_Click      a click on the list: its current row's new name goes into Text5
+//   ListView3_ItemCheck  a check box of the list
+//   ListView3_MouseDown  right: the popup menu; left: the start of a drag
+//   ListView3_MouseUp    left: the drop
+//   ListView3_MenuKey    the popup menu by keyboard
+//   ListView3_MoveKey    Alt and an arrow key: the current row moves by one
+//   m_Sheet_pridej_Click "Pridat"
+//   m_Sheet_smaz_Click   "Smazat"
+//   m_Sheet_zpet_Click, m_Sheet_znovu_Click  "Zpět", "Znovu"
+//   m_Sheet_vratit_jmena_Click  "Vrátit plánovaná jména"
 //   Text5_KeyPress       Enter: the text becomes the current row's new name
 //   Command28_Click      the picture button beside it, likewise
 //   Command35_Click      "Sheet generovat"
@@ -40,7 +48,6 @@ void m_Sheet_smaz_Click(Form1& form);
 void m_Sheet_zpet_Click(Form1& form);
 void m_Sheet_znovu_Click(Form1& form);
 void m_Sheet_vratit_jmena_Click(Form1& form);
-void ListView3_Rename(Form1& form, std::uint64_t id, const std::string& text);
 void Text5_KeyPress(Form1& form, int key);
 void Command28_Click(Form1& form);
 void Command35_Click(Form1& form);

@@ -18,10 +18,19 @@ constexpr long kCallFailed = static_cast<std::int32_t>(0x800706BE);
 constexpr long kServerUnavailable = static_cast<std::int32_t>(0x800706BA);
 constexpr long kDisconnected = static_cast<std::int32_t>(0x80010108);
 
+// The word that goes with a number of things: with 1, with 2 to 4, with any other.
+std::string WordFor(long long count, const char* one, const char* few, const char* many) {
+    return count == 1 ? one : count >= 2 && count <= 4 ? few : many;
+}
+
 // "1 list", "2 listy", "5 listů".
 std::string Counted(long long count, const char* one, const char* few, const char* many) {
-    const char* word = count == 1 ? one : count >= 2 && count <= 4 ? few : many;
-    return std::to_string(count) + " " + word;
+    return std::to_string(count) + " " + WordFor(count, one, few, many);
+}
+
+// The end of a sentence; the texts of the system and of CATIA have a point at theirs or have none.
+std::string Ended(const std::string& description) {
+    return description.ends_with('.') ? description : description + ".";
 }
 
 std::string AtMember(const automation::RunTimeError& error) {
@@ -61,10 +70,10 @@ std::string Explained(const automation::RunTimeError& error) {
         return "Objekt CATIE neumí, co je potřeba" + at +
                ". Zkontrolujte, zda je aktivní správný dokument.";
     case kFailed:
-        return "CATIA odmítla provést krok" + at + ": " + error.description +
-               ". Zkontrolujte aktivní výkres, pohled a výběr a zkuste to znovu.";
+        return "CATIA odmítla provést krok" + at + ": " + Ended(error.description) +
+               " Zkontrolujte aktivní výkres, pohled a výběr a zkuste to znovu.";
     default:
-        return "Chyba " + std::to_string(error.number) + at + ": " + error.description + ".";
+        return "Chyba " + std::to_string(error.number) + at + ": " + Ended(error.description);
     }
 }
 
@@ -86,6 +95,10 @@ std::string NoCurrentRow() {
     return "V seznamu není vybraný řádek. Klikněte na řádek, který se má zapsat.";
 }
 
+std::string TableInWork() {
+    return "Do tabulky právě zapisuje jiný příkaz. Načtěte ji, až skončí.";
+}
+
 std::string TableChangedMeanwhile() {
     return "Během načítání zapsal do tabulky jiný příkaz. Načtěte ji znovu.";
 }
@@ -96,16 +109,19 @@ std::string TableFilledMeanwhile() {
 }
 
 std::string TextsPlaced(std::size_t texts) {
-    return "Hotovo: do výkresu je vloženo " +
-           Counted(static_cast<long long>(texts), "text", "texty", "textů") + ".";
+    const auto count = static_cast<long long>(texts);
+    return "Hotovo: do výkresu " + WordFor(count, "je vložen", "jsou vloženy", "je vloženo") + " " +
+           Counted(count, "text", "texty", "textů") + ".";
 }
 
 std::string SheetsNumbered(int sheets) {
-    return "Hotovo: očíslováno " + Counted(sheets, "list", "listy", "listů") + ".";
+    return "Hotovo: " + WordFor(sheets, "očíslován", "očíslovány", "očíslováno") + " " +
+           Counted(sheets, "list", "listy", "listů") + ".";
 }
 
 std::string SheetsNamed(int sheets) {
-    return "Hotovo: pojmenováno " + Counted(sheets, "list", "listy", "listů") + ".";
+    return "Hotovo: " + WordFor(sheets, "pojmenován", "pojmenovány", "pojmenováno") + " " +
+           Counted(sheets, "list", "listy", "listů") + ".";
 }
 
 std::string SheetCreated() {
@@ -138,7 +154,7 @@ std::string FileTrouble(const automation::RunTimeError& error) {
     case 76:
         return "Složka neexistuje. Zkontrolujte, zda je disk připojený.";
     default:
-        return "Chyba " + ErrorText(error) + ".";
+        return "Chyba " + Ended(ErrorText(error));
     }
 }
 

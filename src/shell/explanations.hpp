@@ -16,6 +16,7 @@ std::string TooManyValues(std::size_t line, std::size_t values, std::size_t most
 std::string PositionWithoutY(std::size_t line);
 std::string NoColumnOfTheList(const std::string& slot);
 std::string NoCurrentRow();
+std::string TableInWork();
 std::string TableChangedMeanwhile();
 std::string TableFilledMeanwhile();
 

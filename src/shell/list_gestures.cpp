@@ -16,12 +16,6 @@ void CheckSelectedRows(ListView& list, std::size_t changed_row) {
     }
 }
 
-void RenameRow(ListView& list, std::uint64_t id, const std::string& text) {
-    if (const auto row = list.RowWithId(id)) {
-        list.SetText(*row, text);
-    }
-}
-
 void PressRow(const ListView& list, controls::Drag& drag, int x, int y) {
     const auto row = list.HitTest(x, y);
     if (!row) {

@@ -8,9 +8,6 @@ namespace shell {
 // Gives the selected rows the check state of a row that the person has just changed.
 void CheckSelectedRows(controls::ListView& list, std::size_t changed_row);
 
-// The row of that id, where it is still there, gets the name.
-void RenameRow(controls::ListView& list, std::uint64_t id, const std::string& text);
-
 // The start of a drag: the row at x, y (pixels in the list), or nothing.
 void PressRow(const controls::ListView& list, controls::Drag& drag, int x, int y);
 

@@ -43,6 +43,11 @@ void WalkActiveProduct(Form1& form) {
     shell::SetMousePointer(form, controls::MousePointer::kDefault);
 }
 
+Children ReadChildren(const catia::Product& product) {
+    const catia::Products products = product.Products();
+    return {products, products.Count()};
+}
+
 } // namespace
 
 void Command3_Click(Form1& form) {
@@ -51,11 +56,6 @@ void Command3_Click(Form1& form) {
                     shell::SetMousePointer(form, controls::MousePointer::kDefault);
                     shell::ShowError(form, error);
                 });
-}
-
-Children ReadChildren(const catia::Product& product) {
-    const catia::Products products = product.Products();
-    return {products, products.Count()};
 }
 
 void OtevreniStromu(Form1& form, const catia::Product& stromProductTMP,

@@ -138,6 +138,7 @@ void CreateTable(Form1& form, const Parts& parts, const Manner& manner) {
                                       configuration.body_row_height, kColumnWidth),
                            configuration, parts, rows};
     const catia::DrawingTable& table = created.table;
+    const TableInWork in_work(form);
 
     if (manner.anchor_before_row_height) {
         SetAnchorPoint(form, created);

@@ -31,6 +31,18 @@ bool HasSelection(controls::Form1& form, const catia::Selection& selection);
 // The first selected element where it is a table.
 std::optional<catia::DrawingTable> SelectedTable(const catia::Selection& selection);
 
+// Says for as long as it lives that a table is being made or filled: at a yield it is a mixture.
+class TableInWork {
+  public:
+    explicit TableInWork(controls::Form1& form) : form_(form) { ++form_.tables_in_work; }
+    ~TableInWork() { --form_.tables_in_work; }
+    TableInWork(const TableInWork&) = delete;
+    TableInWork& operator=(const TableInWork&) = delete;
+
+  private:
+    controls::Form1& form_;
+};
+
 // The rows of the parts list as they stand when an action begins: the person may change the list
 // while it works. A row is its texts: the name, then the fields by their numbers.
 using PartTexts = std::vector<std::string>;

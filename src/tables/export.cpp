@@ -97,6 +97,7 @@ void FillWholeTable(Form1& form, const Parts& parts, const catia::DrawingTable& 
         return;
     }
     shell::stat(form, "Vyplnovani tabulky ");
+    const TableInWork in_work(form);
     for (int row = rows; row >= 2; --row) {
         ++form.table_writes;
         if (row > rows - count) {

@@ -128,11 +128,15 @@ void FillList(Form1& form, const std::vector<ReadRow>& rows) {
     shell::ShowRowCount(form);
 }
 
-// From the bottom up, as the table was written. The list stays empty until all rows are read: what
-// is read at a yield is no list yet, and must not be saved as one where the window is closed.
+// From the bottom up, as the table was written. The list stays as it is until all rows are read:
+// what is read at a yield is no list yet, and must not be saved in the place of the one before
+// where the window is closed.
 void LoadRows(Form1& form, const ReadTable& read) {
-    FillList(form, {});
+    if (form.tables_in_work > 0) { // read at a yield of what makes or fills it
+        throw automation::WithReason(automation::InvalidProcedureCall(), shell::TableInWork());
+    }
     if (read.columns != kColumns) {
+        FillList(form, {});
         shell::Explain(form, shell::NotSevenColumns(read.columns));
         return;
     }

@@ -13,8 +13,8 @@
 //   m_vlozit_do_tabulky_Click    "Poslat do tabulky": as Command16
 //   m_Poslat_jako_text_Click     "Poslat jako text": as Command6
 //
-// They end silently when something fails: the status line keeps the last announcement, which tells
-// how far they came, and what was already done in CATIA stays.
+// When something fails, the status line keeps the last announcement, which tells how far they came,
+// a balloon says why, and what was already done in CATIA stays.
 #pragma once
 
 #include "controls/form1.hpp"

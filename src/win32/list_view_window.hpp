@@ -71,7 +71,6 @@ class ListViewWindow : public View {
     std::uint64_t shown_revision_ = UINT64_MAX;
     std::size_t shown_count_ = 0;
     std::vector<bool> shown_selected_;
-    std::optional<std::size_t> shown_current_;
     bool selection_changed_ = false; // by the person
     bool refreshing_ = false;
     std::wstring display_text_;

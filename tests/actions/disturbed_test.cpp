@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/recovery.hpp"
 #include "partslist/partslist.hpp"
 #include "tests/support/action_test.hpp"
 #include "tests/support/drawing_samples.hpp"
@@ -77,14 +78,77 @@ TEST_F(ReadingBack, ATableWrittenMeanwhileIsNotReadAsIfNothingHadHappened) {
               "Během načítání zapsal do tabulky jiný příkaz. Načtěte ji znovu.");
 }
 
-TEST_F(ReadingBack, ClosingMeanwhileLeavesTheWorkingFileAsItWas) {
+TEST_F(ReadingBack, ATableThatIsBeingWrittenIsNotRead) {
     Open(kFourRows);
-    files.stored["C:\\Dorvak\\list.txt"] = "kept@@False\r\n";
-    AddRow(list, {"kept"});
+    AddRow(list, {"first", "0001", "9"});
+    AddRow(list, {"second", "0002", "9"});
+    bool refused = false;
+    events.at_yield[1] = [&] { // the upper row still is the old one
+        form.Command9.Click();
+        refused = form.StatusBar1.State() == controls::ActionState::kFailed;
+    };
+    form.Command30.Click();
+    EXPECT_TRUE(refused);
+    EXPECT_EQ(Names(), (Texts{"first", "second"})) << "and the list stays";
+    EXPECT_EQ(Status(), "Vlozeni dat Ok");
+    form.Command9.Click();
+    EXPECT_EQ(Status(), "Nacteni tabulky Ok");
+}
+
+TEST_F(ReadingBack, ATableThatIsBeingMadeIsNotRead) {
+    Open(testing_support::kEmptyDrawing);
+    AddRow(list, {"first", "0001", "1"});
+    AddRow(list, {"second", "0002", "2"});
+    bool refused = false;
+    events.at_yield[4] = [&] { // the last row is to come
+        session.SelectTable("Sheet.1", "Main View", 1);
+        form.Command9.Click();
+        refused = form.StatusBar1.State() == controls::ActionState::kFailed;
+    };
+    form.Command11.Click();
+    EXPECT_TRUE(refused);
+    EXPECT_EQ(Names(), (Texts{"first", "second"})) << "and the list stays";
+    EXPECT_EQ(Status(), "Tabulka vytvorena Ok ");
+}
+
+TEST_F(ReadingBack, AfterACreationThatFailedTablesAreReadAgain) {
+    Open(kFourRows);
+    AddRow(list, {"first", "0001", "1"});
+    form.Text2.SetText("/vyska1;tall\r\n");
+    form.Command11.Click();
+    ASSERT_EQ(form.StatusBar1.State(), controls::ActionState::kFailed);
+    form.Command9.Click();
+    EXPECT_EQ(Status(), "Nacteni tabulky Ok");
+}
+
+TEST_F(ReadingBack, ClosingMeanwhileSavesTheListThatStoodThere) {
+    Open(kFourRows);
+    files.stored["C:\\Dorvak\\list.txt"] = "kept@@False@@0001@@@@@@@@@@\r\n";
+    AddRow(list, {"kept", "0001", "edited"});
     events.at_yield[2] = [&] { app::RequestClose(form); };
     form.Command9.Click();
     EXPECT_TRUE(form.unloaded);
-    EXPECT_EQ(files.stored["C:\\Dorvak\\list.txt"], "kept@@False\r\n");
+    EXPECT_EQ(files.stored["C:\\Dorvak\\list.txt"], "kept@@False@@0001@@edited@@@@@@@@\r\n");
+}
+
+TEST_F(ReadingBack, WindowsEndingTheSessionMeanwhileSavesTheListThatStoodThere) {
+    Open(kFourRows);
+    AddRow(list, {"kept", "0001", "edited"});
+    events.at_yield[2] = [&] { app::EndSession(form); };
+    form.Command9.Click();
+    EXPECT_EQ(files.stored["C:\\Dorvak\\list.txt"], "kept@@False@@0001@@edited@@@@@@@@\r\n");
+}
+
+TEST_F(ReadingBack, ACrashMeanwhileDoesNotTakeTheListThatStoodThere) {
+    Open(kFourRows);
+    app::OfferRecovery(form);
+    form.m_Pridat.Click();
+    long long now = 0;
+    events.at_every_yield = [&] { app::KeepRecovery(form, now += 10'000); };
+    std::string kept;
+    events.at_yield[3] = [&] { kept = files.stored["C:\\Dorvak\\obnova.txt"]; };
+    form.Command9.Click();
+    EXPECT_NE(kept.find("radek\t0\tNovy\t0001\t1"), std::string::npos) << kept;
 }
 
 TEST_F(ReadingBack, ClosingInACallThatFailsLeavesTheWorkingFileAsItWas) {

@@ -52,10 +52,25 @@ TEST(Explained, NamesWhatHappenedTheMemberAndWhatThePersonCanDo) {
 }
 
 TEST(Explained, CountsInProperCzech) {
-    EXPECT_EQ(shell::SheetsNumbered(1), "Hotovo: očíslováno 1 list.");
-    EXPECT_EQ(shell::SheetsNumbered(3), "Hotovo: očíslováno 3 listy.");
+    EXPECT_EQ(shell::SheetsNumbered(1), "Hotovo: očíslován 1 list.");
+    EXPECT_EQ(shell::SheetsNumbered(3), "Hotovo: očíslovány 3 listy.");
     EXPECT_EQ(shell::SheetsNumbered(0), "Hotovo: očíslováno 0 listů.");
+    EXPECT_EQ(shell::SheetsNamed(1), "Hotovo: pojmenován 1 list.");
+    EXPECT_EQ(shell::SheetsNamed(2), "Hotovo: pojmenovány 2 listy.");
     EXPECT_EQ(shell::SheetsNamed(12), "Hotovo: pojmenováno 12 listů.");
+    EXPECT_EQ(shell::TextsPlaced(1), "Hotovo: do výkresu je vložen 1 text.");
+    EXPECT_EQ(shell::TextsPlaced(2), "Hotovo: do výkresu jsou vloženy 2 texty.");
+    EXPECT_EQ(shell::TextsPlaced(6), "Hotovo: do výkresu je vloženo 6 textů.");
+}
+
+TEST(Explained, EndsWithOnePointWhereCatiasOwnTextHasOne) {
+    EXPECT_EQ(shell::Explained(At("Sheets.Item", -2147352565, "Invalid index.")),
+              "Chyba -2147352565 při volání Sheets.Item: Invalid index.");
+    EXPECT_EQ(shell::Explained(At("Sheets.Item", -2147467259, "The name is taken.")),
+              "CATIA odmítla provést krok při volání Sheets.Item: The name is taken. "
+              "Zkontrolujte aktivní výkres, pohled a výběr a zkuste to znovu.");
+    EXPECT_EQ(shell::FileTrouble({32755, "Cancel was selected."}),
+              "Chyba 32755 Cancel was selected.");
 }
 
 struct Explanations : testing_support::ActionTest {
@@ -145,17 +160,24 @@ TEST_F(Explanations, ActionsWithoutAClosingMessageSayThatTheyAreDone) {
     EXPECT_FALSE(form.StatusBar1.ShownExplanation().is_error);
     EXPECT_EQ(State(), ActionState::kDone);
     form.Command8.Click();
-    EXPECT_EQ(Explanation(), "Hotovo: do výkresu je vloženo 1 text.");
+    EXPECT_EQ(Explanation(), "Hotovo: do výkresu je vložen 1 text.");
     message_boxes.text_answer = "5-6";
     form.Command24.Click();
-    EXPECT_EQ(Explanation(), "Hotovo: očíslováno 2 listy.");
+    EXPECT_EQ(Explanation(), "Hotovo: očíslovány 2 listy.");
     message_boxes.three_way_answer = platform::Answer::kYes;
     form.Command25.Click();
-    EXPECT_EQ(Explanation(), "Hotovo: pojmenováno 2 listy.");
+    EXPECT_EQ(Explanation(), "Hotovo: pojmenovány 2 listy.");
     form.Command29.Click();
     EXPECT_EQ(Explanation(), "Hotovo: prohozeny 2 listy.");
     form.Command31.Click();
     EXPECT_EQ(Explanation(), "Hotovo: vytvořen 1 list.");
+}
+
+TEST_F(Explanations, ACancelledRangeIsNothingDone) {
+    Open("DrawingDocument D.CATDrawing\nsheet A active\n");
+    form.Command24.Click();
+    EXPECT_EQ(message_boxes.asked.size(), 3U);
+    EXPECT_EQ(State(), ActionState::kNone);
 }
 
 TEST_F(Explanations, ATableWithoutSevenColumnsSaysWhyTheListIsEmpty) {

@@ -288,6 +288,18 @@ TEST_F(ClosingSave, AsksAgainWhereElsewhereFailsOrIsCancelled) {
               "D:\\jinam.tab\nSložka neexistuje. Zkontrolujte, zda je disk připojený.");
 }
 
+TEST_F(ClosingSave, AsksAgainWhereTheDialogCannotOpen) {
+    answers() = {platform::AfterFailedSave::kChooseFile, platform::AfterFailedSave::kTryAgain};
+    form().show_save_dialog = [this](controls::FileDialog&) -> bool {
+        program->files.failing.erase(kWorkingFile);
+        throw automation::InvalidProcedureCall();
+    };
+    app::RequestClose(form());
+    EXPECT_EQ(reasons().size(), 2U);
+    EXPECT_EQ(stored()[kWorkingFile], "a@@False@@0001@@1@@@@@@@@\r\n");
+    EXPECT_TRUE(program->message_boxes.shown.empty());
+}
+
 TEST_F(ClosingSave, AnExistingFileElsewhereIsReplacedOnlyWhenAskedFor) {
     stored()["D:\\jinam.tab"] = "other";
     answers() = {platform::AfterFailedSave::kChooseFile};
