@@ -3,6 +3,7 @@
 #include "app/recovery.hpp"
 #include "partslist/partslist.hpp"
 #include "shell/shell.hpp"
+#include "tables/tables.hpp"
 #include "version.h"
 
 namespace app {
@@ -19,6 +20,7 @@ void PressWithRightButton(const controls::Button& button) {
 
 // What could not be saved, and not because the person wants it so, stays in the recovery file.
 void Form_Unload(Form1& form) {
+    tables::PutBackRowsBeforeReading(form);
     bool saved = true;
     for (const controls::ComboBox* picker :
          {&form.Combo1, &form.Combo2, &form.Combo3, &form.Combo4}) {

@@ -83,11 +83,11 @@ std::vector<Fields> Content(Form1& form) {
         }
     }
     const controls::ListView& list = form.ListView1;
-    for (std::size_t row = 1; row <= list.Count(); ++row) {
-        Fields fields{std::string(kRow), list.Row(row).checked ? "1" : "0", list.Row(row).text};
-        for (std::size_t field = 1; field < list.Columns().size(); ++field) {
-            fields.push_back(list.SubItem(row, field));
-        }
+    for (const controls::ListRow& row :
+         list.Count() == 0 ? form.rows_before_reading : list.Rows()) {
+        Fields fields{std::string(kRow), row.checked ? "1" : "0", row.text};
+        fields.insert(fields.end(), row.sub_items.begin(), row.sub_items.end());
+        fields.resize(2 + list.Columns().size());
         lines.push_back(std::move(fields));
     }
     return lines;

@@ -210,6 +210,9 @@ struct Form1 {
     // How many actions are at work on a table that is not yet what it is to be.
     int tables_in_work = 0;
 
+    // The rows of the parts list that "Tabulka" has taken out and whose successors it still reads.
+    std::vector<ListRow> rows_before_reading;
+
     // Dragging in the parts list and in the sheet list.
     Drag parts_drag;
     Drag sheets_drag;

@@ -27,6 +27,7 @@ class ListView : public Control {
     [[nodiscard]] const std::vector<std::string>& Columns() const { return columns_; }
     [[nodiscard]] std::size_t Count() const { return rows_.size(); }
     [[nodiscard]] const ListRow& Row(std::size_t row) const { return rows_[Index(row)]; }
+    [[nodiscard]] const std::vector<ListRow>& Rows() const { return rows_; }
     [[nodiscard]] const std::string& SubItem(std::size_t row, std::size_t sub_item) const;
 
     // Appends a row (or sorts it in, while the list is sorted) and returns its number.

@@ -128,15 +128,21 @@ void FillList(Form1& form, const std::vector<ReadRow>& rows) {
     shell::ShowRowCount(form);
 }
 
-// From the bottom up, as the table was written. The list stays as it is until all rows are read:
-// what is read at a yield is no list yet, and must not be saved in the place of the one before
-// where the window is closed.
+// Whether an error ends the reading because the person wants it ended.
+bool IsInterrupted(const Form1& form, const automation::RunTimeError& error) {
+    return error.number == automation::UserInterrupt().number || form.close_requested;
+}
+
+// From the bottom up, as the table was written. The list stays empty until all rows are read: what
+// is read at a yield is no list yet, and must not be saved as one where the window is closed.
 void LoadRows(Form1& form, const ReadTable& read) {
     if (form.tables_in_work > 0) { // read at a yield of what makes or fills it
         throw automation::WithReason(automation::InvalidProcedureCall(), shell::TableInWork());
     }
+    form.rows_before_reading = form.ListView1.Rows();
+    FillList(form, {});
     if (read.columns != kColumns) {
-        FillList(form, {});
+        form.rows_before_reading.clear();
         shell::Explain(form, shell::NotSevenColumns(read.columns));
         return;
     }
@@ -152,16 +158,28 @@ void LoadRows(Form1& form, const ReadTable& read) {
                                          shell::TableChangedMeanwhile());
         }
     } catch (const automation::RunTimeError& error) {
-        if (error.number != automation::UserInterrupt().number && !form.close_requested) {
+        if (IsInterrupted(form, error)) {
+            PutBackRowsBeforeReading(form);
+        } else {
+            form.rows_before_reading.clear();
             FillList(form, rows); // what was read
         }
         throw;
     }
+    form.rows_before_reading.clear();
     FillList(form, rows);
     shell::stat(form, "Nacteni tabulky Ok");
 }
 
 } // namespace
+
+void PutBackRowsBeforeReading(Form1& form) {
+    if (form.ListView1.Count() == 0) {
+        form.ListView1.Replace(std::move(form.rows_before_reading), std::nullopt);
+        shell::ShowRowCount(form);
+    }
+    form.rows_before_reading.clear();
+}
 
 void Command10_Click(Form1& form) {
     if (!shell::Spusteni_Catie(form)) {

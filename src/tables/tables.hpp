@@ -35,4 +35,8 @@ void m_poslat_jako_tabulku_Click(Form1& form);
 void m_vlozit_do_tabulky_Click(Form1& form);
 void m_Poslat_jako_text_Click(Form1& form);
 
+// Where "Tabulka" has emptied the parts list and still reads its successor: the rows that stood
+// there stand again, as when reading has not begun, unless the person has begun another list.
+void PutBackRowsBeforeReading(Form1& form);
+
 } // namespace tables

@@ -121,6 +121,37 @@ TEST_F(ReadingBack, AfterACreationThatFailedTablesAreReadAgain) {
     EXPECT_EQ(Status(), "Nacteni tabulky Ok");
 }
 
+TEST_F(ReadingBack, TheListIsEmptyUntilAllRowsAreRead) {
+    Open(kFourRows);
+    AddRow(list, {"before"});
+    std::vector<std::size_t> counts;
+    events.at_every_yield = [&] { counts.push_back(list.Count()); };
+    form.Command9.Click();
+    EXPECT_EQ(counts, (std::vector<std::size_t>{0, 0, 0, 0}));
+    EXPECT_EQ(list.Count(), 4U);
+}
+
+TEST_F(ReadingBack, ATableOfOtherColumnsLeavesTheListEmptyForTheClosingToo) {
+    Open(DrawingWithTable(2, 2));
+    files.stored["C:\\Dorvak\\list.txt"] = "kept@@False@@0001@@@@@@@@@@\r\n";
+    AddRow(list, {"before"});
+    form.Command9.Click();
+    EXPECT_EQ(list.Count(), 0U);
+    app::RequestClose(form);
+    EXPECT_EQ(list.Count(), 0U);
+}
+
+TEST_F(ReadingBack, AListBegunMeanwhileIsTheOneThatClosingSaves) {
+    Open(kFourRows);
+    AddRow(list, {"before"});
+    events.at_yield[2] = [&] {
+        form.m_Pridat.Click();
+        app::RequestClose(form);
+    };
+    form.Command9.Click();
+    EXPECT_EQ(Names(), (Texts{"Novy"}));
+}
+
 TEST_F(ReadingBack, ClosingMeanwhileSavesTheListThatStoodThere) {
     Open(kFourRows);
     files.stored["C:\\Dorvak\\list.txt"] = "kept@@False@@0001@@@@@@@@@@\r\n";
