@@ -54,6 +54,19 @@ void ShowWhatCanBeTakenBack(Form1& form) {
     form.m_Sheet_vratit_jmena.enabled = !form.planned_names.empty();
 }
 
+// The last of the handlers has ended.
+void Rest(Form1& form) {
+    if (form.stop_requested) {
+        form.stop_requested = false;
+        shell::SetMousePointer(form, controls::MousePointer::kDefault);
+    }
+    controls::StatusBar& bar = form.StatusBar1;
+    if (bar.State() == controls::ActionState::kRunning) {
+        bar.SetState(controls::ActionState::kDone);
+    }
+    bar.SetProgress(std::nullopt);
+}
+
 // Runs a handler with the default handling of what it does not trap.
 void Run(Form1& form, const std::function<void()>& handler, const std::string& step) {
     if (form.running_handlers > 0) {
@@ -67,7 +80,11 @@ void Run(Form1& form, const std::function<void()>& handler, const std::string& s
         handler();
     } catch (const automation::RunTimeError& error) {
         // An action that ended because the window was closed has nothing to report.
-        if (error.number != automation::UserInterrupt().number && !form.session_ending) {
+        if (shell::IsInterrupt(error)) {
+            if (!form.close_requested) {
+                shell::ExplainError(form, error);
+            }
+        } else if (!form.session_ending) {
             form.StatusBar1.SetState(controls::ActionState::kFailed);
             form.ports.message_boxes.ShowError(error);
         }
@@ -76,8 +93,8 @@ void Run(Form1& form, const std::function<void()>& handler, const std::string& s
     NoteChanges(form);
     ShowWhatCanBeTakenBack(form);
     form.innermost = around;
-    if (form.running_handlers == 0 && form.StatusBar1.State() == controls::ActionState::kRunning) {
-        form.StatusBar1.SetState(controls::ActionState::kDone);
+    if (form.running_handlers == 0) {
+        Rest(form);
     }
 }
 
@@ -86,6 +103,7 @@ void Close(Form1& form) {
         return;
     }
     form.close_requested = true;
+    form.stop_requested = form.running_handlers > 0;
     form.closing = true;
     Run(form, [&form] { Form_Unload(form); }, {});
     form.unloaded = true;
@@ -133,9 +151,14 @@ void RequestClose(Form1& form) {
     }
     if (form.running_handlers > 0) {
         form.close_requested = true;
+        form.stop_requested = true;
     } else {
         Close(form);
     }
+}
+
+void RequestStop(Form1& form) {
+    form.stop_requested = form.running_handlers > 0;
 }
 
 void EndSession(Form1& form) {

@@ -25,9 +25,13 @@ void Form_Load(controls::Form1& form);
 void Form_Resize(controls::Form1& form);
 
 // The person closes the window: closes the form now, or, while handlers run, as soon as the
-// outermost one has ended; the running action ends at its next yield. form.unloaded is set once
+// outermost one has ended; what runs is stopped. form.unloaded is set once
 // the closing steps are done, and the view then destroys the window.
 void RequestClose(controls::Form1& form);
+
+// The person wants everything that runs to end: it does so before its next call to CATIA and at its
+// next yield, by the error 18. Does nothing where nothing runs.
+void RequestStop(controls::Form1& form);
 
 // Windows ends the session: the closing steps run now, even inside a running action, since the
 // process may not get to do anything later.

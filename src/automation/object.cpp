@@ -1,14 +1,25 @@
 #include "automation/object.hpp"
 
+#include <vector>
+
 #include "automation/run_time_error.hpp"
 
 namespace automation {
 
 namespace {
 
+std::vector<const CallGate*>& Gates() {
+    static std::vector<const CallGate*> gates; // in the order that they were made
+    return gates;
+}
+
+// Makes a call once the gate lets it through. Errors of both name the member.
 template <typename Body>
-auto NamingTheMember(const Member& member, Body&& body) {
+auto Pass(const std::function<void()>* before_call, const Member& member, Body&& body) {
     try {
+        if (before_call != nullptr) {
+            (*before_call)();
+        }
         return body();
     } catch (RunTimeError& error) {
         if (error.member.empty()) {
@@ -21,15 +32,27 @@ auto NamingTheMember(const Member& member, Body&& body) {
 } // namespace
 
 Value Object::get(const Member& member) {
-    return NamingTheMember(member, [&] { return Get(member); });
+    return Pass(BeforeCall(), member, [&] { return Get(member); });
 }
 
 void Object::put(const Member& member, const Value& value) {
-    NamingTheMember(member, [&] { Put(member, value); });
+    Pass(BeforeCall(), member, [&] { Put(member, value); });
 }
 
 Value Object::call(const Member& member, const Array& arguments) {
-    return NamingTheMember(member, [&] { return Call(member, arguments); });
+    return Pass(BeforeCall(), member, [&] { return Call(member, arguments); });
+}
+
+const std::function<void()>* Object::BeforeCall() {
+    return Gates().empty() ? nullptr : &Gates().back()->before_call_;
+}
+
+CallGate::CallGate(std::function<void()> before_call) : before_call_(std::move(before_call)) {
+    Gates().push_back(this);
+}
+
+CallGate::~CallGate() {
+    std::erase(Gates(), this);
 }
 
 } // namespace automation

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string_view>
 
 #include "automation/value.hpp"
@@ -30,9 +31,24 @@ class Object {
     Value call(const Member& member, const Array& arguments);
 
   private:
+    static const std::function<void()>* BeforeCall();
     virtual Value Get(const Member& member) = 0;
     virtual void Put(const Member& member, const Value& value) = 0;
     virtual Value Call(const Member& member, const Array& arguments) = 0;
+};
+
+// What is asked before every call of any object. It may raise instead of the call: the person may
+// want what runs to end. Asked for as long as it lives; of several the one that was made last.
+class CallGate {
+  public:
+    explicit CallGate(std::function<void()> before_call);
+    ~CallGate();
+    CallGate(const CallGate&) = delete;
+    CallGate& operator=(const CallGate&) = delete;
+
+  private:
+    friend class Object;
+    std::function<void()> before_call_;
 };
 
 } // namespace automation

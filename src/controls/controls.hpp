@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -190,6 +191,13 @@ struct Explanation {
     bool is_error = false;
 };
 
+// How far an action is, in whatever it counts.
+struct Progress {
+    int done = 0;
+    int total = 0;
+    friend bool operator==(const Progress&, const Progress&) = default;
+};
+
 class StatusBar : public Control {
   public:
     // Panels count from 1.
@@ -207,6 +215,15 @@ class StatusBar : public Control {
         Changed();
     }
 
+    // Nothing where nobody knows how much there is to do.
+    [[nodiscard]] const std::optional<Progress>& ShownProgress() const { return progress_; }
+    void SetProgress(const std::optional<Progress>& progress) {
+        if (progress != progress_) {
+            progress_ = progress;
+            Changed();
+        }
+    }
+
     [[nodiscard]] const Explanation& ShownExplanation() const { return explanation_; }
     void SetExplanation(Explanation explanation) {
         explanation_ = std::move(explanation);
@@ -219,6 +236,7 @@ class StatusBar : public Control {
   private:
     std::vector<std::string> panels_ = std::vector<std::string>(2);
     ActionState state_ = ActionState::kNone;
+    std::optional<Progress> progress_;
     Explanation explanation_;
     std::uint64_t explanations_ = 0;
 };

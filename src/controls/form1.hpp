@@ -88,8 +88,12 @@ struct Form1 {
     MousePointer Pointer = MousePointer::kDefault;
 
     // Set by the view. `show_now` brings the status bar and the mouse pointer to the screen at
-    // once; everything else waits for the next refresh.
+    // once, `show_soon` within the blink of an eye, since many texts may follow one another;
+    // everything else waits for the next refresh. `before_call` is raised before every call to
+    // CATIA.
     std::function<void()> show_now;
+    std::function<void()> show_soon;
+    std::function<void()> before_call;
     std::function<void(PopupMenu&, PopupPlace)> show_popup;
     // Show the file dialog; true when a file was chosen, whose name then stands in the dialog.
     std::function<bool(FileDialog&)> show_save_dialog;
@@ -224,12 +228,13 @@ struct Form1 {
     ListHistory parts_history{ListView1};
     ListHistory sheets_history{ListView3};
 
-    // How many handlers run inside one another, and the innermost of them. Whether the person has
-    // closed the window, whether Windows ends the session, when no box may open any more, whether
-    // the closing steps have begun, and whether they are done.
+    // How many handlers run inside one another, and the innermost of them. Whether all of them are
+    // to end, whether the person has closed the window, whether Windows ends the session, when no
+    // box may open any more, whether the closing steps have begun, and whether they are done.
     int running_handlers = 0;
     HandlerRun innermost;
     std::uint64_t runs = 0; // of handlers so far
+    bool stop_requested = false;
     bool close_requested = false;
     bool session_ending = false;
     bool closing = false;
@@ -242,6 +247,14 @@ struct Form1 {
     std::uint64_t working_saves = 0; // how often the list went to the working file
 
     Recovery recovery;
+
+    // Raises 18 (user interrupt) in the place of every call to CATIA once what runs is to end.
+    automation::CallGate call_gate{[this] {
+        Raise(before_call);
+        if (stop_requested) {
+            throw automation::UserInterrupt();
+        }
+    }};
 };
 
 } // namespace controls

@@ -24,6 +24,7 @@ void ApplyNames(Form1& form) {
     const ListView& list = form.ListView3;
     int done = 0;
     for (std::size_t row = 1; row <= list.Count(); ++row) {
+        shell::ShowProgress(form, static_cast<int>(row) - 1, static_cast<int>(list.Count()));
         const std::string& new_name = list.SubItem(row, kNewName);
         if (!list.Row(row).checked || new_name.empty()) {
             continue;
@@ -67,6 +68,7 @@ void NumberRange(Form1& form) {
     const int count = sheets.Count();
     int done = 0;
     while (done < count && done < steps) {
+        shell::ShowProgress(form, done, count);
         sheets.Item(++done).SetName(text::PlainDecimal(number));
         ++number;
     }
@@ -86,6 +88,7 @@ void NameDirectly(Form1& form) {
     const NameTable names = NamesForTheDrawing(form.ListView1, answer == platform::Answer::kYes);
     const int count = std::min(static_cast<int>(names.names), sheets->Count());
     for (int sheet = 1; sheet <= count; ++sheet) {
+        shell::ShowProgress(form, sheet - 1, count);
         sheets->Item(sheet).SetName(names.slots.at(static_cast<std::size_t>(sheet - 1)));
     }
     shell::Explain(form, shell::SheetsNamed(count));

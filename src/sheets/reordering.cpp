@@ -31,6 +31,7 @@ void ApplyOrder(Form1& form) {
     std::vector<catia::DrawingSheet> order;
     for (std::size_t row = 1; row <= form.ListView3.Count(); ++row) {
         order.push_back(sheets.Item(form.ListView3.Row(row).text));
+        shell::ShowProgress(form, static_cast<int>(row), static_cast<int>(form.ListView3.Count()));
     }
     shell::stat(form, "Presouvam Sheets");
     root.reorder_Sheets(order);

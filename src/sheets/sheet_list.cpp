@@ -53,6 +53,7 @@ void Load(Form1& form) {
         } else {
             list.SetChecked(row, true);
         }
+        shell::ShowProgress(form, i, count);
     }
     shell::stat(form, "Sheets nacteny: " + std::to_string(list.Count()));
 }

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "shell/shell.hpp"
+#include "text/text.hpp"
 
 namespace shell {
 
@@ -58,8 +59,6 @@ std::string Explained(const automation::RunTimeError& error) {
     case 13:
         return "Hodnota není číslo, jaké CATIA čeká" + at +
                ". Zkontrolujte čísla v nastavení tabulky, desetinný oddělovač je tečka.";
-    case 18:
-        return "Přerušeno.";
     case 424:
         return "CATIA nevrátila žádný objekt" + at +
                ". Zkontrolujte, zda je výkres otevřený a pohled aktivní.";
@@ -75,6 +74,29 @@ std::string Explained(const automation::RunTimeError& error) {
     default:
         return "Chyba " + std::to_string(error.number) + at + ": " + Ended(error.description);
     }
+}
+
+std::string Interrupted(const std::string& last_message,
+                        const std::optional<controls::Progress>& progress) {
+    std::string sentence = "Přerušeno";
+    if (progress) {
+        sentence +=
+            ", hotovo " + std::to_string(progress->done) + " z " + std::to_string(progress->total);
+    }
+    const std::string_view message = text::TrimBlanks(last_message);
+    if (!message.empty()) {
+        sentence += ". Poslední krok: „" + std::string(message) + "“";
+    }
+    return sentence + ".";
+}
+
+std::string CatiaIsBusy() {
+    return "CATIA je zaneprázdněná. Klávesa Esc příkaz přeruší.";
+}
+
+std::string CatiaRejectsCalls() {
+    return "CATIA teď nepřijímá příkazy, nejspíš čeká na odpověď v otevřeném okně. Klávesa Esc "
+           "příkaz přeruší.";
 }
 
 std::string TooManyValues(std::size_t line, std::size_t values, std::size_t most) {

@@ -2,14 +2,22 @@
 // can do, how many things were done. Nothing else in the program makes sentences of errors.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "automation/run_time_error.hpp"
+#include "controls/controls.hpp"
 
 namespace shell {
 
 // What happened, at which member of CATIA, and what the person can do. One or two sentences.
 std::string Explained(const automation::RunTimeError& error);
+// The person has ended the action: its last message, and how far it was where that is known.
+std::string Interrupted(const std::string& last_message,
+                        const std::optional<controls::Progress>& progress);
+// A call has been waiting for long: CATIA works, or refuses to take it.
+std::string CatiaIsBusy();
+std::string CatiaRejectsCalls();
 
 // Reasons that go into RunTimeError::reason. Lines of the configuration count from 1.
 std::string TooManyValues(std::size_t line, std::size_t values, std::size_t most);

@@ -77,7 +77,11 @@ bool YieldWhileSorted(controls::Form1& form, ListView& list) {
         ListView& list;
         ~SortedWhile() { list.SetUnsorted(); }
     } sorted{list};
-    DoEvents(form);
+    // A drag is whole or was none: it goes on where the person stops what else runs.
+    form.ports.events.DoEvents();
+    if (form.close_requested) {
+        throw automation::UserInterrupt();
+    }
     return list.Sorted();
 }
 

@@ -34,6 +34,10 @@ void Zrus_Navrch(Form1& form, platform::WindowHandle window);
 // Shows a message on the status line, as one of an action that runs; the explanation of the text
 // before goes. Neither waits nor handles messages.
 void stat(Form1& form, const std::string& tt);
+// Shows one of many messages that follow one another: the view may leave some of them out.
+void ShowPassing(Form1& form, const std::string& tt);
+// Shows how much of its work the action has done, in whatever it counts.
+void ShowProgress(Form1& form, int done, int total);
 // Shows a message that ends an action which had nothing to work on.
 void Refuse(Form1& form, const std::string& message);
 // Says in a balloon what the status line does not: what a successful action did or found.
@@ -49,8 +53,11 @@ void LoadConfigurationSetting(Form1& form);
 void SaveConfigurationSetting(const Form1& form);
 
 // A yield: lets the window repaint and handle what waits for it, other actions included. Raises 18
-// (user interrupt) when the person has closed the window, which ends the running action.
+// (user interrupt) when what runs is to end: the person wants it so, or has closed the window.
 void DoEvents(Form1& form);
+
+// Whether the person has ended the action, and no failure.
+bool IsInterrupt(const automation::RunTimeError& error);
 
 // An error as the status line shows it: the number, a blank and the description.
 std::string ErrorText(const automation::RunTimeError& error);

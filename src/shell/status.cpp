@@ -14,6 +14,17 @@ void stat(Form1& form, const std::string& tt) {
     controls::Raise(form.show_now);
 }
 
+void ShowPassing(Form1& form, const std::string& tt) {
+    form.StatusBar1.SetPanelText(1, tt);
+    form.StatusBar1.SetState(ActionState::kRunning);
+    controls::Raise(form.show_soon);
+}
+
+void ShowProgress(Form1& form, int done, int total) {
+    form.StatusBar1.SetProgress(controls::Progress{done, total});
+    controls::Raise(form.show_soon);
+}
+
 void Refuse(Form1& form, const std::string& message) {
     stat(form, message);
     form.StatusBar1.SetState(ActionState::kNone);
@@ -24,8 +35,16 @@ void Explain(Form1& form, const std::string& text) {
 }
 
 void ExplainError(Form1& form, const automation::RunTimeError& error) {
-    form.StatusBar1.SetState(ActionState::kFailed);
-    form.StatusBar1.SetExplanation({.text = Explained(error), .is_error = true});
+    controls::StatusBar& bar = form.StatusBar1;
+    bar.SetState(ActionState::kFailed);
+    bar.SetExplanation({.text = IsInterrupt(error)
+                                    ? Interrupted(bar.PanelText(1), bar.ShownProgress())
+                                    : Explained(error),
+                        .is_error = true});
+}
+
+bool IsInterrupt(const automation::RunTimeError& error) {
+    return error.number == automation::UserInterrupt().number;
 }
 
 std::string ErrorText(const automation::RunTimeError& error) {
@@ -33,8 +52,13 @@ std::string ErrorText(const automation::RunTimeError& error) {
 }
 
 void ShowError(Form1& form, const automation::RunTimeError& error, const std::string& words) {
+    controls::StatusBar& bar = form.StatusBar1;
+    const std::string came_to = bar.PanelText(1);
     stat(form, words + ErrorText(error));
-    form.StatusBar1.SetState(ActionState::kFailed);
+    bar.SetState(ActionState::kFailed);
+    if (IsInterrupt(error)) {
+        bar.SetExplanation({.text = Interrupted(came_to, bar.ShownProgress()), .is_error = true});
+    }
     controls::Raise(form.show_now); // a box may follow
 }
 
@@ -49,7 +73,7 @@ void SetMousePointer(Form1& form, controls::MousePointer pointer) {
 
 void DoEvents(Form1& form) {
     form.ports.events.DoEvents();
-    if (form.close_requested) {
+    if (form.stop_requested) {
         throw automation::UserInterrupt();
     }
 }

@@ -71,7 +71,7 @@ void OtevreniStromu(Form1& form, const catia::Product& stromProductTMP,
         const catia::Product child = children.products.Item(i);
         const std::string child_number = child.PartNumber();
         const Children grandchildren = ReadChildren(child);
-        shell::stat(form, announcement + child_number);
+        shell::ShowPassing(form, announcement + child_number);
         if (grandchildren.count == 0) {
             ++form.PocetPartu;
             zapsat(form, LeafLine(form.Uroven, child_number, otec));

@@ -69,11 +69,19 @@ int RowsForTheList(const Parts& parts, const Configuration& configuration) {
                        WholeNumber(configuration.free_rows));
 }
 
+// A row gets its fonts with three times as many calls as its texts.
+void ShowAmount(Form1& form, const NewTable& created, int rows_with_font, int rows_with_texts) {
+    constexpr int kFont = 3;
+    shell::ShowProgress(form, kFont * rows_with_font + rows_with_texts, (kFont + 1) * created.rows);
+}
+
 // From the bottom up: the first row of the list stands at the bottom of the table.
 void FillWithTheList(Form1& form, const NewTable& created) {
     const int free_rows = WholeNumber(created.configuration.free_rows);
     for (int row = created.rows; row >= free_rows + 2; --row) {
-        shell::stat(form, "Catie doplnuje radku " + Progress(row, created.rows));
+        shell::ShowPassing(form, "Catie doplnuje radku " + Progress(row, created.rows));
+        // The header and the free rows are ready.
+        ShowAmount(form, created, created.rows, 1 + free_rows + created.rows - row);
         shell::DoEvents(form);
         const PartTexts& part = created.parts.rows.at(static_cast<std::size_t>(created.rows - row));
         for (int column = 1; column <= kColumns; ++column) {
@@ -157,7 +165,8 @@ void CreateTable(Form1& form, const Parts& parts, const Manner& manner) {
     SetRowFont(table, 1, configuration.header_font_size, configuration.font_name);
     for (int row = 2; row <= rows; ++row) {
         SetRowFont(table, row, configuration.body_font_size, configuration.font_name);
-        shell::stat(form, "Catie upravuje font " + Progress(row, rows));
+        shell::ShowPassing(form, "Catie upravuje font " + Progress(row, rows));
+        ShowAmount(form, created, row, 0);
     }
 
     shell::stat(form, "Catie doplnuje hlavicku");

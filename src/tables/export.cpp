@@ -64,7 +64,7 @@ void FillSmallTable(Form1& form, const Parts& parts, const catia::DrawingTable& 
 void EmptyRow(Form1& form, const catia::DrawingTable& table, int row, int columns) {
     for (int column = 1; column <= columns; ++column) {
         table.SetCellString(row, column, "");
-        shell::stat(form, "Mazani tabulky " + Progress(column, columns));
+        shell::ShowPassing(form, "Mazani tabulky " + Progress(column, columns));
     }
 }
 
@@ -103,10 +103,11 @@ void FillWholeTable(Form1& form, const Parts& parts, const catia::DrawingTable& 
         if (row > rows - count) {
             const int position = rows + 1 - row;
             FillRow(form, table, row, position, parts.rows[static_cast<std::size_t>(position - 1)]);
-            shell::stat(form, "Vyplnovani tabulky " + Progress(row, rows));
+            shell::ShowPassing(form, "Vyplnovani tabulky " + Progress(row, rows));
         } else {
             EmptyRow(form, table, row, columns);
         }
+        shell::ShowProgress(form, rows + 1 - row, rows - 1);
         shell::DoEvents(form);
     }
     shell::stat(form, "Vlozeni dat Ok");

@@ -103,7 +103,7 @@ void LoadRow(Form1& form, const catia::DrawingTable& table, int row, std::vector
     if (sheet == "List") {
         return;
     }
-    shell::stat(form, "Nacteni radky:" + std::to_string(row));
+    shell::ShowPassing(form, "Nacteni radky:" + std::to_string(row));
     rows.push_back({.name = CellText(table, row, kNameColumn), .fields = {}});
     auto& fields = rows.back().fields;
     fields[kPosition] = position;
@@ -130,7 +130,7 @@ void FillList(Form1& form, const std::vector<ReadRow>& rows) {
 
 // Whether an error ends the reading because the person wants it ended.
 bool IsInterrupted(const Form1& form, const automation::RunTimeError& error) {
-    return error.number == automation::UserInterrupt().number || form.close_requested;
+    return shell::IsInterrupt(error) || form.close_requested;
 }
 
 // From the bottom up, as the table was written. The list stays empty until all rows are read: what
@@ -151,6 +151,7 @@ void LoadRows(Form1& form, const ReadTable& read) {
     try {
         for (int row = read.rows; row >= 1; --row) {
             LoadRow(form, read.table, row, rows);
+            shell::ShowProgress(form, read.rows - row + 1, read.rows);
             shell::DoEvents(form);
         }
         if (form.table_writes != writes_before) {

@@ -47,8 +47,15 @@ TEST(Explained, NamesWhatHappenedTheMemberAndWhatThePersonCanDo) {
     EXPECT_EQ(shell::Explained(automation::CannotCreateObject()),
               "Okno CATIE je vidět, ale program se s ní nespojil. Spusťte CATII pod stejným "
               "uživatelem jako tento program, ne jako správce.");
-    EXPECT_EQ(shell::Explained(automation::UserInterrupt()), "Přerušeno.");
     EXPECT_EQ(shell::Explained(automation::Overflow()), "Chyba 6: Overflow.");
+}
+
+TEST(Explained, AStopSaysHowFarTheActionCame) {
+    EXPECT_EQ(shell::Interrupted("", std::nullopt), "Přerušeno.");
+    EXPECT_EQ(shell::Interrupted("Nacitam Sheets ", controls::Progress{12, 600}),
+              "Přerušeno, hotovo 12 z 600. Poslední krok: „Nacitam Sheets“.");
+    EXPECT_EQ(shell::Interrupted("Product: A Part: B", std::nullopt),
+              "Přerušeno. Poslední krok: „Product: A Part: B“.");
 }
 
 TEST(Explained, CountsInProperCzech) {

@@ -916,8 +916,8 @@ TEST_P(SheetSweep, ShowsTheErrorWhicheverCallFails) {
             [](const HeadlessForm&, HeadlessForm& failed, const simulator::Fault& fault) {
                 testing_support::ExpectErrorShown(failed, fault.kind);
                 EXPECT_EQ(failed.form.ListView1.Count(), 2U);
-                Prepare(failed); // the sheet list may have been loaded again
             },
+        .before_next_run = Prepare, // the sheet list may have been loaded again
     });
 }
 

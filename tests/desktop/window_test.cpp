@@ -182,6 +182,7 @@ TEST_F(Configuration, TypedTextIsStoredToo) {
         Click(dorvak[ID_Text2]);
         PressKey(VK_END, {VK_CONTROL});
         TypeText("/AnchorPoint;8\r\n");
+        WaitUntil("the text typed", [&] { return Text(dorvak[ID_Text2]).ends_with("8\r\n"); });
         dorvak.Close();
     }
     EXPECT_EQ(SettingKeeper::Read(), kDefault + "/AnchorPoint;8\r\n");

@@ -20,10 +20,63 @@ struct FailureSweep {
     // What the failure leaves behind; `complete` is the form after a run in which nothing failed.
     std::function<void(const HeadlessForm& complete, HeadlessForm& failed, const simulator::Fault&)>
         after_failure;
+    // What the person puts right before the next run.
+    std::function<void(HeadlessForm&)> before_next_run = [](HeadlessForm&) {};
     // What the next run makes of it, with CATIA started again.
     std::function<void(const HeadlessForm& complete, const HeadlessForm& next)> after_next_run =
         [](const HeadlessForm&, const HeadlessForm&) {};
 };
+
+// The person stops the action in each of its calls and yields in turn. It ends before the call, or
+// at the yield, by its error, and the next run ends as one that nobody stopped.
+inline void SweepStops(const FailureSweep& sweep, const HeadlessForm& complete,
+                       const simulator::Session& whole) {
+    const auto open = [&](HeadlessForm& headless, simulator::Session& session) {
+        session.LoadDocument("document", sweep.document);
+        headless.Connect(session);
+    };
+    const auto calls = static_cast<int>(whole.Log().size());
+    for (int moment = 1; moment <= calls + complete.events.yields; ++moment) {
+        SCOPED_TRACE(testing::Message() << "stopped at " << moment);
+        HeadlessForm headless;
+        simulator::Session session;
+        CompareWithDrawing(headless);
+        open(headless, session);
+        sweep.prepare(headless);
+        int calls_made = 0;
+        headless.form.before_call = [&] {
+            if (++calls_made == moment) {
+                app::RequestStop(headless.form);
+            }
+        };
+        const int yields_before = headless.events.yields;
+        headless.events.at_yield[yields_before + moment - calls] = [&] {
+            app::RequestStop(headless.form);
+        };
+        (headless.form.*sweep.button).Click();
+        if (moment <= calls) {
+            EXPECT_EQ(session.Log().size(), static_cast<std::size_t>(moment) - 1);
+        }
+        EXPECT_FALSE(headless.form.stop_requested);
+        EXPECT_FALSE(headless.form.StatusBar1.ShownProgress());
+        EXPECT_FALSE(headless.Busy());
+        EXPECT_TRUE(headless.message_boxes.shown.empty());
+        EXPECT_EQ(headless.form.StatusBar1.State(), controls::ActionState::kFailed);
+        EXPECT_TRUE(headless.form.StatusBar1.ShownExplanation().text.starts_with("Přerušeno"))
+            << headless.form.StatusBar1.ShownExplanation().text;
+
+        headless.form.before_call = nullptr;
+        headless.events.at_yield.clear();
+        simulator::Session again;
+        open(headless, again);
+        sweep.before_next_run(headless);
+        headless.form.StatusBar1.SetPanelText(1, "");
+        (headless.form.*sweep.button).Click();
+        EXPECT_EQ(headless.Status(), complete.Status());
+        EXPECT_EQ(again.DrawingAsText(), whole.DrawingAsText());
+        sweep.after_next_run(complete, headless);
+    }
+}
 
 // In every case the run ends with the call that fails and without a box, and the next run ends as
 // one does in which nothing failed.
@@ -42,6 +95,7 @@ inline void Sweep(const FailureSweep& sweep) {
     press(complete);
     const std::size_t calls = whole.Log().size();
     ASSERT_GE(calls, sweep.fewest_calls);
+    SweepStops(sweep, complete, whole);
     for (std::size_t call = 1; call <= calls; ++call) {
         for (const auto kind : {simulator::FaultKind::kRefused, simulator::FaultKind::kVanished,
                                 simulator::FaultKind::kBusy}) {
@@ -64,6 +118,7 @@ inline void Sweep(const FailureSweep& sweep) {
 
             simulator::Session restarted;
             open(headless, restarted);
+            sweep.before_next_run(headless);
             headless.form.StatusBar1.SetPanelText(1, "");
             press(headless);
             EXPECT_EQ(headless.Status(), complete.Status());

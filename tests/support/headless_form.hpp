@@ -240,7 +240,7 @@ class HeadlessForm {
         form.hWnd = kFormWindow;
         form.Width = 9600;
         form.Height = 7155;
-        form.show_now = [this] {
+        form.show_now = form.show_soon = [this] {
             const std::string& message = form.StatusBar1.PanelText(1);
             if (messages.empty() || messages.back() != message) {
                 messages.push_back(message);

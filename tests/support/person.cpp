@@ -570,6 +570,8 @@ class Person::Life {
             return;
         }
         Require(form().running_handlers == 0, "a handler has not ended");
+        Require(!form().stop_requested, "the next action would be stopped");
+        Require(!form().StatusBar1.ShownProgress(), "progress is shown where nothing runs");
         Require(form().StatusBar1.State() != ActionState::kRunning, "the state stays at running");
         Require(!program_->Busy() || busy_before || creation_failed_, "the pointer stays busy");
         Require(form().Uroven == depth_before || walk_failed_, "the depth has changed");
@@ -795,6 +797,8 @@ class Person::Life {
             RequireNumbered(list, "Windows ended the session while rows were sorted");
         }
     }
+
+    void PressEsc() { app::RequestStop(form()); }
 
     [[nodiscard]] bool Alive() const { return !form().close_requested && !form().unloaded; }
 
@@ -2323,6 +2327,7 @@ const std::vector<Person::Life::Doing>& Person::Life::Doings() {
         {3, "CATIA: a call will fail:", &Life::LetACallFail},
         {3, "CATIA: something will be done at a call", &Life::WillMeddle},
         {6, "CATIA: is well", &Life::CatiaComesBack},
+        {5, "Esc", &Life::PressEsc},
         {2, "closes the window", &Life::CloseProgram},
         {1, "Windows ends the session", &Life::EndSession},
     };
