@@ -1,5 +1,6 @@
 #include "com/client.hpp"
 
+#include <algorithm>
 #include <deque>
 #include <map>
 #include <memory>
@@ -34,27 +35,35 @@ constexpr LCID kUnitedStates = 0x0409;
 constexpr DWORD kRetryEvery = 250;    // milliseconds
 constexpr DWORD kGiveUpAfter = 30000; // milliseconds since the first attempt
 
-// Lets windows that are to be painted paint. Input stays in the queue.
-void DispatchPaints() {
-    constexpr int kMost = 64; // a window that never gets itself painted must not hold us here
-    MSG message;
-    for (int i = 0;
-         i < kMost && PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE) != FALSE;
-         ++i) {
-        if (message.message == WM_QUIT) {
-            PostQuitMessage(static_cast<int>(message.wParam)); // it comes whatever is asked for
-            return;
-        }
-        DispatchMessageW(&message);
+// A process has one thread that calls, and one watch.
+CallWatch* call_watch = nullptr;
+bool calling = false;
+bool waiting = false;
+
+// Whether the wait for a call is to go on.
+bool GoesOn(ULONGLONG milliseconds, bool rejected) {
+    if (call_watch == nullptr) {
+        return true;
     }
+    waiting = true;
+    return call_watch->Waiting(milliseconds, rejected);
 }
 
-void WaitPainting(DWORD milliseconds) {
-    const ULONGLONG end = GetTickCount64() + milliseconds;
-    for (ULONGLONG now = GetTickCount64(); now < end; now = GetTickCount64()) {
-        MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(end - now),
-                                    QS_PAINT | QS_SENDMESSAGE, MWMO_INPUTAVAILABLE);
-        DispatchPaints();
+// Waits before a rejected call, made first at the tick `start`, is tried again. False where it is
+// to be given up.
+bool WaitForRetry(ULONGLONG start) {
+    constexpr ULONGLONG kLookEvery = 50;
+    const ULONGLONG end = GetTickCount64() + kRetryEvery;
+    while (true) {
+        const ULONGLONG now = GetTickCount64();
+        if (!GoesOn(now - start, true)) {
+            return false;
+        }
+        if (now >= end) {
+            return true;
+        }
+        MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(std::min(end - now, kLookEvery)),
+                                    QS_ALLINPUT, 0);
     }
 }
 
@@ -62,16 +71,37 @@ bool IsRejection(HRESULT result) {
     return result == RPC_E_CALL_REJECTED || result == RPC_E_SERVERCALL_RETRYLATER;
 }
 
-// Repeats `call`, which returns an HRESULT, while the server rejects it, up to the time limit.
+// Says for as long as it lives that a call is being made.
+class Calling {
+  public:
+    Calling() { calling = true; }
+    ~Calling() {
+        calling = false;
+        if (std::exchange(waiting, false)) {
+            call_watch->WaitEnded();
+        }
+    }
+    Calling(const Calling&) = delete;
+    Calling& operator=(const Calling&) = delete;
+};
+
+// Makes `call`, which returns an HRESULT, and repeats it while the server rejects it, up to the
+// time limit. Raises 18 (user interrupt) where the person gives it up.
 template <typename Call>
 HRESULT Retrying(Call call) {
+    const Calling while_calling;
     const ULONGLONG start = GetTickCount64();
     while (true) {
         const HRESULT result = call();
+        if (result == RPC_E_CALL_CANCELED && !GoesOn(GetTickCount64() - start, false)) {
+            throw automation::UserInterrupt();
+        }
         if (!IsRejection(result) || GetTickCount64() - start + kRetryEvery > kGiveUpAfter) {
             return result;
         }
-        WaitPainting(kRetryEvery);
+        if (!WaitForRetry(start)) {
+            throw automation::UserInterrupt();
+        }
     }
 }
 
@@ -232,11 +262,16 @@ class MessageFilter : public Implementation<IMessageFilter> {
     DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK, DWORD milliseconds_since_call,
                                               DWORD) override {
         constexpr auto kCancel = static_cast<DWORD>(-1);
-        return milliseconds_since_call + kRetryEvery > kGiveUpAfter ? kCancel : kRetryEvery;
+        constexpr DWORD kAtOnce = 0;
+        return milliseconds_since_call + kRetryEvery <= kGiveUpAfter &&
+                       WaitForRetry(GetTickCount64() - milliseconds_since_call)
+                   ? kAtOnce
+                   : kCancel;
     }
-    DWORD STDMETHODCALLTYPE MessagePending(HTASK, DWORD, DWORD) override {
-        DispatchPaints();
-        return PENDINGMSG_WAITNOPROCESS;
+    DWORD STDMETHODCALLTYPE MessagePending(HTASK, DWORD milliseconds_since_call, DWORD) override {
+        // References are given back whatever the person wants.
+        return !calling || GoesOn(milliseconds_since_call, false) ? PENDINGMSG_WAITNOPROCESS
+                                                                  : PENDINGMSG_CANCELCALL;
     }
 };
 
@@ -254,12 +289,18 @@ ObjectPtr GetActiveObject(std::string_view program_id) {
     return std::make_shared<ComObject>(std::move(application), std::make_shared<MemberIds>());
 }
 
-MessageFilterRegistration::MessageFilterRegistration() {
+bool IsCalling() {
+    return calling;
+}
+
+MessageFilterRegistration::MessageFilterRegistration(CallWatch& watch) {
+    call_watch = &watch;
     CoRegisterMessageFilter(Make<MessageFilter>().Get(), nullptr);
 }
 
 MessageFilterRegistration::~MessageFilterRegistration() {
     CoRegisterMessageFilter(nullptr, nullptr);
+    call_watch = nullptr;
 }
 
 } // namespace com

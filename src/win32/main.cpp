@@ -44,7 +44,6 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
         return 0; // the copy that runs has been brought forward
     }
     const Apartment apartment;
-    const com::MessageFilterRegistration message_filter;
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
     InitCommonControlsEx(&classes);
 
@@ -61,6 +60,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
                           code_page, clock});
 
     win32::MainWindow window(form, PaceOf(GetCommandLineW()));
+    const com::MessageFilterRegistration message_filter(window.Watch());
     events.do_events = [&window] { window.DoEvents(); };
     message_boxes.owner = window.Window();
     message_boxes.opening = [&form] { app::KeepRecoveryNow(form); };

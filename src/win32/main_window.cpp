@@ -73,12 +73,15 @@ MainWindow::MainWindow(controls::Form1& form, const app::RecoveryPace& pace)
       layout_(CollectLayout(window_)),
       pages_(window_, form.SSTab1, PageProcedure, reinterpret_cast<LPARAM>(this), layout_),
       views_(form, pages_, [this](const auto& event) { RunEvent(event); }),
-      refresher_(form, window_, pages_, views_) {
+      taskbar_button_(window_), refresher_(form, window_, pages_, views_, taskbar_button_),
+      between_yields_(form, window_, views_.StatusBar(), refresher_) {
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     form_.hWnd = reinterpret_cast<platform::WindowHandle>(window_);
     form_.Width = DesignWidth(window_);
     form_.Height = kDesignHeight;
     form_.show_now = [this] { refresher_.StatusAndPointer(); };
+    form_.show_soon = [this] { refresher_.StatusSoon(); };
+    form_.before_call = [this] { between_yields_.BeforeCall(); };
     form_.show_popup = [this](controls::PopupMenu& menu, controls::PopupPlace place) {
         app::KeepRecoveryNow(form_);
         ShowPopupMenu(window_, form_, menu, PopupPoint(place));
@@ -97,6 +100,8 @@ MainWindow::MainWindow(controls::Form1& form, const app::RecoveryPace& pace)
 
 MainWindow::~MainWindow() {
     form_.show_now = nullptr;
+    form_.show_soon = nullptr;
+    form_.before_call = nullptr;
     form_.show_popup = nullptr;
     form_.show_save_dialog = nullptr;
     form_.show_open_dialog = nullptr;
@@ -145,6 +150,9 @@ int MainWindow::Run() {
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         HandleMessage(message);
+        while (between_yields_.HasKeys() &&
+               between_yields_.HandleNext([this](MSG& next) { HandleMessage(next); })) {
+        }
     }
     return static_cast<int>(message.wParam);
 }
@@ -178,7 +186,7 @@ void MainWindow::HandleMessage(MSG& message) {
     if (is_press && window_ != nullptr) {
         views_.StatusBar().HideBalloon();
     }
-    if (window_ != nullptr && TakeUndoKey(message)) {
+    if (window_ != nullptr && (between_yields_.TakeStopKey(message) || TakeUndoKey(message))) {
         return;
     }
     if (window_ == nullptr || IsDialogMessageW(window_, &message) == FALSE) {
@@ -193,22 +201,29 @@ void MainWindow::DoEvents() {
     }
     refresher_.Frugal();
     const ULONGLONG deadline = GetTickCount64() + kLongestYield;
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
-        if (message.message == WM_QUIT) {
+    bool quits = false;
+    const auto handle = [&](MSG& message) {
+        quits = message.message == WM_QUIT;
+        if (quits) {
             PostQuitMessage(static_cast<int>(message.wParam));
-            return;
+        } else {
+            HandleMessage(message);
         }
-        HandleMessage(message);
-        if (GetTickCount64() > deadline) {
-            break;
-        }
+    };
+    while (!quits && !form_.stop_requested && GetTickCount64() <= deadline &&
+           between_yields_.HandleNext(handle)) {
     }
     refresher_.Pull();
     KeepRecovery();
 }
 
 void MainWindow::RunEvent(const std::function<void()>& event) {
+    if (!between_yields_.Now()) {
+        RunAtOnce(event);
+    }
+}
+
+void MainWindow::RunAtOnce(const std::function<void()>& event) {
     if (!loaded_ || form_.unloaded) {
         return;
     }
@@ -303,20 +318,25 @@ std::optional<LRESULT> MainWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         return 0;
     }
     case WM_CLOSE:
-        RunEvent([this] { app::RequestClose(form_); });
+        RunAtOnce([this] { app::RequestClose(form_); });
         return 0;
     case WM_QUERYENDSESSION:
         return TRUE;
     case WM_ENDSESSION:
         if (w != FALSE) {
-            RunEvent([this] { app::EndSession(form_); });
+            RunAtOnce([this] { app::EndSession(form_); });
         }
         return 0;
     case WM_TIMER:
-        if (w == kRecoveryTimer && !form_.unloaded) {
+        if (w == kStatusTimer) {
+            refresher_.StatusAndPointer();
+        } else if (w == kRecoveryTimer && !form_.unloaded) {
             KeepRecovery();
         }
         return 0;
+    case WM_ACTIVATE:
+        taskbar_button_.Show(form_.StatusBar1);
+        return std::nullopt;
     case kDestroyMessage:
         DestroyWindow(window_);
         return 0;
@@ -326,6 +346,9 @@ std::optional<LRESULT> MainWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         PostQuitMessage(0);
         return std::nullopt;
     default:
+        if (taskbar_button_.TakeMessage(message)) {
+            return 0;
+        }
         return std::nullopt;
     }
 }

@@ -7,10 +7,12 @@
 #include "app/recovery.hpp"
 #include "com/owned.hpp"
 #include "controls/form1.hpp"
+#include "win32/between_yields.hpp"
 #include "win32/control_views.hpp"
 #include "win32/layout.hpp"
 #include "win32/pages.hpp"
 #include "win32/refresh.hpp"
+#include "win32/taskbar.hpp"
 
 namespace win32 {
 
@@ -26,6 +28,8 @@ class MainWindow {
     MainWindow& operator=(const MainWindow&) = delete;
 
     [[nodiscard]] HWND Window() const { return window_; }
+    // Of the calls to CATIA.
+    [[nodiscard]] com::CallWatch& Watch() { return between_yields_; }
 
     // Loads the form, whose actions are bound, and shows the window.
     void Show();
@@ -44,6 +48,7 @@ class MainWindow {
     void HandleMessage(MSG& message);
     void ApplyDpi(UINT dpi);
     void RunEvent(const std::function<void()>& event);
+    void RunAtOnce(const std::function<void()>& event);
     bool TakeUndoKey(const MSG& message);
     void KeepRecovery();
 
@@ -53,7 +58,9 @@ class MainWindow {
     Layout layout_;
     Pages pages_;
     ControlViews views_;
+    TaskbarButton taskbar_button_;
     Refresher refresher_;
+    BetweenYields between_yields_;
     com::Owned<HFONT> font_;
     com::Owned<HICON> large_icon_;
     com::Owned<HICON> small_icon_;

@@ -6,15 +6,19 @@ namespace win32 {
 
 namespace {
 
+// How often messages that follow one another and the amount of work done come to the screen.
+constexpr ULONGLONG kStatusInterval = 34; // milliseconds
+
 // While an action runs, the contents of lists and texts are refreshed no more often than this, and
 // never so often that refreshing takes more than a small part of the time.
-constexpr ULONGLONG kContentsInterval = 100; // milliseconds
+constexpr ULONGLONG kContentsInterval = 500; // milliseconds
 constexpr ULONGLONG kContentsShare = 10;
 
 } // namespace
 
-Refresher::Refresher(controls::Form1& form, HWND window, Pages& pages, const ControlViews& views)
-    : form_(form), window_(window), pages_(pages), views_(views) {}
+Refresher::Refresher(controls::Form1& form, HWND window, Pages& pages, const ControlViews& views,
+                     TaskbarButton& taskbar_button)
+    : form_(form), window_(window), pages_(pages), views_(views), taskbar_button_(taskbar_button) {}
 
 void Refresher::Pull() const {
     for (const auto& view : views_.All()) {
@@ -23,19 +27,22 @@ void Refresher::Pull() const {
 }
 
 void Refresher::Complete() {
-    Everything(true);
+    Everything(true, true);
 }
 
 void Refresher::Frugal() {
-    Everything(GetTickCount64() >= next_contents_);
+    const ULONGLONG now = GetTickCount64();
+    Everything(now >= next_status_, now >= next_contents_);
 }
 
-void Refresher::Everything(bool with_contents) {
+void Refresher::Everything(bool with_status, bool with_contents) {
     if (form_.Caption != shown_caption_) {
         shown_caption_ = form_.Caption;
         ShowText(window_, shown_caption_);
     }
-    StatusAndPointer();
+    if (with_status) {
+        StatusAndPointer();
+    }
     pages_.Show(form_.SSTab1.Tab());
     Place();
 
@@ -65,8 +72,23 @@ void Refresher::Place() {
                      (resized ? 0U : SWP_NOSIZE));
 }
 
+void Refresher::StatusSoon() {
+    if (GetTickCount64() >= next_status_) {
+        StatusAndPointer();
+    } else if (!status_waits_) {
+        status_waits_ = true;
+        SetTimer(window_, kStatusTimer, static_cast<UINT>(kStatusInterval), nullptr);
+    }
+}
+
 void Refresher::StatusAndPointer() {
+    if (status_waits_) {
+        status_waits_ = false;
+        KillTimer(window_, kStatusTimer);
+    }
+    next_status_ = GetTickCount64() + kStatusInterval;
     views_.StatusBar().Refresh();
+    taskbar_button_.Show(form_.StatusBar1);
     if (form_.Pointer != shown_pointer_) {
         shown_pointer_ = form_.Pointer;
         POINT mouse;

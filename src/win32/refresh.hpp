@@ -5,12 +5,17 @@
 #include "controls/form1.hpp"
 #include "win32/control_views.hpp"
 #include "win32/pages.hpp"
+#include "win32/taskbar.hpp"
 
 namespace win32 {
 
+// Of the main window, for messages that wait to be shown.
+inline constexpr UINT_PTR kStatusTimer = 2;
+
 class Refresher {
   public:
-    Refresher(controls::Form1& form, HWND window, Pages& pages, const ControlViews& views);
+    Refresher(controls::Form1& form, HWND window, Pages& pages, const ControlViews& views,
+              TaskbarButton& taskbar_button);
 
     // What the person entered since the last time goes into the controls.
     void Pull() const;
@@ -19,24 +24,30 @@ class Refresher {
     // The same while an action runs: the contents of lists and texts only now and then, so that
     // showing them takes a small part of the action's time.
     void Frugal();
-    // The status bar and the mouse pointer only.
+    // The status bar and the mouse pointer only; now, or after a moment where they were shown just
+    // now.
     void StatusAndPointer();
+    void StatusSoon();
     // The window's place and size, where the program changed them: the person may have moved the
     // window meanwhile.
     void Place();
 
   private:
-    void Everything(bool with_contents);
+    void Everything(bool with_status, bool with_contents);
 
     controls::Form1& form_;
     HWND window_;
     Pages& pages_;
     const ControlViews& views_;
+    TaskbarButton& taskbar_button_;
 
     std::string shown_caption_;
     RECT shown_place_{}; // left, top, width, height as last applied, in twips
     controls::MousePointer shown_pointer_ = controls::MousePointer::kDefault;
-    ULONGLONG next_contents_ = 0; // in milliseconds of the system's tick count
+    // In milliseconds of the system's tick count.
+    ULONGLONG next_status_ = 0;
+    ULONGLONG next_contents_ = 0;
+    bool status_waits_ = false; // for the timer
 };
 
 } // namespace win32

@@ -16,6 +16,7 @@ constexpr int kDroppedValues = 15;      // of a picker, in sight at a time
 constexpr int kPictureEdge = 16;        // of a button, in design pixels
 constexpr int kStatusSecondPanel = 110; // design pixels
 constexpr int kIconEdge = 16;           // of the status bar, in design pixels
+constexpr int kProgressHeight = 3;      // design pixels
 
 HWND EditOf(HWND combo_box) {
     COMBOBOXINFO info{};
@@ -339,11 +340,21 @@ LRESULT TabControlView::OnNotify(NMHDR& header) {
     return 0;
 }
 
+StatusBarView::StatusBarView(HWND window, const controls::StatusBar& status_bar)
+    : View(window), status_bar_(status_bar),
+      progress_bar_(CreateWindowExW(0, PROGRESS_CLASSW, nullptr, WS_CHILD | PBS_SMOOTH, 0, 0, 0, 0,
+                                    window, nullptr, GetModuleHandleW(nullptr), nullptr)) {}
+
 void StatusBarView::SetDpi(UINT dpi) {
     RECT bar;
     GetClientRect(Window(), &bar);
     const std::array<int, 2> edges{bar.right - Scaled(kStatusSecondPanel, dpi), -1};
     SendMessageW(Window(), SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
+    RECT panel;
+    SendMessageW(Window(), SB_GETRECT, 0, reinterpret_cast<LPARAM>(&panel));
+    const int height = Scaled(kProgressHeight, dpi);
+    SetWindowPos(progress_bar_, nullptr, panel.left, panel.bottom - height,
+                 panel.right - panel.left, height, SWP_NOZORDER | SWP_NOACTIVATE);
     ShowIcon();
 }
 
@@ -390,6 +401,25 @@ void StatusBarView::ShowIcon() {
     icon_ = std::move(icon);
 }
 
+void StatusBarView::ShowNotice(std::string_view text) {
+    if (InSight()) {
+        balloon_.Show(Window(), text, false, BalloonPoint());
+    }
+}
+
+void StatusBarView::ShowProgress() {
+    const auto& progress = status_bar_.ShownProgress();
+    if (progress == shown_progress_) {
+        return;
+    }
+    shown_progress_ = progress;
+    if (progress) {
+        SendMessageW(progress_bar_, PBM_SETRANGE32, 0, progress->total);
+        SendMessageW(progress_bar_, PBM_SETPOS, static_cast<WPARAM>(progress->done), 0);
+    }
+    ShowWindow(progress_bar_, progress ? SW_SHOWNA : SW_HIDE);
+}
+
 void StatusBarView::Refresh() {
     const controls::Explanation& explanation = status_bar_.ShownExplanation();
     if (status_bar_.Explanations() != shown_explanations_ &&
@@ -419,6 +449,7 @@ void StatusBarView::Refresh() {
                          reinterpret_cast<LPARAM>(com::Widen(text).c_str()));
         }
     }
+    ShowProgress();
     UpdateWindow(Window());
 }
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "controls/controls.hpp"
@@ -172,20 +173,22 @@ class TabControlView : public View {
 
 class StatusBarView : public View {
   public:
-    StatusBarView(HWND window, const controls::StatusBar& status_bar)
-        : View(window), status_bar_(status_bar) {}
+    StatusBarView(HWND window, const controls::StatusBar& status_bar);
 
     // Shows what changed at once, without waiting for a paint message. An explanation comes as a
     // balloon as soon as the bar is in sight; it stays in the tip of the icon.
     void Refresh() override;
     // Divides the bar into its two panels.
     void SetDpi(UINT dpi) override;
+    // Shows a balloon that is no explanation of the form's.
+    void ShowNotice(std::string_view text);
     // The balloon goes with a click anywhere, and moves with the window.
     void HideBalloon() { balloon_.Hide(); }
     void PlaceBalloon();
 
   private:
     void ShowIcon();
+    void ShowProgress();
     [[nodiscard]] bool InSight() const;
     [[nodiscard]] POINT BalloonPoint() const;
 
@@ -195,6 +198,8 @@ class StatusBarView : public View {
     controls::ActionState shown_state_ = controls::ActionState::kNone;
     com::Owned<HICON> icon_;
     std::uint64_t shown_explanations_ = 0;
+    HWND progress_bar_; // at the lower edge of the first panel
+    std::optional<controls::Progress> shown_progress_;
     Balloon balloon_;
     ToolTip tip_;
 };

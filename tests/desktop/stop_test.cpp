@@ -1,0 +1,212 @@
+// The person ends what runs: by the escape key, by closing the window; and what the window does
+// between the yields of an action.
+#include <fstream>
+#include <sstream>
+
+#include "fixture.hpp"
+
+using namespace driver;
+
+namespace {
+
+constexpr const char* kStopped = "18 User interrupt occurred";
+
+// A product of so many children, each a part, or an assembly of one part.
+std::string WriteProduct(const std::string& file_name, int children, bool assemblies) {
+    std::string path = TemporaryPath(file_name);
+    std::ofstream file(path);
+    file << "ProductDocument Flat.CATProduct\nproduct \"Flat\"\n";
+    for (int i = 1; i <= children; ++i) {
+        file << "  child \"Child " << i << "\"\n";
+    }
+    for (int i = 1; i <= children && assemblies; ++i) {
+        file << "product \"Child " << i << "\"\n  child \"Part " << i << "\"\n";
+    }
+    return path;
+}
+
+std::string WriteSheets(const std::string& file_name, int sheets) {
+    std::string path = TemporaryPath(file_name);
+    std::ofstream file(path);
+    file << "DrawingDocument Sheets.CATDrawing\n";
+    for (int i = 1; i <= sheets; ++i) {
+        file << "sheet \"S" << i << "\"" << (i == 1 ? " active\n" : "\n") << "  view \"Main\"\n";
+    }
+    return path;
+}
+
+std::string LongStructure(int parts) {
+    std::string structure = "\r\n0\tTop";
+    for (int i = 1; i <= parts; ++i) {
+        structure += "\r\n1\tPart " + std::to_string(i) + "\tTop";
+    }
+    return structure;
+}
+
+class Stopping : public DesktopTest {
+  protected:
+    // Stops the action that a button of the page that is open runs, some time after it says
+    // `meanwhile` and before it says `end`.
+    void StopMidway(const CatiaSession& catia, int button, const std::string& meanwhile,
+                    const std::string& end) const {
+        dorvak_.Press(button);
+        WaitUntil(
+            meanwhile, [&] { return dorvak_.Status().starts_with(meanwhile); }, kLong);
+        Sleep(100);
+        PressKey(VK_ESCAPE);
+        int calls = 0;
+        WaitUntil("no further call", [&] {
+            const int before = std::exchange(calls, CallsMade(catia.Log()));
+            Sleep(200);
+            return calls == before;
+        });
+        EXPECT_FALSE(dorvak_.Status().starts_with(end)) << dorvak_.Status();
+        KeepPicture("stopped-" + std::to_string(button) + ".png");
+    }
+    void Run(int button, const std::string& end) const {
+        dorvak_.Press(button);
+        WaitUntil(
+            end, [&] { return dorvak_.Status().starts_with(end); }, kLong);
+    }
+    void StopAndRunAgain(const CatiaSession& catia, int button, const std::string& meanwhile,
+                         const std::string& end) const {
+        StopMidway(catia, button, meanwhile, end);
+        Run(button, end);
+    }
+
+    // Moves the window to the left at its title bar, so many pixels.
+    void MoveAtTitle(int pixels) const {
+        const RECT before = Place(dorvak_.Window());
+        MoveMouse(dorvak_.Window(), {120, -10});
+        mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+        Sleep(200);
+        MoveMouse(dorvak_.Window(), {120 - pixels, -10});
+        Sleep(200);
+        mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+        WaitUntil("the window moved",
+                  [&] { return Place(dorvak_.Window()).left == before.left - pixels; });
+    }
+
+    DorvakWindow dorvak_;
+};
+
+} // namespace
+
+TEST_F(Stopping, AWalk) {
+    const CatiaSession catia({WriteProduct("assemblies.txt", 300, true)});
+    StopAndRunAgain(catia, ID_Command3, "Product: ", "Sestav: 301 Partu: 300");
+}
+
+TEST_F(Stopping, AWalkWithoutYields) {
+    const CatiaSession catia({WriteProduct("flat.txt", 5000, false)});
+    MoveAtTitle(20);
+    dorvak_.Press(ID_Command3);
+    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+
+    // Meanwhile the window paints, and what is typed waits.
+    RECT client;
+    GetClientRect(dorvak_.Window(), &client);
+    InvalidateRect(dorvak_.Window(), nullptr, TRUE);
+    WaitUntil("the window painted",
+              [&] { return GetUpdateRect(dorvak_.Window(), nullptr, FALSE) == FALSE; });
+    // It can be moved.
+    MoveAtTitle(30);
+    EXPECT_TRUE(dorvak_.Status().starts_with("Product: ")) << dorvak_.Status();
+    PressKey(VK_ESCAPE);
+    dorvak_.WaitForStatus(kStopped);
+}
+
+TEST_F(Stopping, KeysPressedBetweenYieldsAreTyped) {
+    const CatiaSession catia({WriteProduct("flat.txt", 1500, false)});
+    Click(dorvak_[ID_Text1]);
+    PressKey('A', {VK_CONTROL});
+    dorvak_.Press(ID_Command3);
+    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    Click(dorvak_[ID_Text1]); // waits for the end, like the keys
+    TypeText("Čáp");
+    EXPECT_TRUE(dorvak_.Status().starts_with("Product: "));
+    dorvak_.WaitForStatus("Sestav: 1 Partu: 1500", kLong);
+    WaitUntil("the text", [&] { return Text(dorvak_[ID_Text1]).find("Čáp") != std::string::npos; });
+}
+
+TEST_F(Stopping, ClosingTheWindowBetweenYieldsClosesTheProgram) {
+    const CatiaSession catia({WriteProduct("flat.txt", 5000, false)});
+    dorvak_.Press(ID_Command3);
+    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    dorvak_.Close();
+    EXPECT_LT(CallsMade(catia.Log()), 15000);
+}
+
+TEST_F(Stopping, ATable) {
+    const CatiaSession catia({WriteSheets("sheet.txt", 1)});
+    FillList(dorvak_, LongStructure(120), 120);
+    dorvak_.OpenPage(kExportPage);
+    StopAndRunAgain(catia, ID_Command11, "Catie upravuje font", "Tabulka vytvorena Ok ");
+    catia.Do("select S1 Main 2"); // behind the one that was stopped
+    dorvak_.OpenPage(kImportPage);
+    StopAndRunAgain(catia, ID_Command9, "Nacteni radky:", "Nacteni tabulky Ok");
+    EXPECT_EQ(RowCount(dorvak_[ID_ListView1]), 120);
+    dorvak_.OpenPage(kExportPage);
+    StopAndRunAgain(catia, ID_Command30, "Vyplnovani tabulky", "Vlozeni dat Ok");
+}
+
+TEST_F(Stopping, Sheets) {
+    const CatiaSession catia({WriteSheets("sheets.txt", 600)});
+    FillList(dorvak_, LongStructure(2), 2);
+    dorvak_.OpenPage(kSheetPage);
+    StopAndRunAgain(catia, ID_Command21, "Nacitam Sheets", "Sheets nacteny: 600");
+    Run(ID_Command20, "Ocislovano: 599");
+    StopMidway(catia, ID_Command23, "Prejmenovavam Sheets", "Prejmenovano: 600");
+    Run(ID_Command21, "Sheets nacteny: 600"); // some have their new names
+    Run(ID_Command20, "Ocislovano: 599");
+    Run(ID_Command23, "Prejmenovano: 600");
+    Run(ID_Command21, "Sheets nacteny: 600");
+    StopAndRunAgain(catia, ID_Command34, "Nacitam Sheets", "Sheets nacteny: 600");
+}
+
+TEST_F(Stopping, AnOpenDropDownTakesTheKeyFirst) {
+    const CatiaSession catia({WriteProduct("assemblies.txt", 300, true)});
+    FillList(dorvak_, LongStructure(2), 2);
+    SelectRow(dorvak_[ID_ListView1], 0);
+    dorvak_.OpenPage(kStructurePage);
+    dorvak_.Press(ID_Command3);
+    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    dorvak_.OpenPage(kEditPage);
+    Click(dorvak_[ID_Combo1]);
+    PressKey(VK_DOWN, {VK_MENU});
+    const HWND picker = dorvak_[ID_Combo1];
+    WaitUntil("the drop-down", [&] { return Send(picker, CB_GETDROPPEDSTATE) != 0; });
+    PressKey(VK_ESCAPE);
+    WaitUntil("the drop-down closed", [&] { return Send(picker, CB_GETDROPPEDSTATE) == 0; });
+    EXPECT_TRUE(dorvak_.Status().starts_with("Product: ")) << dorvak_.Status();
+    PressKey(VK_ESCAPE);
+    dorvak_.WaitForStatus(kStopped);
+}
+
+TEST_F(Stopping, ASessionThatRejectsEverything) {
+    const CatiaSession catia({kProduct});
+    catia.Do("fail 20 busy 1000");
+    dorvak_.Press(ID_Command3);
+    const auto is_below = [&](HWND window, HWND other) {
+        for (HWND next = GetWindow(other, GW_HWNDNEXT); next != nullptr;
+             next = GetWindow(next, GW_HWNDNEXT)) {
+            if (next == window) {
+                return true;
+            }
+        }
+        return false;
+    };
+    ASSERT_TRUE(Topmost(dorvak_.Window()));
+    WaitUntil("the window behind the session's", [&] {
+        return !Topmost(dorvak_.Window()) && is_below(dorvak_.Window(), catia.Window());
+    });
+    Sleep(2500); // the balloon has come
+    KeepPicture("catia-rejects-calls.png");
+    BringToFront(dorvak_.Window());
+    PressKey(VK_ESCAPE);
+    dorvak_.WaitForStatus(kStopped);
+    WaitUntil("the window on top again", [&] { return Topmost(dorvak_.Window()); });
+    catia.Do("disarm");
+    dorvak_.Press(ID_Command3);
+    dorvak_.WaitForStatus(kWalked, kLong);
+}
