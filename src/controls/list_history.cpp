@@ -121,7 +121,8 @@ void ListHistory::Note(const std::string& step, std::uint64_t run) {
         return;
     }
     seen_revision_ = list_.Revision();
-    if (HasChanged()) {
+    if (list_.ContentRevision() != std::exchange(seen_content_, list_.ContentRevision()) &&
+        HasChanged()) {
         State taken = Take();
         State before = std::exchange(now_, std::move(taken));
         ++changes_;
@@ -140,6 +141,7 @@ void ListHistory::Start() {
     now_ = Take();
     NoteSelection();
     seen_revision_ = list_.Revision();
+    seen_content_ = list_.ContentRevision();
     undo_.clear();
     redo_.clear();
     bytes_ = 0;
@@ -160,6 +162,7 @@ void ListHistory::Swap(std::deque<Step>& from, std::deque<Step>& to) {
     }
     list_.Replace(std::move(rows), step.state.current);
     seen_revision_ = list_.Revision();
+    seen_content_ = list_.ContentRevision();
     ++changes_;
     std::swap(now_, step.state);
     bytes_ = &from == &undo_ ? bytes_ - step.bytes : bytes_ + step.bytes;

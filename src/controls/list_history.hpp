@@ -64,6 +64,7 @@ class ListHistory {
     std::size_t limit_;
     State now_;
     std::uint64_t seen_revision_ = 0;
+    std::uint64_t seen_content_ = 0;
     std::uint64_t changes_ = 0;
     std::deque<Step> undo_;
     std::deque<Step> redo_;

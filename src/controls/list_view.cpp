@@ -65,7 +65,7 @@ std::size_t ListView::Add(std::string text) {
     if (current_ && *current_ > index) {
         ++*current_;
     }
-    Changed();
+    ContentChanged();
     return index + 1;
 }
 
@@ -81,7 +81,7 @@ void ListView::Remove(std::size_t row) {
     } else if (current_ && *current_ > row) {
         --*current_;
     }
-    Changed();
+    ContentChanged();
 }
 
 void ListView::Move(std::size_t row, std::size_t to) {
@@ -96,7 +96,7 @@ void ListView::Move(std::size_t row, std::size_t to) {
     if (current_) {
         current_ = RowWithId(current_id);
     }
-    Changed();
+    ContentChanged();
 }
 
 void ListView::Clear() {
@@ -104,7 +104,7 @@ void ListView::Clear() {
     current_.reset();
     sorted_by_.reset();
     tool_tip_.clear();
-    Changed();
+    ContentChanged();
 }
 
 void ListView::Replace(std::vector<ListRow> rows, std::optional<std::size_t> current_row) {
@@ -115,7 +115,7 @@ void ListView::Replace(std::vector<ListRow> rows, std::optional<std::size_t> cur
 
 void ListView::SetText(std::size_t row, std::string text) {
     rows_[Index(row)].text = std::move(text);
-    Changed();
+    ContentChanged();
 }
 
 void ListView::SetSubItem(std::size_t row, std::size_t sub_item, std::string text) {
@@ -125,17 +125,17 @@ void ListView::SetSubItem(std::size_t row, std::size_t sub_item, std::string tex
         sub_items.resize(index + 1);
     }
     sub_items[index] = std::move(text);
-    Changed();
+    ContentChanged();
 }
 
 void ListView::SetTag(std::size_t row, std::string tag) {
     rows_[Index(row)].tag = std::move(tag);
-    Changed();
+    ContentChanged();
 }
 
 void ListView::SetChecked(std::size_t row, bool checked) {
     rows_[Index(row)].checked = checked;
-    Changed();
+    ContentChanged();
 }
 
 void ListView::SetSelected(std::size_t row, bool selected) {
@@ -183,7 +183,7 @@ void ListView::SetSorted(std::size_t by_sub_item) {
     if (current_) {
         current_ = RowWithId(current_id);
     }
-    Changed();
+    ContentChanged();
 }
 
 void ListView::EnsureVisible(std::size_t row) {

@@ -24,6 +24,9 @@ class ListView : public Control {
     explicit ListView(std::vector<std::string> column_captions)
         : columns_(std::move(column_captions)) {}
 
+    // Raised with the revision by everything but a change of selection or current row.
+    [[nodiscard]] std::uint64_t ContentRevision() const { return content_revision_; }
+
     [[nodiscard]] const std::vector<std::string>& Columns() const { return columns_; }
     [[nodiscard]] std::size_t Count() const { return rows_.size(); }
     [[nodiscard]] const ListRow& Row(std::size_t row) const { return rows_[Index(row)]; }
@@ -103,6 +106,10 @@ class ListView : public Control {
     std::function<std::optional<std::size_t>(int x, int y)> HitTest;
 
   private:
+    void ContentChanged() {
+        ++content_revision_;
+        Changed();
+    }
     std::size_t Index(std::size_t row) const;
     std::size_t SubIndex(std::size_t sub_item) const;
     [[nodiscard]] const std::string& SortText(const ListRow& row) const;
@@ -110,6 +117,7 @@ class ListView : public Control {
     std::vector<std::string> columns_;
     std::vector<ListRow> rows_;
     std::uint64_t last_id_ = 0;
+    std::uint64_t content_revision_ = 0;
     std::string tool_tip_;
     std::optional<std::size_t> current_;
     std::optional<std::size_t> sorted_by_;

@@ -2,6 +2,8 @@
 
 #include <windowsx.h>
 
+#include <algorithm>
+
 #include "com/utf.hpp"
 #include "text/text.hpp"
 #include "win32/clipboard.hpp"
@@ -69,11 +71,8 @@ void ListViewWindow::Refresh() {
                                 LVSICF_NOINVALIDATEALL | (grows ? LVSICF_NOSCROLL : 0U));
         shown_count_ = list_.Count();
         // Which rows stay selected and current when their number changes is Windows' affair.
-        shown_selected_.assign(shown_count_, false);
-        for (int item = ListView_GetNextItem(Window(), -1, LVNI_SELECTED); item >= 0;
-             item = ListView_GetNextItem(Window(), item, LVNI_SELECTED)) {
-            shown_selected_[static_cast<std::size_t>(item)] = true;
-        }
+        ReadStates();
+        shown_selected_ = selected_items_;
     }
     PushSelection();
     if (const auto row = list_.TakeRowToShow(); row && *row <= shown_count_) {
@@ -84,8 +83,17 @@ void ListViewWindow::Refresh() {
 }
 
 void ListViewWindow::PushSelection() {
+    const std::vector<controls::ListRow>& rows = list_.Rows();
+    const auto selected_rows =
+        static_cast<std::size_t>(std::ranges::count(rows, true, &controls::ListRow::selected));
+    if (shown_count_ > 0 && (selected_rows == 0 || selected_rows == shown_count_)) {
+        if (selected_rows != selected_count_) {
+            SetItemState(-1, selected_rows > 0 ? LVIS_SELECTED : 0U, LVIS_SELECTED);
+        }
+        shown_selected_.assign(shown_count_, selected_rows > 0);
+    }
     for (std::size_t row = 1; row <= shown_count_; ++row) {
-        const bool selected = list_.Row(row).selected;
+        const bool selected = rows[row - 1].selected;
         if (selected != shown_selected_[row - 1]) {
             shown_selected_[row - 1] = selected;
             SetItemState(ToItem(row), selected ? LVIS_SELECTED : 0U, LVIS_SELECTED);
@@ -109,17 +117,15 @@ void ListViewWindow::Pull() {
         return; // the program has changed the rows meanwhile
     }
     const bool in_step = list_.Revision() == shown_revision_;
-    std::vector<bool> selected(shown_count_, false);
-    for (int item = ListView_GetNextItem(Window(), -1, LVNI_SELECTED); item >= 0;
-         item = ListView_GetNextItem(Window(), item, LVNI_SELECTED)) {
-        selected[static_cast<std::size_t>(item)] = true;
+    if (ListView_GetSelectedCount(Window()) != selected_count_) {
+        ReadStates();
     }
     for (std::size_t row = 1; row <= shown_count_; ++row) {
-        if (selected[row - 1] != shown_selected_[row - 1]) {
-            list_.SetSelected(row, selected[row - 1]);
+        if (selected_items_[row - 1] != shown_selected_[row - 1]) {
+            list_.SetSelected(row, selected_items_[row - 1]);
         }
     }
-    shown_selected_ = std::move(selected);
+    shown_selected_ = selected_items_;
     const int focused = FocusedItem();
     list_.SetCurrentRow(focused < 0 ? std::nullopt
                                     : std::optional(static_cast<std::size_t>(focused) + 1));
@@ -133,10 +139,18 @@ LRESULT ListViewWindow::OnNotify(NMHDR& header) {
     case LVN_GETDISPINFOW:
         OnGetDisplayInfo(reinterpret_cast<NMLVDISPINFOW&>(header).item);
         return 0;
-    case LVN_ITEMCHANGED:
-    case LVN_ODSTATECHANGED:
-        selection_changed_ = selection_changed_ || !refreshing_;
+    case LVN_ITEMCHANGED: {
+        const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
+        const bool all = change.iItem < 0;
+        NoteStates(all ? 0 : change.iItem, all ? static_cast<int>(shown_count_) - 1 : change.iItem,
+                   change.uOldState, change.uNewState);
         return 0;
+    }
+    case LVN_ODSTATECHANGED: {
+        const auto& change = reinterpret_cast<const NMLVODSTATECHANGE&>(header);
+        NoteStates(change.iFrom, change.iTo, change.uOldState, change.uNewState);
+        return 0;
+    }
     case LVN_ODFINDITEMW:
         return FindByPrefix(reinterpret_cast<const NMLVFINDITEMW&>(header));
     case NM_CLICK:
@@ -205,10 +219,12 @@ LRESULT ListViewWindow::FindByPrefix(const NMLVFINDITEMW& find) const {
     const auto first = static_cast<std::size_t>(std::max(find.iStart, 0));
     for (std::size_t step = 0; step < count; ++step) {
         const std::size_t row = (first + step) % count + 1;
-        const std::wstring text = com::Widen(list_.Row(row).text).substr(0, wanted.size());
-        if (CompareStringEx(LOCALE_NAME_USER_DEFAULT, NORM_IGNORECASE, text.data(),
-                            static_cast<int>(text.size()), wanted.data(),
-                            static_cast<int>(wanted.size()), nullptr, nullptr, 0) == CSTR_EQUAL) {
+        // No character of UTF-16 takes more than three bytes of UTF-8.
+        const std::wstring text =
+            com::Widen(std::string_view(list_.Row(row).text).substr(0, 3 * wanted.size()))
+                .substr(0, wanted.size());
+        if (CompareStringOrdinal(text.data(), static_cast<int>(text.size()), wanted.data(),
+                                 static_cast<int>(wanted.size()), TRUE) == CSTR_EQUAL) {
             return ToItem(row);
         }
     }
@@ -290,8 +306,41 @@ LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
     return DefSubclassProc(Window(), message, w, l);
 }
 
-int ListViewWindow::FocusedItem() const {
-    return ListView_GetNextItem(Window(), -1, LVNI_FOCUSED);
+void ListViewWindow::NoteStates(int first, int last, UINT before, UINT now) {
+    selection_changed_ = selection_changed_ || !refreshing_;
+    if (((before ^ now) & LVIS_SELECTED) != 0) {
+        const bool selected = (now & LVIS_SELECTED) != 0;
+        const auto end = std::min(static_cast<std::size_t>(last + 1), selected_items_.size());
+        for (auto item = static_cast<std::size_t>(first); item < end; ++item) {
+            if (selected_items_[item] != selected) {
+                selected_items_[item] = selected;
+                selected_count_ += selected ? 1U : -1U;
+            }
+        }
+    }
+    if (((before ^ now) & LVIS_FOCUSED) != 0) {
+        if ((now & LVIS_FOCUSED) != 0) {
+            focused_item_ = first;
+        } else if (first <= focused_item_ && focused_item_ <= last) {
+            focused_item_ = -1;
+        }
+    }
+}
+
+// Asks Windows for what its notifications cannot tell.
+void ListViewWindow::ReadStates() {
+    selected_items_.assign(shown_count_, false);
+    selected_count_ = ListView_GetSelectedCount(Window());
+    int item = -1;
+    for (std::size_t left = selected_count_; left > 0; --left) {
+        item = ListView_GetNextItem(Window(), item, LVNI_SELECTED);
+        if (item < 0 || static_cast<std::size_t>(item) >= shown_count_) {
+            selected_count_ -= left;
+            break;
+        }
+        selected_items_[static_cast<std::size_t>(item)] = true;
+    }
+    focused_item_ = shown_count_ == 0 ? -1 : ListView_GetNextItem(Window(), -1, LVNI_FOCUSED);
 }
 
 // Whoever goes from row to row by keyboard sees each in the fields beside the list, as by a click.
@@ -344,10 +393,7 @@ LRESULT ListViewWindow::OnRightButtonDown(LPARAM l) {
     SetFocus(Window());
     if (const auto row = RowAt(at)) {
         if (!HasItemState(ToItem(*row), LVIS_SELECTED)) {
-            for (int item = ListView_GetNextItem(Window(), -1, LVNI_SELECTED); item >= 0;
-                 item = ListView_GetNextItem(Window(), item, LVNI_SELECTED)) {
-                SetItemState(item, 0, LVIS_SELECTED);
-            }
+            SetItemState(-1, 0, LVIS_SELECTED);
         }
         SetItemState(ToItem(*row), LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
     }

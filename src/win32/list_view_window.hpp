@@ -50,7 +50,10 @@ class ListViewWindow : public View {
     LRESULT OnRightButtonDown(LPARAM l);
     bool OnKeyDown(WPARAM key);
     LRESULT OnKey(UINT message, WPARAM w, LPARAM l);
-    [[nodiscard]] int FocusedItem() const;
+    // The item that has the list's focus, -1 for none.
+    [[nodiscard]] int FocusedItem() const { return focused_item_; }
+    void NoteStates(int first, int last, UINT before, UINT now);
+    void ReadStates();
     void RaiseMouseUp(int button, POINT at);
     void DragOver(POINT at);
     void ShowDropMark(std::optional<std::size_t> row);
@@ -70,7 +73,12 @@ class ListViewWindow : public View {
 
     std::uint64_t shown_revision_ = UINT64_MAX;
     std::size_t shown_count_ = 0;
-    std::vector<bool> shown_selected_;
+    std::vector<bool> shown_selected_; // as the list's rows were when they were in step
+    // As the items are, by what Windows has notified of: asking for every item of a long list takes
+    // seconds.
+    std::vector<bool> selected_items_;
+    std::size_t selected_count_ = 0;
+    int focused_item_ = -1;
     bool selection_changed_ = false; // by the person
     bool refreshing_ = false;
     std::wstring display_text_;
