@@ -154,29 +154,38 @@ void SessionTimes::Clear() const {
 }
 
 void WaitUntilDone(HWND window, HWND edit) {
-    Send(edit, EM_SETMODIFY, FALSE);
+    Send(edit, EM_SETMODIFY, FALSE, 0, kLong);
     PostMessageW(edit, EM_SETMODIFY, TRUE, 0);
-    WaitTightly("all messages to be handled", [&] { return Send(edit, EM_GETMODIFY) != 0; });
-    WaitTightly("the window painted", [&] {
-        bool painted = !HasToPaint(window);
-        EnumChildWindows(
-            window,
-            [](HWND child, LPARAM result) -> BOOL {
-                bool& all = *reinterpret_cast<bool*>(result);
-                all = all && !HasToPaint(child);
-                return all ? TRUE : FALSE;
-            },
-            reinterpret_cast<LPARAM>(&painted));
-        return painted;
-    });
+    WaitTightly(
+        "all messages to be handled", [&] { return Send(edit, EM_GETMODIFY, 0, 0, kLong) != 0; },
+        kLong);
+    WaitTightly(
+        "the window painted",
+        [&] {
+            bool painted = !HasToPaint(window);
+            EnumChildWindows(
+                window,
+                [](HWND child, LPARAM result) -> BOOL {
+                    bool& all = *reinterpret_cast<bool*>(result);
+                    all = all && !HasToPaint(child);
+                    return all ? TRUE : FALSE;
+                },
+                reinterpret_cast<LPARAM>(&painted));
+            return painted;
+        },
+        kLong);
 }
 
-void PressMouse() {
+void PressMouse(HWND window, POINT point) {
+    ClientToScreen(window, &point);
     INPUT down{};
     down.type = INPUT_MOUSE;
-    down.mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+    down.mi.dwFlags = MOUSEEVENTF_LEFTDOWN | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+    // The middle of the pixel, in 65536ths of the screen.
+    down.mi.dx = (point.x * 65536 + 32768) / GetSystemMetrics(SM_CXSCREEN);
+    down.mi.dy = (point.y * 65536 + 32768) / GetSystemMetrics(SM_CYSCREEN);
     INPUT up = down;
-    up.mi.dwFlags = MOUSEEVENTF_LEFTUP;
+    up.mi.dwFlags = MOUSEEVENTF_LEFTUP | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
     Input({down, up});
 }
 

@@ -62,8 +62,8 @@ class SessionTimes {
 // of a change is used for it.
 void WaitUntilDone(HWND window, HWND edit);
 
-// Real input, without the pauses that a person's hand makes.
-void PressMouse();
+// Real input, without the pauses that a person's hand makes. The mouse stands there already.
+void PressMouse(HWND window, POINT point);
 void PressKeys(const std::vector<WORD>& keys);
 
 // In MB.

@@ -1,6 +1,7 @@
 // The start, long lists and large trees: what the program does without calls.
 #include <array>
 #include <filesystem>
+#include <memory>
 #include <thread>
 
 #include "com/utf.hpp"
@@ -58,8 +59,6 @@ BareList::BareList(HWND like, int rows) {
     thread_ = std::thread([=, this] { Live(like, rows, ready); });
     WaitForSingleObject(ready, INFINITE);
     CloseHandle(ready);
-    BringToFront(list_);
-    Send(GetAncestor(list_, GA_ROOT), WM_NULL);
 }
 
 BareList::~BareList() {
@@ -111,7 +110,11 @@ void BareList::Live(HWND like, int rows, HANDLE ready) {
                             width, height, frame, nullptr, window_class.hInstance, nullptr);
     edit_ = CreateWindowExW(0, WC_EDITW, L"", WS_CHILD, 0, 0, 10, 10, frame, nullptr,
                             window_class.hInstance, nullptr);
-    SendMessageW(list_, WM_SETFONT, static_cast<WPARAM>(Send(like, WM_GETFONT)), FALSE);
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    const HFONT font = CreateFontIndirectW(&metrics.lfMessageFont);
+    SendMessageW(list_, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, Send(like, LVM_GETEXTENDEDLISTVIEWSTYLE));
     SendMessageW(list_, LVM_SETCALLBACKMASK, LVIS_STATEIMAGEMASK, 0);
     for (int column = 0; column < 7; ++column) {
@@ -138,11 +141,18 @@ void BareList::Live(HWND like, int rows, HANDLE ready) {
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
+    DeleteObject(font);
 }
 
 constexpr std::array kGestures{"click", "Ctrl+A", "click where all were selected", "typing ahead",
                                "page down"};
 using GestureTimes = std::array<std::vector<double>, kGestures.size()>;
+
+constexpr Milliseconds kGesturePatience{180000};
+
+LRESULT SelectedCount(HWND list) {
+    return Send(list, LVM_GETSELECTEDCOUNT, 0, 0, kGesturePatience);
+}
 
 // From the input to the moment where its consequence shows and nothing is left to do or to paint.
 double GestureTime(HWND list, HWND edit, const std::string& what,
@@ -150,17 +160,24 @@ double GestureTime(HWND list, HWND edit, const std::string& what,
     WaitUntilDone(GetAncestor(list, GA_ROOT), edit);
     const Clock::time_point start = Clock::now();
     input();
-    WaitTightly(what, happened);
+    WaitTightly(
+        what,
+        [&] {
+            Send(list, WM_NULL, 0, 0, kGesturePatience); // a busy thread answers late
+            return happened();
+        },
+        kGesturePatience);
     WaitUntilDone(GetAncestor(list, GA_ROOT), edit);
     return MillisecondsSince(start);
 }
 
 double ClickTime(HWND list, HWND edit, int row) {
-    MoveMouse(list, RowPoint(list, row));
-    return GestureTime(list, edit, "the clicked row", PressMouse, [&] {
-        return FocusedRow(list) == row &&
-               Send(list, LVM_GETSELECTEDCOUNT) == 1; // RowSelected follows
-    });
+    const POINT point = RowPoint(list, row);
+    MoveMouse(list, point);
+    return GestureTime(
+        list, edit, "the clicked row in " + ClassName(GetAncestor(list, GA_ROOT)),
+        [&] { PressMouse(list, point); },
+        [&] { return SelectedCount(list) == 1 && FocusedRow(list) == row; });
 }
 
 GestureTimes MeasureGestures(HWND list, HWND edit, int rows, int runs) {
@@ -182,7 +199,7 @@ GestureTimes MeasureGestures(HWND list, HWND edit, int rows, int runs) {
             [] {
                 PressKeys({VK_CONTROL, 'A'});
             },
-            [&] { return Send(list, LVM_GETSELECTEDCOUNT) == rows; }));
+            [&] { return SelectedCount(list) == rows; }));
         times[2].push_back(ClickTime(list, edit, 6));
         times[3].push_back(key('Z', [&] { return FocusedRow(list) == rows - 1; }));
         home();
@@ -199,11 +216,13 @@ void MeasureList(int rows, int runs) {
     auto folder = std::make_shared<ProgramFolder>();
     const std::string written = WriteTemporary("list.txt", ListFile(MakeParts(rows)));
     std::filesystem::copy_file(written, folder->Path("list.txt"));
-    const DorvakWindow dorvak(folder, kEditPage);
-    const HWND list = dorvak[ID_ListView1];
+    auto dorvak = std::make_unique<DorvakWindow>(folder, kEditPage);
+    const HWND list = (*dorvak)[ID_ListView1];
     WaitTightly("the list", [&] { return RowCount(list) == rows; });
-    const GestureTimes times = MeasureGestures(list, dorvak[ID_Text7], rows, runs);
+    const GestureTimes times = MeasureGestures(list, (*dorvak)[ID_Text7], rows, runs);
     const BareList bare(list, rows);
+    dorvak.reset(); // which stands above all others
+    BringToFront(bare.List());
     const GestureTimes bare_times = MeasureGestures(bare.List(), bare.Edit(), rows, runs);
 
     PrintHeadings(
@@ -232,14 +251,23 @@ std::string StructureText(int assemblies) {
     return text;
 }
 
+// Piece by piece: a message to another process carries no text of several megabytes.
+void PutText(HWND edit, const std::wstring& text) {
+    constexpr std::size_t kPiece = 200'000;
+    Send(edit, EM_SETSEL, 0, -1, kLong);
+    for (std::size_t at = 0; at < text.size(); at += kPiece) {
+        const std::wstring piece = text.substr(at, kPiece);
+        Send(edit, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(piece.c_str()), kLong);
+    }
+}
+
 void MeasureTree(int assemblies, int runs) {
     const int nodes = 1 + assemblies * 11;
     const DorvakWindow dorvak;
     const HWND tree = dorvak[ID_TreeView1];
     const HWND edit = dorvak[ID_Text7];
     const double memory_before = WorkingSet(dorvak.Process());
-    const std::wstring text = com::Widen(StructureText(assemblies));
-    Send(dorvak[ID_Text1], WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()), kLong);
+    PutText(dorvak[ID_Text1], com::Widen(StructureText(assemblies)));
     WaitUntilDone(dorvak.Window(), edit);
 
     std::vector<double> shown;
@@ -259,11 +287,14 @@ void MeasureTree(int assemblies, int runs) {
     std::vector<double> unchecked;
     for (int run = 0; run < 2 * runs; ++run) {
         const UINT expected = INDEXTOSTATEIMAGEMASK(run % 2 == 0 ? 1 : 2);
-        const double time = GestureTime(tree, edit, "the root's check box", PressMouse, [&] {
-            return (static_cast<UINT>(Send(tree, TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(root),
-                                           TVIS_STATEIMAGEMASK)) &
-                    TVIS_STATEIMAGEMASK) == expected;
-        });
+        const double time = GestureTime(
+            tree, edit, "the root's check box", [&] { PressMouse(tree, check_box); },
+            [&] {
+                return (static_cast<UINT>(Send(tree, TVM_GETITEMSTATE,
+                                               reinterpret_cast<WPARAM>(root),
+                                               TVIS_STATEIMAGEMASK)) &
+                        TVIS_STATEIMAGEMASK) == expected;
+            });
         if (run % 2 == 0) {
             unchecked.push_back(time);
         }
