@@ -1,9 +1,9 @@
 #!/bin/bash
 # wine-run.sh PROGRAM.exe [ARGUMENT...]
 # Runs a Windows program that leaves its exit code in the file named by RESULT_FILE (the desktop
-# tests, the road player and the benchmarks do): in the project's Wine prefix, on a Wine desktop of its own in a
-# virtual screen of its own. Its exit code is the program's; where that is not 0, Wine's messages
-# follow the program's output. Whatever the program started is ended with it, also after
+# tests, the road player and the benchmarks do): in the project's Wine prefix, on a Wine desktop of
+# its own in a virtual screen of its own. Its exit code is the program's; where that is not 0, Wine's
+# messages follow the program's output. Whatever the program started is ended with it, also after
 # WINE_RUN_SECONDS (default 540) or an interruption.
 . "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 

@@ -68,7 +68,7 @@ void Input(std::vector<INPUT> inputs) {
 }
 
 bool HasToPaint(HWND window) {
-    return IsWindowVisible(window) != FALSE && GetUpdateRect(window, nullptr, FALSE) != FALSE;
+    return GetUpdateRect(window, nullptr, FALSE) != FALSE && IsWindowVisible(window) != FALSE;
 }
 
 } // namespace
