@@ -1,17 +1,17 @@
 #!/bin/bash
 # wine-run.sh PROGRAM.exe [ARGUMENT...]
 # Runs a Windows program that leaves its exit code in the file named by RESULT_FILE (the desktop
-# tests and the road player do): in the project's Wine prefix, on a Wine desktop of its own in a
-# virtual screen of its own. Its exit code is the program's; where that is not 0, Wine's messages
-# follow the program's output. Whatever the program started is ended with it, also after
+# tests, the road player and the benchmarks do): in the project's Wine prefix, on a Wine desktop of
+# its own in a virtual screen of its own. Its exit code is the program's; where that is not 0, Wine's
+# messages follow the program's output. Whatever the program started is ended with it, also after
 # WINE_RUN_SECONDS (default 540) or an interruption.
 . "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 program=$(realpath "$1")
 shift
 windows_build=$(dirname "$(dirname "$(dirname "$program")")")
-[[ $program == "$windows_build"/tests/desktop/* && -f $program ]] || {
-    echo "wine-run.sh: $program is not a desktop test" >&2
+[[ $program == "$windows_build"/@(tests|benchmarks)/desktop/* && -f $program ]] || {
+    echo "wine-run.sh: $program is neither a desktop test nor a benchmark" >&2
     exit 2
 }
 

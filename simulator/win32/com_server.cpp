@@ -9,6 +9,7 @@
 #include <ole2.h>
 
 #include "automation/run_time_error.hpp"
+#include "call_clock.hpp"
 #include "com/implementation.hpp"
 #include "com/utf.hpp"
 #include "com/variant.hpp"
@@ -67,6 +68,7 @@ class SessionDispatch : public com::Implementation<IDispatch> {
     }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
                                             DISPID* ids) override {
+        const TimedCall timed;
         const ClassInfo& info = object_->Class();
         const std::string name = com::Narrow(names[0]);
         server_.session.NoteLookup(info.name, name);
@@ -129,6 +131,7 @@ HRESULT Report(const RunTimeError& error, const std::string& class_name, EXCEPIN
 
 HRESULT SessionDispatch::Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPPARAMS* parameters,
                                 VARIANT* result, EXCEPINFO* exception, UINT* wrong_argument) {
+    const TimedCall timed;
     const auto to_dispatch = [this](const ObjectPtr& object) {
         return MakeDispatch(server_, object);
     };

@@ -14,6 +14,7 @@
 #include <ole2.h>
 #include <shellapi.h>
 
+#include "call_clock.hpp"
 #include "com/utf.hpp"
 #include "com_registration.hpp"
 #include "files.hpp"
@@ -84,6 +85,7 @@ int Run() {
     if (const auto names = session.DocumentNames(); !names.empty()) {
         session.Activate(names.front());
     }
+    simulator::ShareCallTimes();
     simulator::Server server{session, write_log};
     const simulator::ApplicationRegistration registration(server);
     if (!registration.problem().empty()) {

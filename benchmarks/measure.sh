@@ -1,0 +1,18 @@
+#!/bin/bash
+# Measures the program in its real window under Wine, on the simulated session: against a bare client
+# that makes the same calls, against the macro walk_and_table.vbs, against notepad's start; long
+# lists and large trees. Prints tables in Markdown. All of it takes half an hour; a section alone
+# some minutes.
+#
+#     benchmarks/measure.sh [PAIRS] [SECTION...]
+#
+# PAIRS is the number of interleaved pairs of runs, 10 where nothing is said. The sections are
+# start, walk, table, read, sheets, macro, lists, trees and large.
+. "$(dirname "${BASH_SOURCE[0]}")/../scripts/setup.sh"
+
+need_packages "${windows_packages[@]}" "${wine_packages[@]}" "${screen_packages[@]}"
+build windows Measure
+make_wine_prefix
+say "$(nproc) processors, busy with $(cut -d ' ' -f 1 /proc/loadavg) before the start"
+WINE_RUN_SECONDS=7200 scripts/wine-run.sh build/windows/benchmarks/desktop/Measure.exe \
+    "$(windows_path "$root/benchmarks/walk_and_table.vbs")" "$@"
