@@ -109,11 +109,15 @@ std::size_t ListHistory::BytesOfItsOwn(const State& before) const {
 }
 
 void ListHistory::NoteSelection() {
+    now_.current = list_.CurrentRow();
+    if (now_.selected.size() == list_.Count() && seen_selection_ == list_.SelectionRevision()) {
+        return;
+    }
+    seen_selection_ = list_.SelectionRevision();
     now_.selected.resize(list_.Count());
     for (std::size_t index = 0; index < list_.Count(); ++index) {
         now_.selected[index] = list_.Row(index + 1).selected;
     }
-    now_.current = list_.CurrentRow();
 }
 
 void ListHistory::Note(const std::string& step, std::uint64_t run) {

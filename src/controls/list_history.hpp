@@ -65,6 +65,7 @@ class ListHistory {
     State now_;
     std::uint64_t seen_revision_ = 0;
     std::uint64_t seen_content_ = 0;
+    std::uint64_t seen_selection_ = 0;
     std::uint64_t changes_ = 0;
     std::deque<Step> undo_;
     std::deque<Step> redo_;

@@ -140,14 +140,14 @@ void ListView::SetChecked(std::size_t row, bool checked) {
 
 void ListView::SetSelected(std::size_t row, bool selected) {
     rows_[Index(row)].selected = selected;
-    Changed();
+    SelectionChanged();
 }
 
 void ListView::SelectAll() {
     for (ListRow& row : rows_) {
         row.selected = true;
     }
-    Changed();
+    SelectionChanged();
 }
 
 void ListView::SetCurrentRow(std::optional<std::size_t> row) {

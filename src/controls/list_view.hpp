@@ -24,8 +24,10 @@ class ListView : public Control {
     explicit ListView(std::vector<std::string> column_captions)
         : columns_(std::move(column_captions)) {}
 
-    // Raised with the revision by everything but a change of selection or current row.
+    // Raised with the revision: by everything but a change of selection or current row; by whatever
+    // may change which rows are selected.
     [[nodiscard]] std::uint64_t ContentRevision() const { return content_revision_; }
+    [[nodiscard]] std::uint64_t SelectionRevision() const { return selection_revision_; }
 
     [[nodiscard]] const std::vector<std::string>& Columns() const { return columns_; }
     [[nodiscard]] std::size_t Count() const { return rows_.size(); }
@@ -108,6 +110,10 @@ class ListView : public Control {
   private:
     void ContentChanged() {
         ++content_revision_;
+        SelectionChanged();
+    }
+    void SelectionChanged() {
+        ++selection_revision_;
         Changed();
     }
     std::size_t Index(std::size_t row) const;
@@ -118,6 +124,7 @@ class ListView : public Control {
     std::vector<ListRow> rows_;
     std::uint64_t last_id_ = 0;
     std::uint64_t content_revision_ = 0;
+    std::uint64_t selection_revision_ = 0;
     std::string tool_tip_;
     std::optional<std::size_t> current_;
     std::optional<std::size_t> sorted_by_;

@@ -94,9 +94,18 @@ struct MakeView {
 
 } // namespace
 
-ControlViews::ControlViews(controls::Form1& form, const Pages& pages, const RunEvent& run_event) {
+ControlViews::ControlViews(controls::Form1& form, const Pages& pages, RunEvent run_event)
+    : form_(form), pages_(pages), run_event_(std::move(run_event)) {
+    MakeOthers();
+}
+
+void ControlViews::MakeOthers() {
     for (const ControlRow& row : kControlTable) {
-        auto view = std::visit(MakeView{form, pages, run_event, row}, row.member);
+        const HWND window = pages_.Control(row.id);
+        if (window == nullptr || Of(window) != nullptr) {
+            continue;
+        }
+        auto view = std::visit(MakeView{form_, pages_, run_event_, row}, row.member);
         if (view != nullptr) {
             if (row.id == ID_StatusBar1) {
                 status_bar_ = static_cast<StatusBarView*>(view.get());
@@ -111,9 +120,9 @@ View* ControlViews::Of(HWND window) const {
     return found == views_.end() ? nullptr : found->get();
 }
 
-void ControlViews::SetDpi(UINT dpi) const {
-    for (const auto& view : views_) {
-        view->SetDpi(dpi);
+void ControlViews::SetDpi(UINT dpi, std::size_t first) const {
+    for (std::size_t view = first; view < views_.size(); ++view) {
+        views_[view]->SetDpi(dpi);
     }
 }
 

@@ -33,10 +33,11 @@ void Layout::Collect(HWND dialog) {
     }
 }
 
-void Layout::Place(int width, int height, HFONT font) const {
+void Layout::Place(int width, int height, HFONT font, std::size_t first) const {
     const auto x = [width](int units) { return MulDiv(units, width, kClientUnitsWide); };
     const auto y = [height](int units) { return MulDiv(units, height, kClientUnitsHigh); };
-    for (const auto& [window, units] : places_) {
+    for (std::size_t place = first; place < places_.size(); ++place) {
+        const auto& [window, units] = places_[place];
         SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
         const bool combo_box = IsComboBox(window);
         const int bottom = combo_box ? units.top + kDropDownUnitsHigh : units.bottom;

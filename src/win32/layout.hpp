@@ -21,9 +21,10 @@ class Layout {
     void Collect(HWND dialog);
     // Adds a window that stands at a place of its own.
     void Add(HWND window, const RECT& units) { places_.push_back({window, units}); }
-    // Puts every noted window to its place in a client area of `width` by `height` pixels and
-    // gives it `font`.
-    void Place(int width, int height, HFONT font) const;
+    [[nodiscard]] std::size_t Count() const { return places_.size(); }
+    // Puts the noted windows from that one on, counted from 0, to their places in a client area of
+    // `width` by `height` pixels and gives them `font`.
+    void Place(int width, int height, HFONT font, std::size_t first = 0) const;
 
   private:
     struct PlacedWindow {

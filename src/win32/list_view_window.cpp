@@ -16,6 +16,8 @@ int ToItem(std::size_t row) {
     return static_cast<int>(row) - 1;
 }
 
+WNDPROC own_header_procedure = nullptr; // of the headers' class
+
 POINT PointOf(LPARAM l) {
     return {GET_X_LPARAM(l), GET_Y_LPARAM(l)};
 }
@@ -43,7 +45,11 @@ ListViewWindow::ListViewWindow(HWND window, controls::ListView& list, Look look,
     }
     list_.HitTest = [this](int x, int y) { return RowAt({x, y}); };
     SetWindowSubclass(Window(), WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
-    SetWindowSubclass(ListView_GetHeader(Window()), HeaderProcedure, kSubclass, 0);
+    // The list asks its header once for every item that it changes. A subclass of the common
+    // controls would look itself up each time, which takes longer than everything else.
+    const HWND header = ListView_GetHeader(Window());
+    own_header_procedure = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(header, GWLP_WNDPROC));
+    SetWindowLongPtrW(header, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(HeaderProcedure));
 }
 
 ListViewWindow::~ListViewWindow() {
@@ -83,21 +89,9 @@ void ListViewWindow::Refresh() {
 }
 
 void ListViewWindow::PushSelection() {
-    const std::vector<controls::ListRow>& rows = list_.Rows();
-    const auto selected_rows =
-        static_cast<std::size_t>(std::ranges::count(rows, true, &controls::ListRow::selected));
-    if (shown_count_ > 0 && (selected_rows == 0 || selected_rows == shown_count_)) {
-        if (selected_rows != selected_count_) {
-            SetItemState(-1, selected_rows > 0 ? LVIS_SELECTED : 0U, LVIS_SELECTED);
-        }
-        shown_selected_.assign(shown_count_, selected_rows > 0);
-    }
-    for (std::size_t row = 1; row <= shown_count_; ++row) {
-        const bool selected = rows[row - 1].selected;
-        if (selected != shown_selected_[row - 1]) {
-            shown_selected_[row - 1] = selected;
-            SetItemState(ToItem(row), selected ? LVIS_SELECTED : 0U, LVIS_SELECTED);
-        }
+    if (list_.SelectionRevision() != shown_selection_) {
+        shown_selection_ = list_.SelectionRevision();
+        PushSelectedRows();
     }
     const auto current = list_.CurrentRow();
     if (current && !HasItemState(ToItem(*current), LVIS_FOCUSED)) {
@@ -105,6 +99,29 @@ void ListViewWindow::PushSelection() {
     } else if (const int focused = FocusedItem(); !current && focused >= 0) {
         // Not for all rows at once, which takes seconds for a long list.
         SetItemState(focused, 0, LVIS_FOCUSED);
+    }
+}
+
+void ListViewWindow::PushSelectedRows() {
+    const std::vector<controls::ListRow>& rows = list_.Rows();
+    const auto selected_rows =
+        static_cast<std::size_t>(std::ranges::count(rows, true, &controls::ListRow::selected));
+    if (shown_count_ > 0 && (selected_rows == 0 || selected_rows == shown_count_)) {
+        if (selected_rows != selected_count_) {
+            // Every item would be invalidated by itself.
+            SetWindowRedraw(Window(), FALSE);
+            SetItemState(-1, selected_rows > 0 ? LVIS_SELECTED : 0U, LVIS_SELECTED);
+            SetWindowRedraw(Window(), TRUE);
+        }
+        shown_selected_.assign(shown_count_, selected_rows > 0);
+        return;
+    }
+    for (std::size_t row = 1; row <= shown_count_; ++row) {
+        const bool selected = rows[row - 1].selected;
+        if (selected != shown_selected_[row - 1]) {
+            shown_selected_[row - 1] = selected;
+            SetItemState(ToItem(row), selected ? LVIS_SELECTED : 0U, LVIS_SELECTED);
+        }
     }
 }
 
@@ -131,6 +148,7 @@ void ListViewWindow::Pull() {
                                     : std::optional(static_cast<std::size_t>(focused) + 1));
     if (in_step) {
         shown_revision_ = list_.Revision();
+        shown_selection_ = list_.SelectionRevision();
     }
 }
 
@@ -231,13 +249,12 @@ LRESULT ListViewWindow::FindByPrefix(const NMLVFINDITEMW& find) const {
     return -1;
 }
 
-LRESULT CALLBACK ListViewWindow::HeaderProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
-                                                 UINT_PTR, DWORD_PTR) {
+LRESULT CALLBACK ListViewWindow::HeaderProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
     // The header shows a pointer of its own over the dividers; the busy pointer goes first.
     if (message == WM_SETCURSOR && SendMessageW(GetParent(window), message, w, l) != 0) {
         return TRUE;
     }
-    return DefSubclassProc(window, message, w, l);
+    return CallWindowProcW(own_header_procedure, window, message, w, l);
 }
 
 LRESULT CALLBACK ListViewWindow::WindowProcedure(HWND, UINT message, WPARAM w, LPARAM l, UINT_PTR,

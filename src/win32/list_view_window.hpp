@@ -43,8 +43,7 @@ class ListViewWindow : public View {
   private:
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
                                             UINT_PTR id, DWORD_PTR self);
-    static LRESULT CALLBACK HeaderProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
-                                            UINT_PTR id, DWORD_PTR self);
+    static LRESULT CALLBACK HeaderProcedure(HWND window, UINT message, WPARAM w, LPARAM l);
     LRESULT OnMessage(UINT message, WPARAM w, LPARAM l);
     LRESULT OnButtonDown(UINT message, WPARAM w, LPARAM l);
     LRESULT OnRightButtonDown(LPARAM l);
@@ -63,6 +62,7 @@ class ListViewWindow : public View {
     [[nodiscard]] std::optional<std::size_t> RowAt(POINT at, UINT* flags = nullptr) const;
     void Toggle(std::size_t row);
     void PushSelection();
+    void PushSelectedRows();
     void SetItemState(int item, UINT state, UINT mask) const;
     [[nodiscard]] bool HasItemState(int item, UINT state) const;
     void CopySelection() const;
@@ -73,7 +73,8 @@ class ListViewWindow : public View {
 
     std::uint64_t shown_revision_ = UINT64_MAX;
     std::size_t shown_count_ = 0;
-    std::vector<bool> shown_selected_; // as the list's rows were when they were in step
+    std::uint64_t shown_selection_ = UINT64_MAX; // by its revision
+    std::vector<bool> shown_selected_;           // as the list's rows were when they were in step
     // As the items are, by what Windows has notified of: asking for every item of a long list takes
     // seconds.
     std::vector<bool> selected_items_;

@@ -17,6 +17,7 @@ constexpr int kDesignHeight = 7155;     // twips, title bar included
 constexpr int kDesignClientWidth = 693; // design pixels
 
 constexpr UINT kDestroyMessage = WM_APP + 1;
+constexpr UINT kOtherPagesMessage = WM_APP + 2;
 constexpr UINT_PTR kRecoveryTimer = 1;
 
 constexpr std::size_t kSheetsTab = 4;
@@ -110,16 +111,31 @@ MainWindow::~MainWindow() {
     }
 }
 
-void MainWindow::ApplyDpi(UINT dpi) {
+// The collapsed window shows the upper part of what stands at full height.
+void MainWindow::PlaceFrom(std::size_t first, UINT dpi) const {
     RECT client;
     RECT outer;
     GetClientRect(window_, &client);
     GetWindowRect(window_, &outer);
-    // The collapsed window shows the upper part of what stands at full height.
     const int frame = outer.bottom - outer.top - client.bottom;
-    com::Owned<HFONT> font = MessageFont(dpi);
-    layout_.Place(client.right, Pixels(kDesignHeight, dpi) - frame, font.get());
-    font_ = std::move(font);
+    layout_.Place(client.right, Pixels(kDesignHeight, dpi) - frame, font_.get(), first);
+}
+
+// All pages but the first one, when the window has been painted.
+void MainWindow::MakeOtherPages() {
+    const std::size_t placed = layout_.Count();
+    const std::size_t made = views_.All().size();
+    const UINT dpi = GetDpiForWindow(window_);
+    pages_.CreateOthers();
+    views_.MakeOthers();
+    PlaceFrom(placed, dpi);
+    views_.SetDpi(dpi, made);
+    refresher_.Complete();
+}
+
+void MainWindow::ApplyDpi(UINT dpi) {
+    const com::Owned<HFONT> font_before = std::exchange(font_, MessageFont(dpi));
+    PlaceFrom(0, dpi);
     views_.SetDpi(dpi);
     // Depth, part number and paths of the structure text under one another.
     const std::array<UINT, 4> tab_stops{12, 80, 240, 400};
@@ -141,6 +157,8 @@ void MainWindow::Show() {
     refresher_.Complete();
     ShowWindow(window_, SW_SHOWNORMAL);
     UpdateWindow(window_);
+    // Before anything that the person does from now on.
+    PostMessageW(window_, kOtherPagesMessage, 0, 0);
     app::OfferRecovery(form_);
     refresher_.Complete();
     SetTimer(window_, kRecoveryTimer, static_cast<UINT>(pace_.idle / 4), nullptr);
@@ -337,6 +355,9 @@ std::optional<LRESULT> MainWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
     case WM_ACTIVATE:
         taskbar_button_.Show(form_.StatusBar1);
         return std::nullopt;
+    case kOtherPagesMessage:
+        MakeOtherPages();
+        return 0;
     case kDestroyMessage:
         DestroyWindow(window_);
         return 0;

@@ -47,6 +47,8 @@ class MainWindow {
     [[nodiscard]] POINT PopupPoint(controls::PopupPlace place) const;
     void HandleMessage(MSG& message);
     void ApplyDpi(UINT dpi);
+    void PlaceFrom(std::size_t first, UINT dpi) const;
+    void MakeOtherPages();
     void RunEvent(const std::function<void()>& event);
     void RunAtOnce(const std::function<void()>& event);
     bool TakeUndoKey(const MSG& message);

@@ -21,7 +21,8 @@ void LeaveDpiChangesToTheProgram(HWND dialog) {
 
 Pages::Pages(HWND main_window, const controls::TabControl& tab_control, DLGPROC procedure,
              LPARAM owner, Layout& layout)
-    : main_window_(main_window), tabs_(GetDlgItem(main_window, ID_SSTab1)) {
+    : main_window_(main_window), tabs_(GetDlgItem(main_window, ID_SSTab1)), procedure_(procedure),
+      owner_(owner), layout_(layout), count_(tab_control.Captions().size()) {
     int index = 0;
     for (const std::string& caption : tab_control.Captions()) {
         std::wstring text = com::Widen(caption);
@@ -30,26 +31,36 @@ Pages::Pages(HWND main_window, const controls::TabControl& tab_control, DLGPROC 
         tab.pszText = text.data();
         SendMessageW(tabs_, TCM_INSERTITEMW, static_cast<WPARAM>(index),
                      reinterpret_cast<LPARAM>(&tab));
-        HWND page =
-            CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_PAGE1 + index),
-                               main_window_, procedure, owner);
-        SetWindowLongPtrW(page, GWLP_ID, ID_PAGE1 + index);
-        LeaveDpiChangesToTheProgram(page);
-        EnableThemeDialogTexture(page, ETDT_ENABLETAB);
-        RECT units{0, 0, 4, 8};
-        MapDialogRect(page, &units);
-        RECT client;
-        GetClientRect(page, &client);
-        layout.Add(page,
-                   {kPageUnits.x, kPageUnits.y, kPageUnits.x + MulDiv(client.right, 4, units.right),
-                    kPageUnits.y + MulDiv(client.bottom, 8, units.bottom)});
-        layout.Collect(page);
-        // In front of the tab control. The tab order is a ring: the page still follows the tabs.
-        SetWindowPos(page, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-        pages_.push_back(page);
         ++index;
     }
+    Create(0);
     ShowWindow(pages_.front(), SW_SHOW);
+}
+
+void Pages::CreateOthers() {
+    for (std::size_t page = pages_.size(); page < count_; ++page) {
+        Create(page);
+    }
+}
+
+void Pages::Create(std::size_t page) {
+    const auto index = static_cast<int>(page);
+    HWND window = CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_PAGE1 + index),
+                                     main_window_, procedure_, owner_);
+    SetWindowLongPtrW(window, GWLP_ID, ID_PAGE1 + index);
+    LeaveDpiChangesToTheProgram(window);
+    EnableThemeDialogTexture(window, ETDT_ENABLETAB);
+    RECT units{0, 0, 4, 8};
+    MapDialogRect(window, &units);
+    RECT client;
+    GetClientRect(window, &client);
+    layout_.Add(window,
+                {kPageUnits.x, kPageUnits.y, kPageUnits.x + MulDiv(client.right, 4, units.right),
+                 kPageUnits.y + MulDiv(client.bottom, 8, units.bottom)});
+    layout_.Collect(window);
+    // In front of the tab control. The tab order is a ring: the page still follows the tabs.
+    SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    pages_.push_back(window);
 }
 
 HWND Pages::Control(int id) const {
@@ -61,7 +72,7 @@ HWND Pages::Control(int id) const {
 }
 
 void Pages::Show(std::size_t page) {
-    if (page == shown_) {
+    if (page == shown_ || page >= pages_.size()) {
         return;
     }
     ShowWindow(pages_[page], SW_SHOW);

@@ -12,21 +12,29 @@ namespace win32 {
 
 class Pages {
   public:
-    // Gives the tab control of `main_window` its tabs and creates the pages, the first one shown,
-    // with all places noted in `layout`. `procedure` handles the pages' messages; it finds `owner`
-    // in their GWLP_USERDATA.
+    // Gives the tab control of `main_window` its tabs and creates the first page. `procedure`
+    // handles the pages' messages; it finds `owner` in their GWLP_USERDATA. All places are noted in
+    // `layout`.
     Pages(HWND main_window, const controls::TabControl& tab_control, DLGPROC procedure,
           LPARAM owner, Layout& layout);
+    // Creates the others, which a start does not wait for.
+    void CreateOthers();
 
     [[nodiscard]] HWND Tabs() const { return tabs_; }
     // The control with that id, on the main window or on a page; null where there is none.
     [[nodiscard]] HWND Control(int id) const;
-    // Pages count from 0.
+    // Pages count from 0. One that is not there yet comes when it is shown next.
     void Show(std::size_t page);
 
   private:
+    void Create(std::size_t page);
+
     HWND main_window_;
     HWND tabs_;
+    DLGPROC procedure_;
+    LPARAM owner_;
+    Layout& layout_;
+    std::size_t count_;
     std::vector<HWND> pages_;
     std::size_t shown_ = 0;
 };

@@ -79,18 +79,18 @@ void TreeViewWindow::Rebuild() {
         insert.item.iImage = node.image - 1;
         insert.item.iSelectedImage = node.image - 1;
         insert.item.lParam = static_cast<LPARAM>(number);
-        insert.item.state = CheckState(node.checked);
-        insert.item.stateMask = TVIS_STATEIMAGEMASK;
+        // The roots are expanded last: every node that is in sight when it comes is placed anew.
+        const bool expanded = node.expanded && node.parent != 0;
+        insert.item.state = CheckState(node.checked) | (expanded ? TVIS_EXPANDED : 0U);
+        insert.item.stateMask = TVIS_STATEIMAGEMASK | TVIS_EXPANDED;
         auto* const item = reinterpret_cast<HTREEITEM>(
             SendMessageW(Window(), TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
         last_child[node.parent] = item;
         items_.push_back(item);
         shown_checked_.push_back(node.checked);
     }
-    // From the bottom up, so that only roots show their nodes when they are expanded: every node
-    // that is in sight when it comes is placed anew.
-    for (std::size_t number = count; number >= 1; --number) {
-        if (tree_.Node(number).expanded) {
+    for (std::size_t number = 1; number <= count; ++number) {
+        if (tree_.Node(number).parent == 0 && tree_.Node(number).expanded) {
             TreeView_Expand(Window(), items_[number - 1], TVE_EXPAND);
         }
     }

@@ -55,7 +55,8 @@ POINT View::MenuPlace() const {
 }
 
 ButtonView::ButtonView(HWND window, controls::Button& button, RunEvent run_event)
-    : View(window), button_(button), run_event_(std::move(run_event)) {
+    : View(window), button_(button), run_event_(std::move(run_event)),
+      shown_caption_(ReadText(window)) {
     SetWindowSubclass(Window(), WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
 
@@ -70,7 +71,10 @@ void ButtonView::Refresh() {
     }
     if (button_.Revision() != shown_revision_) {
         shown_revision_ = button_.Revision();
-        ShowText(Window(), button_.Caption());
+        if (button_.Caption() != shown_caption_) {
+            shown_caption_ = button_.Caption();
+            ShowText(Window(), shown_caption_);
+        }
     }
 }
 

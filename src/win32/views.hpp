@@ -80,6 +80,7 @@ class ButtonView : public View {
     RunEvent run_event_;
     std::uint64_t shown_revision_ = UINT64_MAX;
     bool shown_enabled_ = true;
+    std::string shown_caption_;
     com::Owned<HICON> picture_;
 };
 
