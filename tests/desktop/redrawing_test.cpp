@@ -12,7 +12,7 @@ using namespace driver;
 
 namespace {
 
-constexpr const char* kCreated = "Tabulka vytvorena Ok ";
+constexpr const char* kTableMade = "Tabulka vytvorena Ok ";
 
 bool Overlap(const RECT& left, const RECT& right) {
     RECT common;
@@ -48,7 +48,7 @@ class Redrawing : public DesktopTest {
         }
         const Clock::time_point start = Clock::now();
         dorvak.Press(ID_Command11);
-        dorvak.WaitForStatus(kCreated, kLong);
+        dorvak.WaitForStatus(kTableMade, kLong);
         return MillisecondsSince(start);
     }
 };
@@ -71,7 +71,7 @@ TEST_F(Redrawing, TheBoxStandsInFreeRoomOfItsPage) {
     int others = 0;
     for (HWND other = GetWindow(box, GW_HWNDFIRST); other != nullptr;
          other = GetWindow(other, GW_HWNDNEXT)) {
-        if (other != box && IsWindowVisible(other)) {
+        if (other != box && IsWindowVisible(other) != FALSE) {
             ++others;
             EXPECT_FALSE(Overlap(Place(other), place)) << Text(other);
         }
@@ -119,7 +119,7 @@ TEST_F(Redrawing, ATableMadeWithoutItIsTheSameAndShown) {
     WaitUntil("the last row", [&] { return dorvak.Status() == "Catie doplnuje radku 7/18"; });
     Sleep(300);
     KeepPicture("without-redrawing.png");
-    dorvak.WaitForStatus(kCreated, kLong);
+    dorvak.WaitForStatus(kTableMade, kLong);
     EXPECT_EQ(catia.Drawing(), drawn);
     EXPECT_EQ(catia.Display(), drawn);
     EXPECT_EQ(CallCounts(catia.Log())["DrawingTable.ComputeMode"], 2);

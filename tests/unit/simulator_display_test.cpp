@@ -16,12 +16,12 @@ namespace {
 using automation::ObjectPtr;
 using namespace std::chrono_literals;
 
-constexpr long kFailed = -2147467259;
-constexpr long kRejected = -2147418111;
+constexpr long kMethodFailed = -2147467259;
+constexpr long kCallRejected = -2147418111;
 constexpr int kOff = 0;
 constexpr int kOn = 1;
 
-constexpr const char* kDrawing = R"(DrawingDocument D.CATDrawing
+constexpr const char* kOneTable = R"(DrawingDocument D.CATDrawing
 sheet S active
   view V at 10 20 active
     table at 5 6 columns 10 20
@@ -35,7 +35,7 @@ struct Display : testing::Test {
     std::vector<std::chrono::microseconds> passed;
 
     Display() {
-        session.LoadDocument("drawing", kDrawing);
+        session.LoadDocument("drawing", kOneTable);
         session.pass_time = [this](std::chrono::microseconds time) { passed.push_back(time); };
     }
 
@@ -147,7 +147,7 @@ TEST_F(Display, StandsWhereItWasComputedLast) {
 
 TEST_F(Display, TakesNoOtherMode) {
     for (const int mode : {-1, 2}) {
-        EXPECT_EQ(testing_support::ErrorOf([&] { SetMode(Table(), mode); }), kFailed);
+        EXPECT_EQ(testing_support::ErrorOf([&] { SetMode(Table(), mode); }), kMethodFailed);
     }
     EXPECT_EQ(Table()->get({"", "ComputeMode"}).AsInteger(), kOn);
 }
@@ -212,9 +212,9 @@ TEST_F(Duration, ReallyPasses) {
 TEST_F(Display, AnOpenDialogRejectsEveryCallUntilItIsClosed) {
     const ObjectPtr table = Table();
     session.dialog_open = true;
-    EXPECT_EQ(testing_support::ErrorOf([&] { SetCell(table, 1, 1, "x"); }), kRejected);
+    EXPECT_EQ(testing_support::ErrorOf([&] { SetCell(table, 1, 1, "x"); }), kCallRejected);
     EXPECT_EQ(testing_support::ErrorOf([&] { Get(session.Application(), "ActiveDocument"); }),
-              kRejected);
+              kCallRejected);
     EXPECT_FALSE(Holds(R"("x")"));
     session.dialog_open = false;
     SetCell(table, 1, 1, "x");
