@@ -502,7 +502,11 @@ std::string Weight(const Element& element) {
 
 class DrawingWriter {
   public:
-    explicit DrawingWriter(const Document& drawing) : drawing_(drawing) {}
+    // Of a table either what it holds or what it displays.
+    using TableOf = const Table& (*)(const Table& table);
+
+    DrawingWriter(const Document& drawing, TableOf table_of)
+        : drawing_(drawing), table_of_(table_of) {}
 
     std::string Write() {
         written_ = std::string(ClassName(drawing_.kind)) + " " + Quoted(drawing_.name) + "\n";
@@ -550,21 +554,23 @@ class DrawingWriter {
         }
     }
 
-    void WriteTable(const std::shared_ptr<Table>& table) {
-        written_ += "    table" + At(table->x, table->y) + " anchor " +
-                    std::to_string(table->anchor_point) + Weight(*table) + Selected(table) +
+    // Its line thickness is no part of what is computed.
+    void WriteTable(const std::shared_ptr<Table>& element) {
+        const Table& table = table_of_(*element);
+        written_ += "    table" + At(table.x, table.y) + " anchor " +
+                    std::to_string(table.anchor_point) + Weight(*element) + Selected(element) +
                     " columns";
-        for (const double size : table->column_sizes) {
+        for (const double size : table.column_sizes) {
             written_ += " " + text::PlainDecimal(size);
         }
         written_ += "\n";
-        for (std::size_t row = 0; row < table->row_sizes.size(); ++row) {
-            const Text& first = *table->Cell(row, 0);
+        for (std::size_t row = 0; row < table.row_sizes.size(); ++row) {
+            const Text& first = *table.Cell(row, 0);
             written_ +=
-                "      row " + text::PlainDecimal(table->row_sizes[row]) + Font(first) + " cells";
+                "      row " + text::PlainDecimal(table.row_sizes[row]) + Font(first) + " cells";
             std::string exceptions;
-            for (std::size_t column = 0; column < table->column_sizes.size(); ++column) {
-                const Text& cell = *table->Cell(row, column);
+            for (std::size_t column = 0; column < table.column_sizes.size(); ++column) {
+                const Text& cell = *table.Cell(row, column);
                 written_ += " " + Quoted(cell.text);
                 if (!SameFont(cell, first) || cell.line_width != 1) {
                     exceptions += "        cell " + std::to_string(column + 1) + Font(cell) +
@@ -580,13 +586,18 @@ class DrawingWriter {
     }
 
     const Document& drawing_;
+    TableOf table_of_;
     std::string written_;
 };
 
 } // namespace
 
 std::string WriteDrawing(const Document& drawing) {
-    return DrawingWriter(drawing).Write();
+    return DrawingWriter(drawing, [](const Table& table) -> const Table& { return table; }).Write();
+}
+
+std::string WriteDisplay(const Document& drawing) {
+    return DrawingWriter(drawing, Displayed).Write();
 }
 
 } // namespace simulator

@@ -15,5 +15,7 @@ std::shared_ptr<Document> ReadDocument(std::string_view file_name, std::string_v
 
 // `drawing` in the same format: reading it gives the same drawing.
 std::string WriteDrawing(const Document& drawing);
+// The same of what is displayed: tables as they were computed last.
+std::string WriteDisplay(const Document& drawing);
 
 } // namespace simulator

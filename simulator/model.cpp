@@ -17,6 +17,26 @@ std::shared_ptr<Table> MakeTable(std::vector<double> row_sizes, std::vector<doub
     return table;
 }
 
+bool ComputesDisplay(const Table& table) {
+    return table.computed_last == nullptr;
+}
+
+void SetComputesDisplay(Table& table, bool computes) {
+    if (computes) {
+        table.computed_last = nullptr;
+    } else if (ComputesDisplay(table)) {
+        auto copy = std::make_shared<Table>(table);
+        for (auto& cell : copy->cells) {
+            cell = std::make_shared<Text>(*cell);
+        }
+        table.computed_last = std::move(copy);
+    }
+}
+
+const Table& Displayed(const Table& table) {
+    return ComputesDisplay(table) ? table : *table.computed_last;
+}
+
 std::shared_ptr<Sheet> MakeSheet(std::string name) {
     auto sheet = std::make_shared<Sheet>();
     sheet->name = std::move(name);
@@ -52,7 +72,8 @@ bool IsSelected(const Document& document, const std::shared_ptr<Element>& elemen
     return std::find(selection.begin(), selection.end(), element) != selection.end();
 }
 
-Rectangle Place(const View& view, const Table& table) {
+Rectangle Place(const View& view, const Table& whole_table) {
+    const Table& table = Displayed(whole_table);
     const double width = std::accumulate(table.column_sizes.begin(), table.column_sizes.end(), 0.0);
     const double height = std::accumulate(table.row_sizes.begin(), table.row_sizes.end(), 0.0);
     const int across = table.anchor_point / 3;

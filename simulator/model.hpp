@@ -49,6 +49,9 @@ struct Table : Element {
     std::vector<double> row_sizes;
     std::vector<double> column_sizes;
     std::vector<std::shared_ptr<Text>> cells; // row by row
+    // What it displays where that is no longer computed: the table as it was then. Null while every
+    // change shows at once.
+    std::shared_ptr<const Table> computed_last;
 
     // `row` and `column` count from 0.
     [[nodiscard]] const std::shared_ptr<Text>& Cell(std::size_t row, std::size_t column) const {
@@ -58,6 +61,12 @@ struct Table : Element {
 
 // A table of empty cells.
 std::shared_ptr<Table> MakeTable(std::vector<double> row_sizes, std::vector<double> column_sizes);
+
+// Whether the display of `table` follows its changes. Switched on, all of it is computed at once.
+bool ComputesDisplay(const Table& table);
+void SetComputesDisplay(Table& table, bool computes);
+// The table as it is displayed.
+const Table& Displayed(const Table& table);
 
 struct Line {
     double from_x, from_y, to_x, to_y;
@@ -115,7 +124,7 @@ struct Rectangle {
     double left, bottom, right, top;
 };
 
-// Where `table` of `view` stands on the sheet.
-Rectangle Place(const View& view, const Table& table);
+// Where `table` of `view` is displayed on the sheet.
+Rectangle Place(const View& view, const Table& whole_table);
 
 } // namespace simulator

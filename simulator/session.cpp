@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <thread>
 
 #include "automation/run_time_error.hpp"
 #include "document_file.hpp"
@@ -29,9 +30,21 @@ std::shared_ptr<Sheet> FindSheet(const DocumentPtr& document, std::string_view n
     return document != nullptr ? SheetNamed(*document, name) : nullptr;
 }
 
+// Short times are spent exactly, as a system's sleep would not.
+void PassTime(std::chrono::microseconds time) {
+    constexpr std::chrono::milliseconds kLong{50};
+    if (time >= kLong) {
+        std::this_thread::sleep_for(time);
+        return;
+    }
+    const auto end = std::chrono::steady_clock::now() + time;
+    while (std::chrono::steady_clock::now() < end) {
+    }
+}
+
 } // namespace
 
-Session::Session() : model_(std::make_unique<Model>()) {
+Session::Session() : pass_time(PassTime), model_(std::make_unique<Model>()) {
     Arm({});
 }
 
@@ -104,14 +117,23 @@ void Session::Arm(const Fault& fault) {
     }
 }
 
-std::string Session::DrawingAsText(std::string_view document_name) const {
-    DocumentPtr document = model_->active;
+const Document* Session::DrawingNamed(std::string_view document_name) const {
+    const Document* document = model_->active.get();
     if (!document_name.empty()) {
         const auto found = FindNamed(model_->documents, document_name);
-        document = found != model_->documents.end() ? *found : nullptr;
+        document = found != model_->documents.end() ? found->get() : nullptr;
     }
-    return document != nullptr && document->kind == DocumentKind::kDrawing ? WriteDrawing(*document)
-                                                                           : std::string();
+    return document != nullptr && document->kind == DocumentKind::kDrawing ? document : nullptr;
+}
+
+std::string Session::DrawingAsText(std::string_view document_name) const {
+    const Document* const drawing = DrawingNamed(document_name);
+    return drawing != nullptr ? WriteDrawing(*drawing) : std::string();
+}
+
+std::string Session::DisplayAsText(std::string_view document_name) const {
+    const Document* const drawing = DrawingNamed(document_name);
+    return drawing != nullptr ? WriteDisplay(*drawing) : std::string();
 }
 
 bool Session::ActivateSheet(std::string_view sheet_name) {
@@ -156,6 +178,9 @@ void Session::BeginCall(const std::string& line, std::string_view member_name) {
     if (before_call) {
         before_call(line);
     }
+    if (dialog_open) {
+        throw CallRejected();
+    }
     if (model_->busy_calls_left > 0) {
         --model_->busy_calls_left;
         throw CallRejected();
@@ -175,12 +200,21 @@ void Session::BeginCall(const std::string& line, std::string_view member_name) {
     case FaultKind::kVanished:
         model_->link->session = nullptr;
         throw ServerUnavailable();
+    case FaultKind::kSlow:
+        pass_time(model_->fault.milliseconds);
+        return;
     }
 }
 
 void Session::NoteLookup(std::string_view class_name, std::string_view member_name) {
     model_->log.push_back(
         std::string("lookup ").append(class_name).append(".").append(member_name));
+}
+
+void Session::ComputeDisplay(const Table& table) {
+    if (ComputesDisplay(table) && recompute_time.count() > 0) {
+        pass_time(recompute_time);
+    }
 }
 
 void Session::NoteChange() {

@@ -1,7 +1,9 @@
 // A CATIA V5 session without CATIA: documents loaded from small text files, answering every member
-// that the program knows as CATIA does, with a log of the calls and a switch that makes one fail.
+// that the program knows as CATIA does, with a log of the calls and switches that make one fail, or
+// take its time.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -15,17 +17,20 @@ namespace simulator {
 
 struct Document;
 struct Link;
+struct Table;
 
 enum class FaultKind {
     kRefused,  // the member fails: E_FAIL with "The method ... failed"
     kBusy,     // the session rejects the call, and the calls after it, `times` times altogether
     kVanished, // the session's process ends in the call; every later call finds no server
+    kSlow,     // the call takes `milliseconds` and then is carried out
 };
 
 struct Fault {
     std::size_t call = 0; // counted from the moment of arming; 1 is the next call, 0 is none
     FaultKind kind = FaultKind::kRefused;
-    int times = 1; // of kBusy
+    int times = 1;                             // of kBusy
+    std::chrono::milliseconds milliseconds{0}; // of kSlow
 };
 
 class Session {
@@ -65,6 +70,9 @@ class Session {
     // texts. The active document's where no name is given. It is in the format of the sample files;
     // empty where the document is no drawing.
     [[nodiscard]] std::string DrawingAsText(std::string_view document_name = {}) const;
+    // The same of what the session displays: a table whose display is not computed stands there as
+    // it was computed last.
+    [[nodiscard]] std::string DisplayAsText(std::string_view document_name = {}) const;
 
     // What a person does in the session's window, with the active document. Each is false where
     // there is no such sheet, view or table; `table` counts from 1.
@@ -85,14 +93,24 @@ class Session {
     char decimal_separator = '.';
     // Detail sheets answer IsDetail with the number 1 instead of the Boolean true.
     bool detail_as_number = false;
+    // While a dialog is open, the session rejects every call.
+    bool dialog_open = false;
+    // What computing a table's display takes: after each of its changes, or once when its
+    // computing is switched on.
+    std::chrono::microseconds recompute_time{0};
+    // Lets that much time pass in a call.
+    std::function<void(std::chrono::microseconds)> pass_time;
 
     // For the session's own objects and for what serves them over COM. BeginCall logs a call of the
     // member and raises the armed failure when it is due.
     void BeginCall(const std::string& line, std::string_view member_name);
     void NoteLookup(std::string_view class_name, std::string_view member_name);
     void NoteChange();
+    void ComputeDisplay(const Table& table);
 
   private:
+    [[nodiscard]] const Document* DrawingNamed(std::string_view document_name) const;
+
     struct Model;
     std::unique_ptr<Model> model_;
 };

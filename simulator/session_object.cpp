@@ -46,7 +46,7 @@ Value SessionObject::Call(const Member& member, const Array& arguments) {
         throw MethodFailed(info->name);
     }
     if (info->changes) {
-        session.NoteChange();
+        NoteChange(session);
     }
     return result;
 }
@@ -63,6 +63,13 @@ void SessionObject::Put(const Member& member, const Value& value) {
         info->put(*this, converted);
     } catch (const Refusal&) {
         throw MethodFailed(info->name);
+    }
+    NoteChange(session);
+}
+
+void SessionObject::NoteChange(Session& session) const {
+    if (const Table* const table = DisplayingTable()) {
+        session.ComputeDisplay(*table);
     }
     session.NoteChange();
 }

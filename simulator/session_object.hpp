@@ -112,6 +112,8 @@ class SessionObject : public automation::Object {
     [[nodiscard]] virtual std::string Label() const { return Class().name; }
     // What a selection takes of the object; null where it cannot be selected.
     [[nodiscard]] virtual std::shared_ptr<Element> Selectable() const { return nullptr; }
+    // The table whose display a change of the object changes; null where there is none.
+    [[nodiscard]] virtual const Table* DisplayingTable() const { return nullptr; }
 
     [[nodiscard]] const LinkPtr& link() const { return link_; }
     // Null for the application object alone.
@@ -124,6 +126,7 @@ class SessionObject : public automation::Object {
                            const automation::Array& arguments) override;
     Session& BeginCall(const MemberInfo* member, std::string_view called_name,
                        const std::string& line);
+    void NoteChange(Session& session) const;
 
     LinkPtr link_;
     DocumentPtr document_;

@@ -27,8 +27,11 @@ double Positive(double number) {
 
 class TextObject : public SessionObject {
   public:
-    TextObject(LinkPtr link, DocumentPtr document, std::shared_ptr<Text> text)
-        : SessionObject(std::move(link), std::move(document)), text_(std::move(text)) {}
+    // `table` is the one that has the text in a cell; null where none has.
+    TextObject(LinkPtr link, DocumentPtr document, std::shared_ptr<Text> text,
+               std::shared_ptr<const Table> table)
+        : SessionObject(std::move(link), std::move(document)), text_(std::move(text)),
+          table_(std::move(table)) {}
 
     [[nodiscard]] const ClassInfo& Class() const override {
         static const ClassInfo info{
@@ -62,6 +65,7 @@ class TextObject : public SessionObject {
     }
 
     [[nodiscard]] std::shared_ptr<Element> Selectable() const override { return text_; }
+    [[nodiscard]] const Table* DisplayingTable() const override { return table_.get(); }
 
   private:
     // The model has one font for a whole text: any part of it but the whole is refused.
@@ -73,6 +77,7 @@ class TextObject : public SessionObject {
     }
 
     std::shared_ptr<Text> text_;
+    std::shared_ptr<const Table> table_;
 };
 
 class TableObject : public SessionObject {
@@ -108,6 +113,18 @@ class TableObject : public SessionObject {
                      }
                      object.table_->anchor_point = value.AsInteger();
                  }),
+             Property<TableObject>(
+                 "ComputeMode", Kind::kLong,
+                 [](TableObject& object) {
+                     return ComputesDisplay(*object.table_) ? kComputeModeOn : kComputeModeOff;
+                 },
+                 [](TableObject& object, const Value& value) {
+                     if (value.AsInteger() != kComputeModeOn &&
+                         value.AsInteger() != kComputeModeOff) {
+                         throw Refusal();
+                     }
+                     SetComputesDisplay(*object.table_, value.AsInteger() == kComputeModeOn);
+                 }),
              Function<TableObject>("GetRowSize", {Kind::kLong},
                                    [](TableObject& object, const Array& arguments) {
                                        return Size(object.table_->row_sizes, arguments);
@@ -136,15 +153,22 @@ class TableObject : public SessionObject {
                               }),
              Function<TableObject>("GetCellObject", {Kind::kLong, Kind::kLong},
                                    [](TableObject& object, const Array& arguments) {
-                                       return MakeText(object.link(), object.document(),
-                                                       object.Cell(arguments));
+                                       return object.CellObject(arguments);
                                    })}};
         return info;
     }
 
     [[nodiscard]] std::shared_ptr<Element> Selectable() const override { return table_; }
+    [[nodiscard]] const Table* DisplayingTable() const override { return table_.get(); }
 
   private:
+    static constexpr std::int32_t kComputeModeOff = 0;
+    static constexpr std::int32_t kComputeModeOn = 1;
+
+    [[nodiscard]] ObjectPtr CellObject(const Array& arguments) const {
+        return std::make_shared<TextObject>(link(), document(), Cell(arguments), table_);
+    }
+
     static double& Size(std::vector<double>& sizes, const Array& arguments) {
         return sizes[PlaceOf(arguments[0].AsInteger(), sizes.size())];
     }
@@ -256,7 +280,8 @@ ObjectPtr MakeTable(LinkPtr link, DocumentPtr document, std::shared_ptr<Table> t
 }
 
 ObjectPtr MakeText(LinkPtr link, DocumentPtr document, std::shared_ptr<Text> text) {
-    return std::make_shared<TextObject>(std::move(link), std::move(document), std::move(text));
+    return std::make_shared<TextObject>(std::move(link), std::move(document), std::move(text),
+                                        nullptr);
 }
 
 } // namespace simulator

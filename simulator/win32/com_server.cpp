@@ -72,6 +72,9 @@ class SessionDispatch : public com::Implementation<IDispatch> {
         const ClassInfo& info = object_->Class();
         const std::string name = com::Narrow(names[0]);
         server_.session.NoteLookup(info.name, name);
+        if (server_.session.dialog_open) {
+            return RPC_E_CALL_REJECTED;
+        }
         for (UINT i = 0; i < count; ++i) {
             ids[i] = DISPID_UNKNOWN; // arguments have no names
         }

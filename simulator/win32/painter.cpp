@@ -138,35 +138,36 @@ class SheetPainter {
         }
     }
 
-    void PaintTable(const View& view, const std::shared_ptr<Table>& table) {
-        const simulator::Rectangle place = Place(view, *table);
-        const bool selected = IsSelected(drawing_, table);
+    void PaintTable(const View& view, const std::shared_ptr<Table>& element) {
+        const Table& table = Displayed(*element);
+        const simulator::Rectangle place = Place(view, *element);
+        const bool selected = IsSelected(drawing_, element);
         if (selected) {
             Fill(dc_, scale_.Box(place), kSelectedFill);
         }
-        const std::size_t columns = table->column_sizes.size();
+        const std::size_t columns = table.column_sizes.size();
         std::vector<int> edges{scale_.X(place.left)};
         double x = place.left;
-        for (const double size : table->column_sizes) {
+        for (const double size : table.column_sizes) {
             x += size;
             edges.push_back(scale_.X(x));
         }
 
         const Chosen pen(
-            dc_, CreatePen(PS_SOLID, PenWidth(table->line_width), selected ? kSelected : kInk));
+            dc_, CreatePen(PS_SOLID, PenWidth(element->line_width), selected ? kSelected : kInk));
         SetTextColor(dc_, kInk);
         double y = place.top;
         HorizontalLine(edges.front(), edges.back(), scale_.Y(y));
-        for (std::size_t row = 0; row < table->row_sizes.size(); ++row) {
+        for (std::size_t row = 0; row < table.row_sizes.size(); ++row) {
             const int top = scale_.Y(y);
-            y -= table->row_sizes[row];
+            y -= table.row_sizes[row];
             const int bottom = scale_.Y(y);
             RECT visible{edges.front(), top, edges.back() + 1, bottom + 1};
             if (RectVisible(dc_, &visible) == FALSE) {
                 continue;
             }
             for (std::size_t column = 0; column < columns; ++column) {
-                PaintCell(*table->Cell(row, column),
+                PaintCell(*table.Cell(row, column),
                           {edges[column], top, edges[column + 1], bottom});
             }
             HorizontalLine(edges.front(), edges.back(), bottom);

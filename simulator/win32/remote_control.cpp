@@ -33,12 +33,12 @@ class Command {
         return std::string(word);
     }
 
-    int Number() {
+    int Number(int least = 1) {
         const std::string word = Word();
         int number = 0;
         const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
-        if (error != std::errc() || end != word.data() + word.size() || number < 1) {
-            throw std::runtime_error("\"" + word + "\" is no number from 1");
+        if (error != std::errc() || end != word.data() + word.size() || number < least) {
+            throw std::runtime_error("\"" + word + "\" is no number from " + std::to_string(least));
         }
         return number;
     }
@@ -70,6 +70,9 @@ void Arm(Session& session, Command& command) {
         fault.times = command.Number();
     } else if (kind == "vanish") {
         fault.kind = FaultKind::kVanished;
+    } else if (kind == "slow") {
+        fault.kind = FaultKind::kSlow;
+        fault.milliseconds = std::chrono::milliseconds(command.Number());
     } else {
         throw std::runtime_error("unknown fault \"" + kind + "\"");
     }
@@ -93,7 +96,7 @@ std::string LogAsText(const Session& session) {
 }
 
 void DoRemoteCommand(Session& session, std::string_view command_line,
-                     const std::function<void(const std::string&)>& set_title) {
+                     const WindowCommands& window) {
     Command command(command_line);
     const std::string first = command.Word();
     if (first == "fail") {
@@ -106,7 +109,9 @@ void DoRemoteCommand(Session& session, std::string_view command_line,
         const std::string path = command.Rest();
         session.LoadDocument(path, ReadWholeFile(path));
     } else if (first == "title") {
-        set_title(command.Rest());
+        window.set_title(command.Rest());
+    } else if (first == "recompute") {
+        session.recompute_time = std::chrono::microseconds(command.Number(0));
     } else if (first == "sheet") {
         Check(session.ActivateSheet(command.Word()));
     } else if (first == "select") {
@@ -121,6 +126,10 @@ void DoRemoteCommand(Session& session, std::string_view command_line,
             WriteWholeFile(command.Rest(), LogAsText(session));
         } else if (both == "drawing write") {
             WriteWholeFile(command.Rest(), session.DrawingAsText());
+        } else if (both == "display write") {
+            WriteWholeFile(command.Rest(), session.DisplayAsText());
+        } else if (both == "dialog open" || both == "dialog close") {
+            window.show_dialog(both == "dialog open");
         } else if (both == "close all") {
             session.CloseAllDocuments();
         } else if (both == "detail number" || both == "detail boolean") {

@@ -2,6 +2,7 @@
 
 #define IDI_CATIASIM 100
 #define IDR_MENU 101
+#define IDD_BUSY 102
 
 #define ID_OPEN 201
 #define ID_CLOSE_ALL 202
@@ -18,6 +19,9 @@
 #define ID_VANISH_TENTH 215
 #define ID_DISARM 216
 #define ID_DETAIL_AS_NUMBER 217
+#define ID_SLOW_NEXT 218
+#define ID_DIALOG 219
+#define ID_RECOMPUTE 220
 #define ID_NONE 299
 
 // Menu items made from the open documents, the active drawing's sheets and the sheet's tables.

@@ -92,6 +92,9 @@ int SessionWindow::Run() {
     const HACCEL accelerators = CreateAcceleratorTableW(&open, 1);
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (dialog_ != nullptr && IsDialogMessageW(dialog_, &message) != FALSE) {
+            continue;
+        }
         if (TranslateAcceleratorW(window_, accelerators, &message) == 0) {
             TranslateMessage(&message);
             DispatchMessageW(&message);
@@ -160,7 +163,8 @@ LRESULT SessionWindow::Handle(UINT message, WPARAM w, LPARAM l) {
         }
         try {
             DoRemoteCommand(session_, {static_cast<const char*>(data.lpData), data.cbData},
-                            [this](const std::string& title) { title_ = title; });
+                            {.set_title = [this](const std::string& title) { title_ = title; },
+                             .show_dialog = [this](bool open) { ShowDialog(open); }});
         } catch (const std::runtime_error&) {
             return 0; // the driver reports it
         }
@@ -353,6 +357,8 @@ void SessionWindow::FillMenu(HMENU menu, int place) {
     case kFaultsMenu:
         CheckMenuItem(menu, ID_DETAIL_AS_NUMBER,
                       session_.detail_as_number ? MF_CHECKED : MF_UNCHECKED);
+        CheckMenuItem(menu, ID_RECOMPUTE,
+                      session_.recompute_time.count() > 0 ? MF_CHECKED : MF_UNCHECKED);
         break;
     default:
         EnableMenuItem(menu, ID_WRITE_DRAWING,
@@ -361,8 +367,45 @@ void SessionWindow::FillMenu(HMENU menu, int place) {
     }
 }
 
+// The window takes no input meanwhile, as CATIA's own does not.
+void SessionWindow::ShowDialog(bool open) {
+    if (open && dialog_ == nullptr) {
+        dialog_ = CreateDialogParamW(program_, MAKEINTRESOURCEW(IDD_BUSY), window_, DialogProcedure,
+                                     reinterpret_cast<LPARAM>(this));
+        if (dialog_ == nullptr) {
+            throw std::runtime_error("the dialog cannot be opened");
+        }
+        EnableWindow(window_, FALSE);
+        ShowWindow(dialog_, SW_SHOW);
+    } else if (!open && dialog_ != nullptr) {
+        EnableWindow(window_, TRUE); // before the dialog goes, so that this window is the next one
+        DestroyWindow(dialog_);
+        dialog_ = nullptr;
+    }
+    session_.dialog_open = open;
+}
+
+INT_PTR CALLBACK SessionWindow::DialogProcedure(HWND dialog, UINT message, WPARAM w, LPARAM l) {
+    switch (message) {
+    case WM_INITDIALOG:
+        SetWindowLongPtrW(dialog, DWLP_USER, l);
+        return TRUE;
+    case WM_COMMAND:
+        if (LOWORD(w) == IDOK || LOWORD(w) == IDCANCEL) {
+            reinterpret_cast<SessionWindow*>(GetWindowLongPtrW(dialog, DWLP_USER))
+                ->ShowDialog(false);
+            return TRUE;
+        }
+        return FALSE;
+    default:
+        return FALSE;
+    }
+}
+
 void SessionWindow::Do(int command) {
     constexpr int kTenth = 10;
+    constexpr std::chrono::seconds kSlow{5};
+    constexpr std::chrono::milliseconds kSlowDisplay{2};
     constexpr int kShort = 4;
     constexpr int kEndless = 1'000'000'000;
     switch (command) {
@@ -404,6 +447,16 @@ void SessionWindow::Do(int command) {
         break;
     case ID_BUSY_LONG:
         session_.Arm({1, FaultKind::kBusy, kEndless});
+        break;
+    case ID_DIALOG:
+        Trap([this] { ShowDialog(true); });
+        break;
+    case ID_SLOW_NEXT:
+        session_.Arm({.call = 1, .kind = FaultKind::kSlow, .milliseconds = kSlow});
+        break;
+    case ID_RECOMPUTE:
+        session_.recompute_time =
+            session_.recompute_time.count() > 0 ? std::chrono::milliseconds{0} : kSlowDisplay;
         break;
     case ID_VANISH_NEXT:
         session_.Arm({1, FaultKind::kVanished, 1});

@@ -39,6 +39,9 @@ class SessionWindow {
     void UpdateScrollBar();
     void Click(POINT point);
     void FillMenu(HMENU menu, int place);
+    // Opens the dialog that has every call rejected, or closes it.
+    void ShowDialog(bool open);
+    static INT_PTR CALLBACK DialogProcedure(HWND dialog, UINT message, WPARAM w, LPARAM l);
     void Do(int command);
     void DoInList(int command);
     void Trap(const std::function<void()>& action);
@@ -49,7 +52,8 @@ class SessionWindow {
     Session& session_;
     HWND window_ = nullptr;
     HWND status_ = nullptr;
-    std::string title_; // in place of its own, where not empty
+    HWND dialog_ = nullptr; // null while none is open
+    std::string title_;     // in place of its own, where not empty
     bool show_pending_ = false;
     int first_line_ = 0; // of a product's tree
 };

@@ -117,6 +117,7 @@ void BindActions(Form1& form) {
     Bind(form, form.Command16, tables::Command16_Click);
     Bind(form, form.Command30, tables::Command30_Click);
     Bind(form, form.Command6, tables::Command6_Click);
+    Bind(form, form.Check3.Click, shell::Check3_Click);
     Bind(form, form.Command8, tables::Command8_Click);
     BindRepeatable(form, form.m_poslat_jako_tabulku, tables::m_poslat_jako_tabulku_Click);
     Bind(form, form.m_vlozit_do_tabulky, tables::m_vlozit_do_tabulky_Click);

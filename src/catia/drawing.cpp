@@ -58,6 +58,10 @@ void DrawingTable::SetAnchorPoint(double code) const {
     object_->put({"DrawingTable", "AnchorPoint"}, code);
 }
 
+void DrawingTable::SetComputeMode(int mode) const {
+    object_->put({"DrawingTable", "ComputeMode"}, mode);
+}
+
 void DrawingTable::SetrowSize(int row, const std::string& height) const {
     object_->call({"DrawingTable", "SetrowSize"}, {row, height});
 }

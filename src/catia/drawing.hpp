@@ -40,6 +40,8 @@ class DrawingTable {
     // The code of the point of the table that stands on its position, 0 to 8.
     [[nodiscard]] int AnchorPoint() const;
     void SetAnchorPoint(double code) const;
+    // Whether CATIA computes the display of the table after each of its changes: 1 on, 0 off.
+    void SetComputeMode(int mode) const;
     void SetrowSize(int row, const std::string& height) const;
     void SetColumnSize(int column, const std::string& width) const;
     [[nodiscard]] DrawingText GetCellObject(int row, int column) const;

@@ -141,6 +141,7 @@ struct Form1 {
     Button Command30{"Exportovat do tabulky"};
     Button Command7{"Export 1 tabulky"};
     Button Command6{"Export jako text"};
+    CheckBox Check3{"Bez překreslování"};
     Button Command8{"text"};
 
     // "Import tabulky"

@@ -130,6 +130,10 @@ std::string TableFilledMeanwhile() {
            "ji znovu.";
 }
 
+std::string TableNotRedrawn() {
+    return "Tabulka je zapsaná, ale CATIA ji nepřekreslila. Zapište ji znovu.";
+}
+
 std::string TextsPlaced(std::size_t texts) {
     const auto count = static_cast<long long>(texts);
     return "Hotovo: do výkresu " + WordFor(count, "je vložen", "jsou vloženy", "je vloženo") + " " +

@@ -28,6 +28,9 @@ std::string TableInWork();
 std::string TableChangedMeanwhile();
 std::string TableFilledMeanwhile();
 
+// The table is written, but CATIA does not show it.
+std::string TableNotRedrawn();
+
 // What an action that shows no closing message has done.
 std::string TextsPlaced(std::size_t texts);
 std::string SheetsNumbered(int sheets);

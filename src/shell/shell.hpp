@@ -3,6 +3,7 @@
 //
 // Actions:
 //   Check2_Click     "On Top"
+//   Check3_Click     "Bez překreslování"
 //   Command18_Click  "min" / "max"
 //   Command19_Click  "Reset"
 //   Command26_Click  "procesy"
@@ -20,6 +21,7 @@ namespace shell {
 using controls::Form1;
 
 void Check2_Click(Form1& form);
+void Check3_Click(Form1& form);
 void Command18_Click(Form1& form);
 void Command19_Click(Form1& form);
 void Command26_Click(Form1& form);
@@ -51,6 +53,9 @@ void SetMousePointer(Form1& form, controls::MousePointer pointer);
 // The table configuration kept between runs: into Text2 where one is stored, and back.
 void LoadConfigurationSetting(Form1& form);
 void SaveConfigurationSetting(const Form1& form);
+// Whether tables are made without redrawing, kept between runs: Check3 as it was ticked last. It is
+// stored when it is clicked.
+void LoadRedrawingSetting(Form1& form);
 
 // A yield: lets the window repaint and handle what waits for it, other actions included. Raises 18
 // (user interrupt) when what runs is to end: the person wants it so, or has closed the window.

@@ -10,6 +10,8 @@ constexpr int kCollapsedHeight = 660; // twips: the title bar and the top strip
 constexpr std::string_view kApplication = "Lumsek";
 constexpr std::string_view kSection = "Pantrel";
 constexpr std::string_view kConfigurationKey = "export";
+constexpr std::string_view kTablesSection = "Tabulky";
+constexpr std::string_view kRedrawingKey = "bez_prekreslovani";
 
 } // namespace
 
@@ -19,6 +21,11 @@ void Check2_Click(Form1& form) {
     } else {
         Zrus_Navrch(form, form.hWnd);
     }
+}
+
+void Check3_Click(Form1& form) {
+    form.ports.settings.SaveSetting(kApplication, kTablesSection, kRedrawingKey,
+                                    form.Check3.Value() == 1 ? "1" : "0");
 }
 
 void Command18_Click(Form1& form) {
@@ -63,6 +70,12 @@ void LoadConfigurationSetting(Form1& form) {
     if (!configuration.empty()) {
         form.Text2.SetText(std::move(configuration));
     }
+}
+
+void LoadRedrawingSetting(Form1& form) {
+    const std::string ticked =
+        form.ports.settings.GetSetting(kApplication, kTablesSection, kRedrawingKey, "0");
+    form.Check3.SetValue(ticked == "1" ? 1 : 0);
 }
 
 void SaveConfigurationSetting(const Form1& form) {

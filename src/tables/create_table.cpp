@@ -130,6 +130,7 @@ void SetAnchorPoint(Form1& form, const NewTable& created) {
 
 void CreateTable(Form1& form, const Parts& parts, const Manner& manner) {
     const Configuration configuration = ParseConfiguration(form.Text2.Text(), manner.widths_key);
+    const bool without_redrawing = WantsNoRedrawing(form);
     shell::SetMousePointer(form, controls::MousePointer::kHourglass);
     const int rows = manner.rows(parts, configuration);
     const auto drawing = OpenActiveDrawing(form);
@@ -147,6 +148,7 @@ void CreateTable(Form1& form, const Parts& parts, const Manner& manner) {
                            configuration, parts, rows};
     const catia::DrawingTable& table = created.table;
     const TableInWork in_work(form);
+    WithoutRedrawing redrawing(form, table, without_redrawing);
 
     if (manner.anchor_before_row_height) {
         SetAnchorPoint(form, created);
@@ -182,6 +184,7 @@ void CreateTable(Form1& form, const Parts& parts, const Manner& manner) {
         throw automation::WithReason(automation::InvalidProcedureCall(),
                                      shell::TableFilledMeanwhile());
     }
+    redrawing.Finish();
 
     if (configuration.line_thickness) {
         shell::stat(form, "Catie meni tlousku cary");

@@ -13,6 +13,20 @@ using enum controls::PartField;
 
 constexpr unsigned char kDiameterCode = 248;
 
+// Of a table's ComputeMode.
+constexpr int kOff = 0;
+constexpr int kOn = 1;
+
+// Whether the table took the mode.
+bool TrySetComputeMode(const catia::DrawingTable& table, int mode) {
+    try {
+        table.SetComputeMode(mode);
+        return true;
+    } catch (const automation::RunTimeError&) {
+        return false; // the action goes on, or has an error already
+    }
+}
+
 } // namespace
 
 std::optional<OpenDrawing> OpenActiveDrawing(controls::Form1& form) {
@@ -41,6 +55,40 @@ std::optional<catia::DrawingTable> SelectedTable(const catia::Selection& selecti
         return std::nullopt;
     }
     return catia::DrawingTable(first.Value());
+}
+
+bool WantsNoRedrawing(const controls::Form1& form) {
+    return form.Check3.Value() == 1;
+}
+
+WithoutRedrawing::WithoutRedrawing(controls::Form1& form, const catia::DrawingTable& table,
+                                   bool wanted)
+    : form_(form), table_(table), to_switch_on_(wanted) {
+    if (wanted) {
+        switched_off_ = TrySetComputeMode(table, kOff);
+    }
+}
+
+WithoutRedrawing::~WithoutRedrawing() {
+    SwitchOn();
+    if (finished_ && to_switch_on_) {
+        form_.StatusBar1.SetState(controls::ActionState::kFailed);
+        form_.StatusBar1.SetExplanation({.text = shell::TableNotRedrawn(), .is_error = true});
+    }
+}
+
+void WithoutRedrawing::Finish() {
+    SwitchOn();
+    finished_ = true;
+}
+
+void WithoutRedrawing::SwitchOn() {
+    if (to_switch_on_) {
+        // Also where the person has ended the action.
+        const bool stopped = std::exchange(form_.stop_requested, false);
+        to_switch_on_ = !TrySetComputeMode(table_, kOn) && switched_off_;
+        form_.stop_requested = form_.stop_requested || stopped;
+    }
 }
 
 Parts TakeParts(const controls::ListView& list) {

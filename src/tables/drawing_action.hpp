@@ -43,6 +43,35 @@ class TableInWork {
     controls::Form1& form_;
 };
 
+// Whether the person wants tables to be made and filled without CATIA computing what they display
+// after each change.
+bool WantsNoRedrawing(const controls::Form1& form);
+
+// A table that is made or filled, where wanted with the computing of its display switched off. It
+// is switched on again by Finish, or, on every other way out, by the end of the object's life;
+// there a failure is tried once more. No failure of the switching is an error of the action: where
+// the display cannot be switched off, the table is written as always; where it stays off although
+// the table is written, the explanation says so.
+class WithoutRedrawing {
+  public:
+    WithoutRedrawing(controls::Form1& form, const catia::DrawingTable& table, bool wanted);
+    ~WithoutRedrawing();
+    WithoutRedrawing(const WithoutRedrawing&) = delete;
+    WithoutRedrawing& operator=(const WithoutRedrawing&) = delete;
+
+    // The table is written.
+    void Finish();
+
+  private:
+    void SwitchOn();
+
+    controls::Form1& form_;
+    const catia::DrawingTable& table_;
+    bool to_switch_on_; // also where it is not known whether switching off had its effect
+    bool switched_off_ = false;
+    bool finished_ = false;
+};
+
 // The rows of the parts list as they stand when an action begins: the person may change the list
 // while it works. A row is its texts: the name, then the fields by their numbers.
 using PartTexts = std::vector<std::string>;

@@ -55,9 +55,11 @@ void FillSmallTable(Form1& form, const Parts& parts, const catia::DrawingTable& 
     auto values = PartValues(part);
     values[kSizeValue] = WithDiameterSign(part[kSize], DiameterSign(form));
     ++form.table_writes;
+    WithoutRedrawing redrawing(form, table, WantsNoRedrawing(form));
     for (std::size_t value = 0; value < values.size(); ++value) {
         table.SetCellString(2, static_cast<int>(value) + 1, values[value]);
     }
+    redrawing.Finish();
     shell::stat(form, "Vlozeni dat Ok");
 }
 
@@ -98,6 +100,7 @@ void FillWholeTable(Form1& form, const Parts& parts, const catia::DrawingTable& 
     }
     shell::stat(form, "Vyplnovani tabulky ");
     const TableInWork in_work(form);
+    WithoutRedrawing redrawing(form, table, WantsNoRedrawing(form));
     for (int row = rows; row >= 2; --row) {
         ++form.table_writes;
         if (row > rows - count) {
@@ -110,6 +113,7 @@ void FillWholeTable(Form1& form, const Parts& parts, const catia::DrawingTable& 
         shell::ShowProgress(form, rows + 1 - row, rows - 1);
         shell::DoEvents(form);
     }
+    redrawing.Finish();
     shell::stat(form, "Vlozeni dat Ok");
 }
 

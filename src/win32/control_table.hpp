@@ -63,6 +63,7 @@ inline constexpr auto kControlTable = std::to_array<ControlRow>({
     {ID_Command30, &controls::Form1::Command30},
     {ID_Command7, &controls::Form1::Command7},
     {ID_Command6, &controls::Form1::Command6},
+    {ID_Check3, &controls::Form1::Check3},
     {ID_Command8, &controls::Form1::Command8},
 
     {ID_Text3, &controls::Form1::Text3},

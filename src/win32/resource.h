@@ -30,6 +30,7 @@
 
 #define ID_Check1 1101
 #define ID_Check2 1102
+#define ID_Check3 1103
 #define ID_Command1 1201
 #define ID_Command2 1202
 #define ID_Command3 1203

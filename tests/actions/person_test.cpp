@@ -73,6 +73,7 @@ TEST(Person, FindsTheProgramRightWhateverIsDone) {
                                    "table",
                                    "disturbed table",
                                    "small table",
+                                   "table without redrawing",
                                    "list into table",
                                    "disturbed list into table",
                                    "list from table",

@@ -15,8 +15,6 @@ namespace driver {
 namespace {
 
 constexpr ULONG_PTR kRemoteControl = 0x43534D31;
-constexpr const wchar_t* kSettingKey = L"Software\\Lumsek\\Pantrel";
-constexpr const wchar_t* kSettingName = L"export";
 
 std::vector<std::string> SessionArguments(const std::vector<std::string>& documents,
                                           std::vector<std::string> arguments) {
@@ -142,6 +140,10 @@ std::string CatiaSession::Drawing() const {
     return WriteAndRead(*this, "drawing write");
 }
 
+std::string CatiaSession::Display() const {
+    return WriteAndRead(*this, "display write");
+}
+
 bool IsLookup(const std::string& log_line) {
     return log_line.starts_with("lookup ");
 }
@@ -170,33 +172,35 @@ void LeaveResult(int exit_code) {
     }
 }
 
-SettingKeeper::SettingKeeper() : kept_(Read()) {
+SettingKeeper::SettingKeeper() : configuration_(Read()), redrawing_(Read(kRedrawing)) {
     Write({});
+    Write({}, kRedrawing);
 }
 
 SettingKeeper::~SettingKeeper() {
-    Write(kept_);
+    Write(configuration_);
+    Write(redrawing_, kRedrawing);
 }
 
-std::optional<std::string> SettingKeeper::Read() {
+std::optional<std::string> SettingKeeper::Read(const Setting& setting) {
     DWORD size = 0;
-    if (RegGetValueW(HKEY_CURRENT_USER, kSettingKey, kSettingName, RRF_RT_REG_SZ, nullptr, nullptr,
+    if (RegGetValueW(HKEY_CURRENT_USER, setting.key, setting.name, RRF_RT_REG_SZ, nullptr, nullptr,
                      &size) != ERROR_SUCCESS) {
         return {};
     }
     std::wstring value(size / sizeof(wchar_t), L'\0');
-    RegGetValueW(HKEY_CURRENT_USER, kSettingKey, kSettingName, RRF_RT_REG_SZ, nullptr, value.data(),
+    RegGetValueW(HKEY_CURRENT_USER, setting.key, setting.name, RRF_RT_REG_SZ, nullptr, value.data(),
                  &size);
     return com::Narrow(value.substr(0, value.find(L'\0')));
 }
 
-void SettingKeeper::Write(const std::optional<std::string>& value) {
+void SettingKeeper::Write(const std::optional<std::string>& value, const Setting& setting) {
     if (!value) {
-        RegDeleteKeyValueW(HKEY_CURRENT_USER, kSettingKey, kSettingName);
+        RegDeleteKeyValueW(HKEY_CURRENT_USER, setting.key, setting.name);
         return;
     }
     const std::wstring wide = com::Widen(*value);
-    RegSetKeyValueW(HKEY_CURRENT_USER, kSettingKey, kSettingName, REG_SZ, wide.c_str(),
+    RegSetKeyValueW(HKEY_CURRENT_USER, setting.key, setting.name, REG_SZ, wide.c_str(),
                     static_cast<DWORD>((wide.size() + 1) * sizeof(wchar_t)));
 }
 

@@ -87,8 +87,9 @@ class CatiaSession {
     // Every call since the log was cleared: member calls as they were made, and look-ups of
     // members' names, which begin with "lookup ".
     [[nodiscard]] std::vector<std::string> Log() const;
-    // The active drawing's content.
+    // The active drawing's content, and what the session displays of it.
     [[nodiscard]] std::string Drawing() const;
+    [[nodiscard]] std::string Display() const;
 
   private:
     Program program_;
@@ -102,7 +103,15 @@ std::map<std::string, int> CallCounts(const std::vector<std::string>& log);
 // How many calls there were altogether.
 int CallsMade(const std::vector<std::string>& log);
 
-// The stored table configuration of the person who runs the tests: put away while one runs.
+// Where a setting is stored.
+struct Setting {
+    const wchar_t* key;
+    const wchar_t* name;
+};
+inline constexpr Setting kConfiguration{L"Software\\Lumsek\\Pantrel", L"export"};
+inline constexpr Setting kRedrawing{L"Software\\Lumsek\\Tabulky", L"bez_prekreslovani"};
+
+// The stored settings of the person who runs the tests: put away while one runs.
 class SettingKeeper {
   public:
     SettingKeeper();
@@ -110,12 +119,14 @@ class SettingKeeper {
     SettingKeeper(const SettingKeeper&) = delete;
     SettingKeeper& operator=(const SettingKeeper&) = delete;
 
-    // The stored configuration; nothing where there is none.
-    static std::optional<std::string> Read();
-    static void Write(const std::optional<std::string>& value);
+    // What is stored; nothing where there is none.
+    static std::optional<std::string> Read(const Setting& setting = kConfiguration);
+    static void Write(const std::optional<std::string>& value,
+                      const Setting& setting = kConfiguration);
 
   private:
-    std::optional<std::string> kept_;
+    std::optional<std::string> configuration_;
+    std::optional<std::string> redrawing_;
 };
 
 long long MillisecondsSince(Clock::time_point start);

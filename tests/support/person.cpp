@@ -592,6 +592,7 @@ class Person::Life {
         if (fault_calls_left_ > 0) {
             fault_calls_left_ -= std::min(fault_calls_left_, session_.Log().size());
         }
+        RequireDisplays();
         session_.ClearLog();
     }
 
@@ -1470,6 +1471,25 @@ class Person::Life {
 
     // ---- tables
 
+    void ClickRedrawing() {
+        if (Alive()) {
+            form().Check3.SetValue(1 - form().Check3.Value());
+        }
+    }
+
+    // A table shows what it holds, unless a call may have failed that was to see to it.
+    void RequireDisplays() {
+        const auto& calls = session_.Log();
+        if (std::ranges::find(calls, "DrawingTable.ComputeMode = 0") != calls.end()) {
+            const Texts names = session_.DocumentNames();
+            hidden_ = std::ranges::any_of(names, [this](const std::string& name) {
+                return session_.DisplayAsText(name) != session_.DrawingAsText(name);
+            });
+            Require(!hidden_ || calls_may_have_failed_, "a table does not show what it holds");
+        }
+        calls_may_have_failed_ = fault_calls_left_ > 0 || vanishing_ || hidden_;
+    }
+
     void TypeConfiguration() {
         if (!Alive()) {
             return;
@@ -1506,6 +1526,7 @@ class Person::Life {
             cells_before.push_back(CellsOf(*table));
         }
         const bool by_default = form().Text2.Text() == controls::kDefaultConfiguration;
+        const bool redrawing = form().Check3.Value() == 0;
         event();
         if (!run.starts || run.parts.rows.empty()) {
             return;
@@ -1562,6 +1583,9 @@ class Person::Life {
         Require(!Undisturbed(run) || SameCells(CellsOf(*view->tables.back()), expected, first_part),
                 "the last table is not the list's");
         Good(Undisturbed(run) ? name : "disturbed " + name);
+        if (!redrawing) {
+            Good("table without redrawing");
+        }
     }
 
     // The selected table, where the first selected element is one.
@@ -2208,6 +2232,7 @@ class Person::Life {
                               .at(Below(3));
         session_.Arm({.call = call, .kind = kind});
         vanishing_ = kind == simulator::FaultKind::kVanished;
+        calls_may_have_failed_ = true;
         fault_calls_left_ = call + session_.Log().size();
         Note(std::to_string(call));
     }
@@ -2252,6 +2277,8 @@ class Person::Life {
     bool catia_runs_ = false;
     std::size_t fault_calls_left_ = 0; // until the armed call, and with it
     bool vanishing_ = false;
+    bool calls_may_have_failed_ = false;
+    bool hidden_ = false; // whether a table does not show what it holds
     std::unique_ptr<HeadlessForm> program_;
     int programs_ = 0;              // started so far
     std::set<const void*> running_; // what ignores being started again
@@ -2297,6 +2324,7 @@ const std::vector<Person::Life::Doing>& Person::Life::Doings() {
         {1, "locks or unlocks the working file", &Life::BreakWorkingFile},
         {3, "(there and back)", &Life::ThereAndBack},
         {3, "types a configuration", &Life::TypeConfiguration},
+        {4, "Bez překreslování", &Life::ClickRedrawing},
         {8, "Vytvorení", &Life::CreateWhole},
         {4, "Export 1 tabulky", &Life::CreateOne},
         {4, "Export do tabulky", &Life::FillSmallByButton},
