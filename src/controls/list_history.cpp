@@ -109,6 +109,9 @@ std::size_t ListHistory::BytesOfItsOwn(const State& before) const {
 }
 
 void ListHistory::NoteSelection() {
+    if (list_.Count() != now_.rows.size()) {
+        return; // the rows have changed already: this is not how they were selected before
+    }
     now_.selected.resize(list_.Count());
     for (std::size_t index = 0; index < list_.Count(); ++index) {
         now_.selected[index] = list_.Row(index + 1).selected;
