@@ -29,6 +29,7 @@ void Form_Unload(Form1& form) {
         saved = saved && !form.save_error;
     }
     saved = partslist::SaveBeforeClosing(form) && saved;
+    KeepLeftover(form);
     shell::SaveConfigurationSetting(form);
     if (saved) {
         RemoveRecovery(form);

@@ -52,7 +52,8 @@ struct HandlerRun {
 // What is known of the recovery file, which holds what a crash would lose. Times are milliseconds
 // of the clock that app/recovery.hpp is told.
 struct Recovery {
-    bool on = false; // off until the leftover of the run before is dealt with
+    bool on = false;                // off until the leftover of the run before is dealt with
+    bool leftover_unwanted = false; // and still in the way: it could not be put aside
     // What the form held when the file was written, and when it was looked at last.
     std::uint64_t version = 0;
     std::string configuration;
