@@ -1,5 +1,7 @@
 #pragma once
 
+#include <set>
+
 #include "controls/controls.hpp"
 #include "controls/list_history.hpp"
 #include "controls/list_view.hpp"
@@ -238,8 +240,8 @@ struct Form1 {
 
     // Why the list could not be saved when it was to be saved last.
     std::optional<automation::RunTimeError> save_error;
-    // Whether the working file holds what was not read to its end, and is not to be lost.
-    bool working_file_unread = false;
+    // The names of the data files that hold what was not read to its end, and is not to be lost.
+    std::set<std::string> unread_files;
     std::uint64_t working_saves = 0; // how often the list went to the working file
 
     Recovery recovery;

@@ -501,6 +501,28 @@ TEST_F(Recovery, AnUnreadWorkingFileThatCannotBeKeptIsNotOverwritten) {
     EXPECT_EQ(stored()[kWorkingFile], unread);
 }
 
+TEST_F(Recovery, PickersValuesThatCouldNotBeReadAreKept) {
+    constexpr const char* kValues = "C:\\Dorvak\\Material.txt";
+    constexpr const char* kKept = "C:\\Dorvak\\Material 2026-03-01 14-32-05.txt";
+    stored()[kValues] = "S235\r\n14 220\r\n";
+    failing.emplace(kValues, automation::RunTimeError(70, "Permission denied"));
+    Start();
+    form().Combo1.SetText("bronz");
+    form().Combo1.KeyPress(controls::kEnterKey);
+    program->files.failing.clear();
+    app::RequestClose(form());
+    EXPECT_EQ(stored()[kKept], "S235\r\n14 220\r\n");
+    EXPECT_EQ(stored()[kValues], "bronz\r\n");
+
+    failing.clear();
+    stored().erase(kKept); // what was read to its end needs no copy
+    Start();
+    form().Combo1.SetText("cín");
+    form().Combo1.KeyPress(controls::kEnterKey);
+    app::RequestClose(form());
+    EXPECT_FALSE(stored().contains(kKept));
+}
+
 TEST_F(Recovery, OfTwoFoldersTheNewerFileIsLoadedAndSaidSo) {
     constexpr const char* kOther = "D:\\Data\\list.txt";
     const auto start = [this](int own, int other) {
