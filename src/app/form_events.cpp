@@ -29,6 +29,7 @@ void Form_Unload(Form1& form) {
         saved = saved && !form.save_error;
     }
     saved = partslist::SaveBeforeClosing(form) && saved;
+    KeepLeftover(form);
     shell::SaveConfigurationSetting(form);
     if (saved) {
         RemoveRecovery(form);
@@ -72,6 +73,9 @@ void Run(Form1& form, const std::function<void()>& handler, const std::string& s
     if (form.running_handlers > 0) {
         NoteChanges(form);
         ShowWhatCanBeTakenBack(form);
+    } else {
+        form.parts_history.NoteSelection();
+        form.sheets_history.NoteSelection();
     }
     const controls::HandlerRun around = form.innermost;
     form.innermost = {step.empty() ? "Změna" : step, ++form.runs};

@@ -172,7 +172,18 @@ void Restore(Form1& form, const Leftover& leftover) {
     shell::ShowRowCount(form);
 }
 
-// Whether the leftover is out of the way: taken, kept under another name, or worth nothing.
+// Keeps a leftover that is not wanted under another name, where that has not been done yet.
+void PutAsideUnwanted(Form1& form) {
+    if (!form.recovery.leftover_unwanted) {
+        return;
+    }
+    const std::string path = partslist::DataFile(form, kFile);
+    form.ports.files.Copy(path, partslist::DataFile(form, kRefusedFile));
+    form.ports.files.Remove(path);
+    form.recovery.leftover_unwanted = false;
+}
+
+// Whether what is to become of the leftover is known: taken, worth nothing, or not wanted.
 bool DealWithLeftover(Form1& form, const std::string& path) {
     platform::Files& files = form.ports.files;
     if (!files.Exists(path)) {
@@ -190,15 +201,18 @@ bool DealWithLeftover(Form1& form, const std::string& path) {
         if (leftover && !is_older) {
             const auto rows = std::ranges::count(leftover->lines, kRow,
                                                  [](const Fields& line) { return line.front(); });
-            if (form.ports.message_boxes.AskYesNo(
-                    shell::RestoreQuestion(leftover->time, static_cast<std::size_t>(rows)))) {
+            const bool wanted = form.ports.message_boxes.AskYesNo(
+                shell::RestoreQuestion(leftover->time, static_cast<std::size_t>(rows)));
+            if (form.unloaded) {
+                return false; // closed meanwhile: that was no answer
+            }
+            if (wanted) {
                 Dispatch(
                     form, [&] { Restore(form, *leftover); }, "Obnovení");
                 return true;
             }
         }
-        files.Copy(path, partslist::DataFile(form, kRefusedFile));
-        files.Remove(path);
+        form.recovery.leftover_unwanted = true;
         return true;
     } catch (const automation::RunTimeError&) {
         return false;
@@ -218,6 +232,7 @@ std::uint64_t Version(Form1& form) {
 void Write(Form1& form) {
     controls::Recovery& recovery = form.recovery;
     try {
+        PutAsideUnwanted(form);
         form.ports.files.Write(partslist::DataFile(form, kFile), FileText(form));
         recovery.version = recovery.seen_version;
         recovery.configuration = recovery.seen_configuration;
@@ -251,6 +266,7 @@ bool Look(Form1& form, long long now) {
 void OfferRecovery(Form1& form) {
     if (DealWithLeftover(form, partslist::DataFile(form, kFile))) {
         controls::Recovery& recovery = form.recovery;
+        shell::TrapSilently([&] { PutAsideUnwanted(form); }); // else when there is more to keep
         Look(form, 0);
         recovery.version = recovery.seen_version;
         recovery.configuration = recovery.seen_configuration;
@@ -276,9 +292,19 @@ void KeepRecoveryNow(Form1& form) {
     }
 }
 
+void KeepLeftover(Form1& form) {
+    const std::string path = partslist::DataFile(form, kFile);
+    if (!form.recovery.on && form.ports.files.Exists(path)) {
+        shell::TrapSilently([&] { form.ports.files.Copy(path, path); });
+    }
+}
+
 void RemoveRecovery(Form1& form) {
     if (form.recovery.on) {
-        form.ports.files.Remove(partslist::DataFile(form, kFile));
+        shell::TrapSilently([&] {
+            PutAsideUnwanted(form);
+            form.ports.files.Remove(partslist::DataFile(form, kFile));
+        });
         form.recovery.on = false;
     }
 }

@@ -16,7 +16,8 @@ struct RecoveryPace {
 
 // After the form has loaded and its window is shown: where the run before has left something else
 // than what was loaded, asks whether to take it. What is not taken stays beside it, under another
-// name. Only then changes are kept.
+// name. Only then changes are kept: a leftover that could not be read, or whose question went
+// unanswered because the program was closed, waits for the next start.
 void OfferRecovery(controls::Form1& form);
 
 // Keeps what has changed where that is due. Called at rest and at yields, `now` being milliseconds
@@ -25,6 +26,10 @@ void KeepRecovery(controls::Form1& form, long long now, const RecoveryPace& pace
 
 // Keeps what has changed at once: something opens that the person may look at for long.
 void KeepRecoveryNow(controls::Form1& form);
+
+// The closing steps have saved the list. Where nobody has answered for the leftover, it becomes the
+// newer file again, so that the next start does not take it for one that was saved afterwards.
+void KeepLeftover(controls::Form1& form);
 
 // The program ends, and everything is saved as the person wants it.
 void RemoveRecovery(controls::Form1& form);

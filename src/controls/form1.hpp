@@ -1,5 +1,7 @@
 #pragma once
 
+#include <set>
+
 #include "controls/controls.hpp"
 #include "controls/list_history.hpp"
 #include "controls/list_view.hpp"
@@ -52,7 +54,8 @@ struct HandlerRun {
 // What is known of the recovery file, which holds what a crash would lose. Times are milliseconds
 // of the clock that app/recovery.hpp is told.
 struct Recovery {
-    bool on = false; // off until the leftover of the run before is dealt with
+    bool on = false;                // off until the leftover of the run before is dealt with
+    bool leftover_unwanted = false; // and still in the way: it could not be put aside
     // What the form held when the file was written, and when it was looked at last.
     std::uint64_t version = 0;
     std::string configuration;
@@ -243,8 +246,8 @@ struct Form1 {
 
     // Why the list could not be saved when it was to be saved last.
     std::optional<automation::RunTimeError> save_error;
-    // Whether the working file holds what was not read to its end, and is not to be lost.
-    bool working_file_unread = false;
+    // The names of the data files that hold what was not read to its end, and is not to be lost.
+    std::set<std::string> unread_files;
     std::uint64_t working_saves = 0; // how often the list went to the working file
 
     Recovery recovery;

@@ -109,6 +109,9 @@ std::size_t ListHistory::BytesOfItsOwn(const State& before) const {
 }
 
 void ListHistory::NoteSelection() {
+    if (list_.Count() != now_.rows.size()) {
+        return; // the rows have changed already: this is not how they were selected before
+    }
     now_.current = list_.CurrentRow();
     if (now_.selected.size() == list_.Count() && seen_selection_ == list_.SelectionRevision()) {
         return;

@@ -23,6 +23,8 @@ class ListHistory {
     // Keeps what has changed since the last time as a step of that name. Changes of the same run in
     // a row are one step; 0 is no run.
     void Note(const std::string& step, std::uint64_t run);
+    // Keeps what is selected now as what was selected before the next change.
+    void NoteSelection();
     // What the list holds is where it begins: there is nothing to take back.
     void Start();
 
@@ -56,7 +58,6 @@ class ListHistory {
     [[nodiscard]] State Take() const;
     // The bytes that go when `before`, the state before now, is dropped.
     [[nodiscard]] std::size_t BytesOfItsOwn(const State& before) const;
-    void NoteSelection();
     void Swap(std::deque<Step>& from, std::deque<Step>& to);
     void DropWhatIsTooMuch();
 

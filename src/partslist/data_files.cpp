@@ -19,4 +19,14 @@ std::string NewestDataFile(controls::Form1& form, const std::string& name) {
     return path;
 }
 
+void KeepUnreadFile(controls::Form1& form, const std::string& name) {
+    platform::Files& files = form.ports.files;
+    const std::string path = DataFile(form, name);
+    if (form.unread_files.contains(name) && files.Exists(path)) {
+        const std::string stem = name.substr(0, name.find_last_of('.'));
+        files.Copy(path, DataFile(form, stem + " " + files.DateOf(path) + ".txt"));
+    }
+    form.unread_files.erase(name);
+}
+
 } // namespace partslist

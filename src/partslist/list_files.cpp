@@ -49,19 +49,9 @@ void Save(Form1& form, const std::string& path) {
                            {.keep_before_as = WithEnding(path, ".bak"), .patient = form.closing});
 }
 
-// A working file that was not read to its end holds more than the list does: it stays, under a name
-// with its date.
-void KeepUnreadFile(Form1& form, const std::string& path) {
-    platform::Files& files = form.ports.files;
-    if (form.working_file_unread && files.Exists(path)) {
-        files.Copy(path, WithEnding(path, " " + files.DateOf(path) + ".txt"));
-    }
-    form.working_file_unread = false;
-}
-
 void SaveToWorkingFile(Form1& form) {
     const std::string path = DataFile(form, kWorkingFile);
-    KeepUnreadFile(form, path);
+    KeepUnreadFile(form, kWorkingFile);
     Save(form, path);
     ++form.working_saves;
     shell::stat(form, "Ulozeni listu ok " + path);
@@ -145,9 +135,9 @@ void LoadChosenFile(Form1& form) {
 
 void LoadWorkingFile(Form1& form) {
     const std::string path = NewestDataFile(form, kWorkingFile);
-    form.working_file_unread = form.ports.files.Exists(path); // until it is read to its end
+    form.unread_files.insert(kWorkingFile); // until it is read to its end
     Load(form, path);
-    form.working_file_unread = false;
+    form.unread_files.erase(kWorkingFile);
     shell::stat(form, "Nacteni listu ok " + std::to_string(form.ListView1.Count()));
     const std::string kept = DataFile(form, kWorkingFile);
     if (path != kept && form.ports.files.Exists(kept)) {

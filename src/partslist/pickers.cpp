@@ -71,7 +71,9 @@ void Command15_Click(Form1& form) {
 void Nacist_List(Form1& form, ComboBox& list) {
     TrapSaving(form, [&] {
         const std::string path = NewestDataFile(form, ValueFileName(list));
+        form.unread_files.insert(ValueFileName(list));
         const std::string file = form.ports.files.Read(path);
+        form.unread_files.erase(ValueFileName(list));
         for (const std::string_view line : text::Lines(file)) {
             if (!IsBlank(line)) {
                 list.AddItem(std::string(line));
@@ -94,6 +96,7 @@ void Ulozit_List(Form1& form, const ComboBox& list) {
                 file += "\r\n";
             }
         }
+        KeepUnreadFile(form, ValueFileName(list));
         form.ports.files.Write(path, file, {.patient = form.closing});
         shell::stat(form, "Ulozeni ok " + path);
     });

@@ -39,6 +39,8 @@ struct Recovery : testing::Test {
         program->files.written = written;
         program->settings.stored = settings;
         program->message_boxes.answer = answer;
+        program->message_boxes.while_asking = [this] { controls::Raise(while_asking); };
+        program->files.failing = failing;
         program->clock.seconds = 14 * 3600 + 32 * 60 + 59;
         app::Form_Load(form());
         app::OfferRecovery(form());
@@ -61,6 +63,8 @@ struct Recovery : testing::Test {
     }
 
     bool answer = true;
+    std::function<void()> while_asking;
+    std::map<std::string, automation::RunTimeError, std::less<>> failing; // when it starts
     long long now = 1000;
     std::unique_ptr<HeadlessForm> program;
 };
@@ -233,6 +237,80 @@ TEST_F(Recovery, AFileThatCannotBePutAsideIsNotOverwritten) {
     app::KeepRecovery(next->form, 100);
     app::KeepRecovery(next->form, 100'000);
     EXPECT_EQ(next->files.stored[kRecovery], left);
+}
+
+TEST_F(Recovery, WhatCouldNotBePutAsideIsPutAsideAsSoonAsThatCanBe) {
+    AddPart("a");
+    Rest();
+    const std::string left = stored()[kRecovery];
+    answer = false;
+    failing.emplace(kRefused, kDiskFull);
+    Start();
+    AddPart("b");
+    Rest();
+    EXPECT_EQ(stored()[kRecovery], left);
+    program->files.failing.clear();
+    failing.clear();
+    Rest();
+    EXPECT_EQ(stored()[kRefused], left);
+    answer = true;
+    Start(); // after a crash
+    EXPECT_EQ(Column(list(), 0), Texts{"b"});
+}
+
+TEST_F(Recovery, WhatCannotBePutAsideStaysAlsoAtACleanEnd) {
+    AddPart("a");
+    Rest();
+    const std::string left = stored()[kRecovery];
+    answer = false;
+    failing.emplace(kRefused, kDiskFull);
+    Start();
+    AddPart("b");
+    app::RequestClose(form());
+    EXPECT_EQ(stored()[kRecovery], left);
+}
+
+TEST_F(Recovery, AQuestionThatNobodyCouldAnswerIsAskedAgain) {
+    const std::vector<void (*)(controls::Form1&)> ends{app::EndSession, app::RequestClose};
+    for (const bool came_back : {false, true}) {
+        for (const auto end : ends) {
+            program.reset();
+            Start();
+            stored()[kWorkingFile] = kOneRow;
+            Start();
+            AddPart("b");
+            Rest();
+            answer = came_back;
+            while_asking = [&] { end(form()); };
+            Start();
+            ASSERT_TRUE(form().unloaded);
+            EXPECT_FALSE(stored().contains(kRefused));
+            while_asking = nullptr;
+            answer = true;
+            Start();
+            EXPECT_EQ(questions().size(), 1U);
+            EXPECT_EQ(Column(list(), 0), (Texts{"a", "b"}));
+        }
+    }
+}
+
+TEST_F(Recovery, AFileThatCouldNotBeReadIsOfferedByTheNextStart) {
+    stored()[kWorkingFile] = kOneRow;
+    Start();
+    AddPart("b");
+    Rest();
+    failing.emplace(kRecovery, automation::RunTimeError(70, "Permission denied"));
+    Start();
+    EXPECT_EQ(questions(), Texts{});
+    AddPart("c");
+    failing.clear();
+    program->files.failing.clear();
+    app::RequestClose(form());
+    Start();
+    EXPECT_EQ(questions().size(), 1U);
+    EXPECT_EQ(Column(list(), 0), (Texts{"a", "b"}));
+    form().m_Zpet.Click();
+    EXPECT_EQ(Column(list(), 0), (Texts{"a", "c"}));
 }
 
 TEST_F(Recovery, AWriteThatFailsIsTriedAgain) {
@@ -421,6 +499,28 @@ TEST_F(Recovery, AnUnreadWorkingFileThatCannotBeKeptIsNotOverwritten) {
     form().Command17.MouseDown(controls::kRightButton, 0, 1, 1);
     EXPECT_EQ(program->Status(), "Ulozeni Error 61 Disk full");
     EXPECT_EQ(stored()[kWorkingFile], unread);
+}
+
+TEST_F(Recovery, PickersValuesThatCouldNotBeReadAreKept) {
+    constexpr const char* kValues = "C:\\Dorvak\\Material.txt";
+    constexpr const char* kKept = "C:\\Dorvak\\Material 2026-03-01 14-32-05.txt";
+    stored()[kValues] = "S235\r\n14 220\r\n";
+    failing.emplace(kValues, automation::RunTimeError(70, "Permission denied"));
+    Start();
+    form().Combo1.SetText("bronz");
+    form().Combo1.KeyPress(controls::kEnterKey);
+    program->files.failing.clear();
+    app::RequestClose(form());
+    EXPECT_EQ(stored()[kKept], "S235\r\n14 220\r\n");
+    EXPECT_EQ(stored()[kValues], "bronz\r\n");
+
+    failing.clear();
+    stored().erase(kKept); // what was read to its end needs no copy
+    Start();
+    form().Combo1.SetText("cín");
+    form().Combo1.KeyPress(controls::kEnterKey);
+    app::RequestClose(form());
+    EXPECT_FALSE(stored().contains(kKept));
 }
 
 TEST_F(Recovery, OfTwoFoldersTheNewerFileIsLoadedAndSaidSo) {

@@ -90,6 +90,23 @@ TEST_F(Undo, ACheckOfSelectedRowsIsOneStep) {
     BackAndForth("Zaškrtnutí");
 }
 
+TEST_F(Undo, BringsBackWhatWasSelectedJustBefore) {
+    list.SelectAll(); // by its key, which is no event of the list
+    list.SetCurrentRow(3);
+    list.UserCheck(3, true);
+    list.SetSelected(1, false);
+    list.SetCurrentRow(2);
+    form.m_Smazat.Click();
+    form.m_Zpet.Click();
+    EXPECT_FALSE(list.Row(1).selected);
+    EXPECT_TRUE(list.Row(2).selected);
+    EXPECT_TRUE(list.Row(3).selected);
+    EXPECT_EQ(list.CurrentRow(), 2U);
+    form.m_Zpet.Click();
+    EXPECT_TRUE(list.Row(1).selected);
+    EXPECT_EQ(list.CurrentRow(), 3U);
+}
+
 TEST_F(Undo, APickersEnterIsOneStepOfItsName) {
     list.SelectAll();
     list.SetCurrentRow(1);

@@ -117,9 +117,13 @@ struct RecordedBoxes : platform::MessageBoxes {
     std::vector<automation::RunTimeError> shown;
     std::vector<std::string> questions;
     bool answer = true;
+    std::function<void()> while_asking; // what happens while a question stands there
 
     bool AskYesNo(std::string_view question) override {
         questions.emplace_back(question);
+        if (while_asking) {
+            while_asking();
+        }
         return answer;
     }
 
