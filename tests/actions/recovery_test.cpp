@@ -415,6 +415,16 @@ TEST_F(Recovery, StaysWherePickersValuesCouldNotBeSaved) {
     EXPECT_EQ(form().Combo1.Items(), Texts{"S235"});
 }
 
+TEST_F(Recovery, HasAlsoPickersValuesOfTheLastMomentThatCouldNotBeSaved) {
+    AddPart("a");
+    form().Combo1.SetText("S235");
+    form().Combo1.KeyPress(controls::kEnterKey);
+    program->files.failing.emplace("C:\\Dorvak\\Material.txt", kDiskFull);
+    app::RequestClose(form());
+    Start();
+    EXPECT_EQ(form().Combo1.Items(), Texts{"S235"});
+}
+
 // Whichever file cannot be written, what is on the disk afterwards holds the person's work.
 TEST_F(Recovery, WhicheverWriteFailsTheNextStartHasEverything) {
     const Texts paths{"C:\\Dorvak\\Material.txt",
