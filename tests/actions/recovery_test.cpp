@@ -313,6 +313,21 @@ TEST_F(Recovery, AFileThatCouldNotBeReadIsOfferedByTheNextStart) {
     EXPECT_EQ(Column(list(), 0), (Texts{"a", "c"}));
 }
 
+TEST_F(Recovery, ACopyThatDoesNotOwnTheFolderLeavesTheFileOfTheOneThatDoes) {
+    AddPart("a");
+    Rest();
+    HeadlessForm second;
+    second.files.stored = stored();
+    second.files.written = program->files.written;
+    app::Form_Load(second.form);
+    second.form.m_Pridat.Click();
+    app::KeepRecovery(second.form, 100);
+    app::KeepRecovery(second.form, 100'000);
+    app::RequestClose(second.form);
+    EXPECT_EQ(second.files.stored[kRecovery], stored()[kRecovery]);
+    EXPECT_EQ(second.files.written[kRecovery], program->files.written[kRecovery]);
+}
+
 TEST_F(Recovery, AWriteThatFailsIsTriedAgain) {
     program->files.failing.emplace(kRecovery, kDiskFull);
     AddPart("a");
