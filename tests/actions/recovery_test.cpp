@@ -409,6 +409,14 @@ TEST_F(ClosingSave, WithoutSavingLeavesNoRecovery) {
     EXPECT_TRUE(form().unloaded);
 }
 
+TEST_F(ClosingSave, WhoseBoxCannotOpenLeavesTheRecovery) {
+    program->message_boxes.cannot_ask = true;
+    app::RequestClose(form());
+    EXPECT_TRUE(form().unloaded);
+    Start();
+    EXPECT_EQ(Column(list(), 0), Texts{"a"});
+}
+
 TEST_F(ClosingSave, AtTheEndOfTheSessionAsksNothingAndLeavesTheRecovery) {
     AddPart("b"); // since the recovery was written
     program->settings.broken = true;
