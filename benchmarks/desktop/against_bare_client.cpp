@@ -111,6 +111,7 @@ void AddPair(Pairs& pairs, const CatiaSession& catia, const SessionTimes& sessio
 template <typename Runs, typename Part>
 std::vector<double> TimesOf(const Runs& runs, Part part) {
     std::vector<double> times;
+    times.reserve(runs.size());
     for (const auto& run : runs) {
         times.push_back(run.*part);
     }
@@ -193,7 +194,7 @@ std::string WriteTable(int rows) {
     const auto parts = MakeParts(rows);
     for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
         content += "      row 7 cells";
-        for (const std::size_t field : {1, 0, 2, 5, 4, 6, 3}) {
+        for (const std::size_t field : {1U, 0U, 2U, 5U, 4U, 6U, 3U}) {
             content += " \"" + part->at(field) + '"';
         }
         content += '\n';

@@ -16,6 +16,7 @@
 // first call to the last release; in Invoke; in GetIDsOfNames; in Release; and the number of
 // releases.
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -229,10 +230,10 @@ void Invoke(const Object& object, Member& member, WORD flags, DISPPARAMS paramet
 template <typename... Arguments>
 void Call(VARIANT& result, const Object& object, Member& member, const Arguments&... arguments) {
     constexpr UINT kCount = sizeof...(Arguments);
-    VARIANT reversed[kCount + 1] = {arguments...};
-    std::reverse(reversed, reversed + kCount);
-    Invoke(object, member, DISPATCH_METHOD | DISPATCH_PROPERTYGET, {reversed, nullptr, kCount, 0},
-           &result);
+    std::array<VARIANT, kCount + 1> reversed{arguments...};
+    std::reverse(reversed.begin(), reversed.begin() + kCount);
+    Invoke(object, member, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+           {reversed.data(), nullptr, kCount, 0}, &result);
 }
 
 template <typename... Arguments>
@@ -310,10 +311,12 @@ void WalkChildren(Members& members, Structure& structure, int depth, const Child
         const Object child = ObjectOf(children.products, members.products.item, i);
         const std::wstring number = TextOf(child, members.product.part_number);
         const Children grandchildren = ChildrenOf(members, child);
-        structure.text += L"\r\n" + std::to_wstring(depth) + L'\t' + number + L'\t' + path;
+        structure.text.append(L"\r\n").append(std::to_wstring(depth)).append(L"\t");
+        structure.text.append(number).append(L"\t").append(path);
         if (grandchildren.count > 0) {
-            const std::wstring below =
-                path + L"|||||" + number + L'*' + std::to_wstring(ordinal) + L'*';
+            std::wstring below = path;
+            below.append(L"|||||").append(number).append(L"*");
+            below.append(std::to_wstring(ordinal)).append(L"*");
             structure.text += L'\t' + below;
             WalkChildren(members, structure, depth + 1, grandchildren, below);
         }
@@ -355,11 +358,10 @@ Drawing OpenDrawing(Members& members) {
 
 // By the configuration that the program has at first.
 void CreateTable(const Rows& rows) {
-    const wchar_t* const widths[] = {L"13.88", L"43.67", L"15.76", L"37.51",
-                                     L"34.61", L"31.53", L"14.68"};
-    const wchar_t* const headings[] = {L"Pozice",   L"nazev",    L"Kusu", L"Ciste rozmery",
-                                       L"Material", L"Poznamka", L"List"};
-    constexpr int kFields[] = {1, 0, 2, 5, 4, 6, 3}; // of a row, by the table's columns
+    const std::array widths{L"13.88", L"43.67", L"15.76", L"37.51", L"34.61", L"31.53", L"14.68"};
+    const std::array headings{L"Pozice",   L"nazev",    L"Kusu", L"Ciste rozmery",
+                              L"Material", L"Poznamka", L"List"};
+    constexpr std::array kFields{1, 0, 2, 5, 4, 6, 3}; // of a row, by the table's columns
     constexpr int kPositionColumn = 1;
     constexpr int kFreeRows = 5;
 
@@ -371,7 +373,8 @@ void CreateTable(const Rows& rows) {
         ObjectOf(tables, members.tables.add, 100.0, 100.0, count, kColumns, L"6.8", 20);
     Do(table, members.table.set_row_size, 1, L"4.9");
     for (int column = 1; column <= kColumns; ++column) {
-        Do(table, members.table.set_column_size, column, widths[column - 1]);
+        Do(table, members.table.set_column_size, column,
+           widths.at(static_cast<std::size_t>(column - 1)));
     }
     for (int row = 1; row <= count; ++row) {
         for (int column = 1; column <= kColumns; ++column) {
@@ -380,12 +383,14 @@ void CreateTable(const Rows& rows) {
         }
     }
     for (int column = 1; column <= kColumns; ++column) {
-        Do(table, members.table.set_cell_string, 1, column, headings[column - 1]);
+        Do(table, members.table.set_cell_string, 1, column,
+           headings.at(static_cast<std::size_t>(column - 1)));
     }
     for (int row = count; row >= kFreeRows + 2; --row) {
         const Row& part = rows.at(static_cast<std::size_t>(count - row));
         for (int column = 1; column <= kColumns; ++column) {
-            const std::wstring& text = part.at(static_cast<std::size_t>(kFields[column - 1]));
+            const std::wstring& text =
+                part.at(static_cast<std::size_t>(kFields.at(static_cast<std::size_t>(column - 1))));
             if (column == kPositionColumn) {
                 Do(table, members.table.set_cell_string, row, column, std::stod(text));
             } else {
@@ -526,11 +531,16 @@ void OrderSheets(const Rows& rows) {
 
 // -------------------------------------------------------------------------------------------------
 
-constexpr struct {
+struct Job {
     const char* name;
     void (*run)(const Rows& rows);
-} kJobs[] = {{"walk", Walk},       {"table", CreateTable},   {"read", ReadTable},
-             {"load", LoadSheets}, {"rename", RenameSheets}, {"order", OrderSheets}};
+};
+constexpr auto kJobs = std::to_array<Job>({{"walk", Walk},
+                                           {"table", CreateTable},
+                                           {"read", ReadTable},
+                                           {"load", LoadSheets},
+                                           {"rename", RenameSheets},
+                                           {"order", OrderSheets}});
 
 // Plain ASCII.
 Rows ReadRows(const std::string& path) {

@@ -1,6 +1,7 @@
 // Measure MACRO.vbs [PAIRS] [SECTION...]: the program in its real window against what does the same
 // otherwise. Prints a table in Markdown for each section, or for those that are named.
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
@@ -13,10 +14,11 @@
 
 namespace {
 
-constexpr struct {
+struct Section {
     const char* name;
     void (*measure)(const measuring::Options& options);
-} kSections[] = {
+};
+constexpr auto kSections = std::to_array<Section>({
     {"start", measuring::StartOfTheProgram},
     {"walk", measuring::Walk},
     {"table", measuring::Table},
@@ -26,7 +28,7 @@ constexpr struct {
     {"lists", measuring::Lists},
     {"trees", measuring::Trees},
     {"large", measuring::LargeWalk},
-};
+});
 
 // Each section runs, also where one before it fails.
 int MeasureAll(const measuring::Options& options, const std::vector<std::string>& wanted) {

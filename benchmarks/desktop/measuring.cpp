@@ -1,6 +1,7 @@
 #include "measuring.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
@@ -19,9 +20,9 @@ namespace {
 constexpr Milliseconds kMeanwhile{250};
 
 std::string Formatted(const char* format, double number) {
-    char text[64];
-    std::snprintf(text, sizeof text, format, number);
-    return text;
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), format, number);
+    return text.data();
 }
 
 const char* FormatOf(double milliseconds) {
@@ -131,7 +132,7 @@ void WaitTightly(std::string_view awaited, const std::function<bool()>& holds, M
 }
 
 SessionTimes::SessionTimes()
-    : page_(OpenFileMappingW(FILE_MAP_WRITE, FALSE, simulator::kCallTimesName)), times_(nullptr) {
+    : page_(OpenFileMappingW(FILE_MAP_WRITE, FALSE, simulator::kCallTimesName)) {
     if (page_ != nullptr) {
         times_ = static_cast<simulator::CallTimes*>(
             MapViewOfFile(page_, FILE_MAP_WRITE, 0, 0, sizeof(simulator::CallTimes)));
@@ -191,6 +192,7 @@ void PressMouse(HWND window, POINT point) {
 
 void PressKeys(const std::vector<WORD>& keys) {
     std::vector<INPUT> inputs;
+    inputs.reserve(2 * keys.size());
     for (const WORD key : keys) {
         inputs.push_back(KeyInput(key, false));
     }
@@ -268,9 +270,10 @@ std::vector<std::vector<std::string>> MakeParts(int rows) {
     std::vector<std::vector<std::string>> parts;
     for (int row = 1; row <= rows; ++row) {
         std::string number = std::to_string(row);
-        const std::string padded = std::string(6 - std::min<std::size_t>(number.size(), 6), '0');
-        parts.push_back({(row == rows ? "Zavora " : "Part ") + padded + number, std::move(number),
-                         "2", "", "14 220", "D110x28", "kalit"});
+        std::string name = row == rows ? "Zavora " : "Part ";
+        name.append(6 - std::min<std::size_t>(number.size(), 6), '0').append(number);
+        parts.push_back(
+            {std::move(name), std::move(number), "2", "", "14 220", "D110x28", "kalit"});
     }
     return parts;
 }

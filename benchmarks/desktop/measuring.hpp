@@ -54,7 +54,7 @@ class SessionTimes {
 
   private:
     HANDLE page_;
-    simulator::CallTimes* times_;
+    simulator::CallTimes* times_ = nullptr;
 };
 
 // Waits until the thread of the window has handled all that was posted to it before, and the window

@@ -262,7 +262,7 @@ std::string StructureText(int assemblies) {
     for (int assembly = 1; assembly <= assemblies; ++assembly) {
         const std::string name = "Assembly " + std::to_string(assembly);
         const std::string path = "Top|||||" + name + "*" + std::to_string(assembly) + "*";
-        text += "\r\n1\t" + name + "\tTop\t" + path;
+        text.append("\r\n1\t").append(name).append("\tTop\t").append(path);
         for (int part = 0; part < 10; ++part) {
             text += "\r\n2\tPart " + std::to_string((assembly * 10 + part) % 2000) + "\t" + path;
         }
@@ -299,7 +299,7 @@ void MeasureTree(int assemblies, int runs) {
             throw std::runtime_error("the tree has other nodes than its text");
         }
     }
-    const auto root = reinterpret_cast<HTREEITEM>(Send(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0));
+    auto* const root = reinterpret_cast<HTREEITEM>(Send(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0));
     const POINT check_box = TreeCheckPoint(tree, root);
     BringToFront(tree);
     MoveMouse(tree, check_box);

@@ -30,6 +30,9 @@ void Form_Unload(Form1& form) {
     }
     saved = partslist::SaveBeforeClosing(form) && saved;
     KeepLeftover(form);
+    if (!saved) {
+        KeepRecoveryNow(form); // also what was done since it was kept last
+    }
     shell::SaveConfigurationSetting(form);
     if (saved) {
         RemoveRecovery(form);

@@ -264,8 +264,10 @@ bool Look(Form1& form, long long now) {
 } // namespace
 
 void OfferRecovery(Form1& form) {
+    controls::Recovery& recovery = form.recovery;
+    recovery.leftover_waits = true;
     if (DealWithLeftover(form, partslist::DataFile(form, kFile))) {
-        controls::Recovery& recovery = form.recovery;
+        recovery.leftover_waits = false;
         shell::TrapSilently([&] { PutAsideUnwanted(form); }); // else when there is more to keep
         Look(form, 0);
         recovery.version = recovery.seen_version;
@@ -294,7 +296,7 @@ void KeepRecoveryNow(Form1& form) {
 
 void KeepLeftover(Form1& form) {
     const std::string path = partslist::DataFile(form, kFile);
-    if (!form.recovery.on && form.ports.files.Exists(path)) {
+    if (form.recovery.leftover_waits && form.ports.files.Exists(path)) {
         shell::TrapSilently([&] { form.ports.files.Copy(path, path); });
     }
 }

@@ -17,7 +17,8 @@ struct RecoveryPace {
 // After the form has loaded and its window is shown: where the run before has left something else
 // than what was loaded, asks whether to take it. What is not taken stays beside it, under another
 // name. Only then changes are kept: a leftover that could not be read, or whose question went
-// unanswered because the program was closed, waits for the next start.
+// unanswered because the program was closed, waits for the next start. Not to be called where the
+// data folder is not this copy's alone: the file may be another one's that runs.
 void OfferRecovery(controls::Form1& form);
 
 // Keeps what has changed where that is due. Called at rest and at yields, `now` being milliseconds

@@ -55,6 +55,7 @@ struct HandlerRun {
 // of the clock that app/recovery.hpp is told.
 struct Recovery {
     bool on = false;                // off until the leftover of the run before is dealt with
+    bool leftover_waits = false;    // it was found, and nobody has answered for it yet
     bool leftover_unwanted = false; // and still in the way: it could not be put aside
     // What the form held when the file was written, and when it was looked at last.
     std::uint64_t version = 0;

@@ -103,6 +103,7 @@ class MessageBoxes {
     // A question with the buttons Yes, No and Cancel; closing the box is Cancel.
     virtual Answer AskYesNoCancel(std::string_view question, std::string_view title) = 0;
     // The list could not be saved at closing, for that reason (the file and a sentence): what now?
+    // Raises 7 (out of memory) where no box can open: nobody wants to close without saving then.
     virtual AfterFailedSave AskAfterFailedSave(std::string_view reason) = 0;
     // A line of text asked for, with a proposed answer. Empty when the person cancels.
     virtual std::string AskText(std::string_view prompt, std::string_view title,

@@ -112,6 +112,12 @@ bool BringForward(DWORD process) {
     return false;
 }
 
+// A file that is being deleted denies access for a moment, to whoever asks anything of it.
+bool LockIsGoing(const std::wstring& folder) {
+    return GetFileAttributesW(LockPath(folder).c_str()) == INVALID_FILE_ATTRIBUTES &&
+           GetLastError() == ERROR_ACCESS_DENIED;
+}
+
 enum class Claim { kTaken, kHeldByThisPerson, kNotToBeHad };
 
 Claim ClaimFolder(const std::wstring& folder, com::OwnedHandle& lock) {
@@ -121,9 +127,8 @@ Claim ClaimFolder(const std::wstring& folder, com::OwnedHandle& lock) {
         if (error == ERROR_SUCCESS) {
             return Claim::kTaken;
         }
-        // A file that is being deleted denies access for a moment.
         const auto holder = HolderOf(folder);
-        if (error != ERROR_SHARING_VIOLATION && !holder) {
+        if (error != ERROR_SHARING_VIOLATION && !holder && !LockIsGoing(folder)) {
             return Claim::kNotToBeHad;
         }
         if (holder && holder->person != ThisPerson()) {

@@ -23,6 +23,7 @@ constexpr std::size_t kChunk = 1U << 20;
 constexpr std::string_view kSignature = "\xEF\xBB\xBF"; // of a text in UTF-8
 constexpr int kTries = 10;                              // half a second
 constexpr int kPatientTries = 100;                      // five seconds
+constexpr DWORD kQuotaExceeded = 1295; // ERROR_DISK_QUOTA_EXCEEDED, which older headers lack
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 // The classic error of a failed file operation.
@@ -40,6 +41,7 @@ automation::RunTimeError FileError(DWORD error) {
         return {70, "Permission denied"};
     case ERROR_DISK_FULL:
     case ERROR_HANDLE_DISK_FULL:
+    case kQuotaExceeded:
         return {61, "Disk full"};
     case ERROR_NOT_READY:
         return {71, "Disk not ready"};
@@ -113,8 +115,9 @@ constexpr auto FileRenameInfoEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(22);
 // program leaves at most one, which the next save takes over.
 class FileBeside {
   public:
-    explicit FileBeside(const std::wstring& path)
-        : path_(path), file_(Open(path + L".new", GENERIC_WRITE | DELETE, 0, CREATE_ALWAYS)) {}
+    FileBeside(const std::wstring& path, int tries)
+        : path_(path),
+          file_(Open(path + L".new", GENERIC_WRITE | DELETE, 0, CREATE_ALWAYS, tries)) {}
     ~FileBeside() {
         if (!in_place_) {
             FILE_DISPOSITION_INFO disposition{};
@@ -199,7 +202,7 @@ std::string ReadBytes(const std::wstring& path) {
 void WriteBytes(const std::wstring& path, const std::string& bytes, int tries,
                 const std::wstring& kept = {}) {
     CheckWritable(path, tries);
-    FileBeside beside(path);
+    FileBeside beside(path, tries);
     beside.Write(bytes);
     if (!kept.empty()) {
         try {

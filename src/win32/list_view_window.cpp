@@ -331,7 +331,7 @@ void ListViewWindow::NoteStates(int first, int last, UINT before, UINT now) {
         for (auto item = static_cast<std::size_t>(first); item < end; ++item) {
             if (selected_items_[item] != selected) {
                 selected_items_[item] = selected;
-                selected_count_ += selected ? 1U : -1U;
+                selected_count_ = selected ? selected_count_ + 1 : selected_count_ - 1;
             }
         }
     }

@@ -65,6 +65,6 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     message_boxes.owner = window.Window();
     message_boxes.opening = [&form] { app::KeepRecoveryNow(form); };
     app::BindActions(form);
-    window.Show();
+    window.Show(data_folder->lock != nullptr);
     return window.Run();
 }

@@ -151,7 +151,7 @@ void MainWindow::ApplyDpi(UINT dpi) {
     RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
-void MainWindow::Show() {
+void MainWindow::Show(bool owns_data_folder) {
     app::Form_Load(form_);
     loaded_ = true;
     refresher_.Complete();
@@ -159,8 +159,13 @@ void MainWindow::Show() {
     UpdateWindow(window_);
     // Before anything that the person does from now on.
     PostMessageW(window_, kOtherPagesMessage, 0, 0);
-    app::OfferRecovery(form_);
-    refresher_.Complete();
+    if (owns_data_folder) {
+        app::OfferRecovery(form_);
+        if (window_ == nullptr) {
+            return; // closed under the question
+        }
+        refresher_.Complete();
+    }
     SetTimer(window_, kRecoveryTimer, static_cast<UINT>(pace_.idle / 4), nullptr);
 }
 

@@ -31,8 +31,9 @@ class MainWindow {
     // Of the calls to CATIA.
     [[nodiscard]] com::CallWatch& Watch() { return between_yields_; }
 
-    // Loads the form, whose actions are bound, and shows the window.
-    void Show();
+    // Loads the form, whose actions are bound, and shows the window. Recovery is for the copy that
+    // owns the data folder alone.
+    void Show(bool owns_data_folder);
     // Handles messages until the window is gone. Returns the program's exit code.
     int Run();
     // Brings the window up to date and handles the messages that wait.

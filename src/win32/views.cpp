@@ -144,6 +144,7 @@ void TextBoxView::Refresh() {
     }
     const FlagWhile refreshing(refreshing_);
     const std::string& text = text_box_.Text();
+    const bool is_first = shown_replacements_ == UINT64_MAX;
     if (text_box_.Replacements() == shown_replacements_ && shown_length_ <= text.size()) {
         const int end = GetWindowTextLengthW(Window());
         const std::wstring more = com::Widen(std::string_view(text).substr(shown_length_));
@@ -160,6 +161,9 @@ void TextBoxView::Refresh() {
                      reinterpret_cast<LPARAM>(com::Widen(text).c_str()));
         SendMessageW(Window(), EM_SETSEL, 0, 0);
         SendMessageW(Window(), EM_SCROLLCARET, 0, 0);
+        if (is_first) { // what was loaded is where the person begins
+            SendMessageW(Window(), EM_EMPTYUNDOBUFFER, 0, 0);
+        }
     }
     shown_revision_ = text_box_.Revision();
     shown_replacements_ = text_box_.Replacements();

@@ -175,9 +175,11 @@ platform::AfterFailedSave WindowMessageBoxes::AskAfterFailedSave(std::string_vie
     if (FAILED(TaskDialogIndirect(&box, &chosen, nullptr, nullptr))) {
         const std::wstring question =
             content + L"\n\nUložit seznam do jiného souboru? Ne zavře program bez uložení.";
-        chosen = MessageBoxW(owner, question.c_str(), kTitle, MB_YESNO | MB_ICONWARNING) == IDYES
-                     ? kChooseFile
-                     : kCloseWithoutSaving;
+        chosen = MessageBoxW(owner, question.c_str(), kTitle, MB_YESNO | MB_ICONWARNING);
+        if (chosen == 0) {
+            throw automation::RunTimeError(7, "Out of memory");
+        }
+        chosen = chosen == IDYES ? kChooseFile : kCloseWithoutSaving;
     }
     switch (chosen) {
     case kChooseFile:

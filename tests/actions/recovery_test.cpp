@@ -313,6 +313,21 @@ TEST_F(Recovery, AFileThatCouldNotBeReadIsOfferedByTheNextStart) {
     EXPECT_EQ(Column(list(), 0), (Texts{"a", "c"}));
 }
 
+TEST_F(Recovery, ACopyThatDoesNotOwnTheFolderLeavesTheFileOfTheOneThatDoes) {
+    AddPart("a");
+    Rest();
+    HeadlessForm second;
+    second.files.stored = stored();
+    second.files.written = program->files.written;
+    app::Form_Load(second.form);
+    second.form.m_Pridat.Click();
+    app::KeepRecovery(second.form, 100);
+    app::KeepRecovery(second.form, 100'000);
+    app::RequestClose(second.form);
+    EXPECT_EQ(second.files.stored[kRecovery], stored()[kRecovery]);
+    EXPECT_EQ(second.files.written[kRecovery], program->files.written[kRecovery]);
+}
+
 TEST_F(Recovery, AWriteThatFailsIsTriedAgain) {
     program->files.failing.emplace(kRecovery, kDiskFull);
     AddPart("a");
@@ -394,6 +409,14 @@ TEST_F(ClosingSave, WithoutSavingLeavesNoRecovery) {
     EXPECT_TRUE(form().unloaded);
 }
 
+TEST_F(ClosingSave, WhoseBoxCannotOpenLeavesTheRecovery) {
+    program->message_boxes.cannot_ask = true;
+    app::RequestClose(form());
+    EXPECT_TRUE(form().unloaded);
+    Start();
+    EXPECT_EQ(Column(list(), 0), Texts{"a"});
+}
+
 TEST_F(ClosingSave, AtTheEndOfTheSessionAsksNothingAndLeavesTheRecovery) {
     AddPart("b"); // since the recovery was written
     program->settings.broken = true;
@@ -409,6 +432,16 @@ TEST_F(Recovery, StaysWherePickersValuesCouldNotBeSaved) {
     form().Combo1.SetText("S235");
     form().Combo1.KeyPress(controls::kEnterKey);
     Rest();
+    program->files.failing.emplace("C:\\Dorvak\\Material.txt", kDiskFull);
+    app::RequestClose(form());
+    Start();
+    EXPECT_EQ(form().Combo1.Items(), Texts{"S235"});
+}
+
+TEST_F(Recovery, HasAlsoPickersValuesOfTheLastMomentThatCouldNotBeSaved) {
+    AddPart("a");
+    form().Combo1.SetText("S235");
+    form().Combo1.KeyPress(controls::kEnterKey);
     program->files.failing.emplace("C:\\Dorvak\\Material.txt", kDiskFull);
     app::RequestClose(form());
     Start();

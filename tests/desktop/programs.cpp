@@ -76,8 +76,7 @@ DorvakWindow::DorvakWindow(std::shared_ptr<const ProgramFolder> folder, int page
     : folder_(std::move(folder)), program_(folder_->Path("Dorvak.exe"), arguments),
       window_(program_.WaitForWindow("DorvakForm1")) {
     BringToFront(window_);
-    WaitUntil("all pages",
-              [&] { return GetDlgItem(window_, ID_PAGE1 + kSheetPage) != nullptr; });
+    WaitUntil("all pages", [&] { return GetDlgItem(window_, ID_PAGE1 + kSheetPage) != nullptr; });
     Send(window_, WM_NULL); // their controls too
     if (page != kStructurePage) {
         OpenPage(page);

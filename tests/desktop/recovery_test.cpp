@@ -411,6 +411,17 @@ TEST_F(UndoKeys, TakeBackInTheListAndLeaveFieldsTheirOwn) {
     WaitUntil("the menu gone", [] { return !PopupMenuOpen(); });
 }
 
+TEST_F(UndoKeys, LeaveTheConfigurationThatWasLoaded) {
+    const DorvakWindow dorvak = Start(kExportPage);
+    const HWND field = dorvak[ID_Text2];
+    const std::string loaded = Text(field);
+    ASSERT_NE(loaded, "");
+    Click(field);
+    PressKey('Z', {VK_CONTROL});
+    Sleep(200);
+    EXPECT_EQ(Text(field), loaded);
+}
+
 TEST_F(UndoKeys, TakeBackWhatResetPutIntoTheConfiguration) {
     const DorvakWindow dorvak = Start(kExportPage);
     const HWND field = dorvak[ID_Text2];

@@ -131,7 +131,12 @@ struct RecordedBoxes : platform::MessageBoxes {
     std::deque<platform::AfterFailedSave> after_failed_save;
     std::vector<std::string> failed_saves; // the reasons that were shown
 
+    bool cannot_ask = false;
+
     platform::AfterFailedSave AskAfterFailedSave(std::string_view reason) override {
+        if (cannot_ask) {
+            throw automation::RunTimeError(7, "Out of memory");
+        }
         failed_saves.emplace_back(reason);
         if (after_failed_save.empty()) {
             return platform::AfterFailedSave::kCloseWithoutSaving;
