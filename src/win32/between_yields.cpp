@@ -111,13 +111,13 @@ void BetweenYields::GoBehindCatia() {
 }
 
 void BetweenYields::Take() {
-    if (taking_) {
+    MSG message;
+    if (taking_ || PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE) == FALSE) {
         return;
     }
     const FlagWhile taking(taking_);
     TakeKeys();
     constexpr int kMost = 64; // a window that never gets itself painted must not hold us here
-    MSG message;
     for (const Range& range : kHarmless) {
         for (int i = 0; i < kMost && TakeMessage(message, range); ++i) {
             DispatchMessageW(&message);

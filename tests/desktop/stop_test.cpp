@@ -43,6 +43,17 @@ std::string LongStructure(int parts) {
     return structure;
 }
 
+// Whether a window stands below another one.
+bool IsBelow(HWND window, HWND other) {
+    for (HWND next = GetWindow(other, GW_HWNDNEXT); next != nullptr;
+         next = GetWindow(next, GW_HWNDNEXT)) {
+        if (next == window) {
+            return true;
+        }
+    }
+    return false;
+}
+
 class Stopping : public DesktopTest {
   protected:
     // Stops the action that a button of the page that is open runs, some time after it says
@@ -53,6 +64,7 @@ class Stopping : public DesktopTest {
         WaitUntil(
             meanwhile, [&] { return dorvak_.Status().starts_with(meanwhile); }, kLong);
         Sleep(100);
+        KeepPicture("running-" + std::to_string(button) + ".png");
         PressKey(VK_ESCAPE);
         int calls = 0;
         WaitUntil("no further call", [&] {
@@ -183,22 +195,26 @@ TEST_F(Stopping, AnOpenDropDownTakesTheKeyFirst) {
     dorvak_.WaitForStatus(kStopped);
 }
 
+TEST_F(Stopping, ADialogOfTheSessionCanBeAnswered) {
+    const CatiaSession catia({kProduct});
+    catia.Do("dialog open");
+    dorvak_.Press(ID_Command3);
+    const HWND dialog = GetLastActivePopup(catia.Window());
+    ASSERT_NE(dialog, catia.Window());
+    WaitUntil("the window behind the dialog",
+              [&] { return IsBelow(dorvak_.Window(), dialog) && !Topmost(dorvak_.Window()); });
+    catia.Do("dialog close");
+    dorvak_.WaitForStatus(kWalked, kLong);
+    WaitUntil("the window on top again", [&] { return Topmost(dorvak_.Window()); });
+}
+
 TEST_F(Stopping, ASessionThatRejectsEverything) {
     const CatiaSession catia({kProduct});
     catia.Do("fail 20 busy 1000");
     dorvak_.Press(ID_Command3);
-    const auto is_below = [&](HWND window, HWND other) {
-        for (HWND next = GetWindow(other, GW_HWNDNEXT); next != nullptr;
-             next = GetWindow(next, GW_HWNDNEXT)) {
-            if (next == window) {
-                return true;
-            }
-        }
-        return false;
-    };
     ASSERT_TRUE(Topmost(dorvak_.Window()));
     WaitUntil("the window behind the session's", [&] {
-        return !Topmost(dorvak_.Window()) && is_below(dorvak_.Window(), catia.Window());
+        return !Topmost(dorvak_.Window()) && IsBelow(dorvak_.Window(), catia.Window());
     });
     Sleep(2500); // the balloon has come
     KeepPicture("catia-rejects-calls.png");
