@@ -45,9 +45,11 @@ constexpr std::array kHarmless{Range{WM_PAINT, WM_PAINT},
                                Range{WM_TIMER, WM_TIMER}};
 
 // Takes the next message of the range out of the queue. The end of the program comes whatever is
-// asked for, and goes back.
+// asked for, and goes back. Looks first: where there is no such message, Wine takes the second
+// press of a double click, which it only passes over, for the first one of another.
 bool TakeMessage(MSG& message, const Range& range) {
-    if (PeekMessageW(&message, nullptr, range.first, range.last, PM_REMOVE) == FALSE) {
+    if (PeekMessageW(&message, nullptr, range.first, range.last, PM_NOREMOVE) == FALSE ||
+        PeekMessageW(&message, nullptr, range.first, range.last, PM_REMOVE) == FALSE) {
         return false;
     }
     if (message.message == WM_QUIT) {
