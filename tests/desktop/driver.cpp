@@ -277,6 +277,15 @@ HWND FindPopupMenu() {
     return menu != nullptr && IsWindowVisible(menu) != FALSE ? menu : nullptr;
 }
 
+// To a point of the screen, and waits until the window has seen it.
+void MoveMouseTo(POINT target, HWND window) {
+    // Not by SendInput: under Wine that would leave the X server's own pointer behind, which jumps
+    // back in when a window opens beneath it.
+    SetCursorPos(target.x, target.y);
+    Sleep(Milliseconds(30));
+    Send(window, WM_NULL);
+}
+
 } // namespace
 
 void WaitUntil(std::string_view awaited, const std::function<bool()>& holds, Milliseconds limit) {
@@ -422,12 +431,7 @@ void BringToFront(HWND window) {
 }
 
 void MoveMouse(HWND window, POINT point) {
-    // Not by SendInput: under Wine that would leave the X server's own pointer behind, which jumps
-    // back in when a window opens beneath it.
-    const POINT target = OnScreen(window, point);
-    SetCursorPos(target.x, target.y);
-    Sleep(Milliseconds(30));
-    Send(window, WM_NULL); // until the window has seen it
+    MoveMouseTo(OnScreen(window, point), window);
 }
 
 void Click(HWND window, POINT point, MouseButton button) {
@@ -466,14 +470,17 @@ void DoubleClick(HWND control) {
 
 void Drag(HWND window, POINT from, POINT to) {
     BringToFront(window);
-    MoveMouse(window, from);
-    Input({MouseInput(OnScreen(window, from), MOUSEEVENTF_LEFTDOWN)});
+    const POINT start = OnScreen(window, from); // the window itself may be what is dragged
+    const POINT end = OnScreen(window, to);
+    MoveMouseTo(start, window);
+    Input({MouseInput(start, MOUSEEVENTF_LEFTDOWN)});
     constexpr int kSteps = 8;
     for (int step = 1; step <= kSteps; ++step) {
-        MoveMouse(window, {from.x + (to.x - from.x) * step / kSteps,
-                           from.y + (to.y - from.y) * step / kSteps});
+        MoveMouseTo({start.x + (end.x - start.x) * step / kSteps,
+                     start.y + (end.y - start.y) * step / kSteps},
+                    window);
     }
-    Input({MouseInput(OnScreen(window, to), MOUSEEVENTF_LEFTUP)});
+    Input({MouseInput(end, MOUSEEVENTF_LEFTUP)});
 }
 
 void PressKey(WORD virtual_key, const std::vector<WORD>& held) {

@@ -89,12 +89,7 @@ class Stopping : public DesktopTest {
     // Moves the window to the left at its title bar, so many pixels.
     void MoveAtTitle(int pixels) const {
         const RECT before = Place(dorvak_.Window());
-        MoveMouse(dorvak_.Window(), {120, -10});
-        mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
-        Sleep(200);
-        MoveMouse(dorvak_.Window(), {120 - pixels, -10});
-        Sleep(200);
-        mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+        Drag(dorvak_.Window(), {120, -10}, {120 - pixels, -10});
         WaitUntil("the window moved",
                   [&] { return Place(dorvak_.Window()).left == before.left - pixels; });
     }
