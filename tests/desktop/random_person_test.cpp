@@ -11,7 +11,7 @@ using namespace driver;
 
 namespace {
 
-constexpr int kSteps = 150;
+constexpr int kSteps = 100;
 constexpr int kParts = 22; // of the gearbox, counted by hand
 
 // Every button, by the page that it stands on.
@@ -204,4 +204,4 @@ TEST_P(RandomPerson, LeavesAWindowThatStillGivesTheRightListAndTheRightTable) {
               (std::vector<std::string>{"Ložisko 6204", "0004", "4"}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, RandomPerson, testing::Values(1U, 2U, 3U));
+INSTANTIATE_TEST_SUITE_P(Seeds, RandomPerson, testing::Values(1U, 2U));

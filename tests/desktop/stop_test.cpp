@@ -124,7 +124,7 @@ TEST_F(Stopping, AWalkWithoutYields) {
 }
 
 TEST_F(Stopping, KeysPressedBetweenYieldsAreTyped) {
-    const CatiaSession catia({WriteProduct("flat.txt", 1500, false)});
+    const CatiaSession catia({WriteProduct("flat.txt", 700, false)});
     Click(dorvak_[ID_Text1]);
     PressKey('A', {VK_CONTROL});
     dorvak_.Press(ID_Command3);
@@ -132,7 +132,7 @@ TEST_F(Stopping, KeysPressedBetweenYieldsAreTyped) {
     Click(dorvak_[ID_Text1]); // waits for the end, like the keys
     TypeText("Čáp");
     EXPECT_TRUE(dorvak_.Status().starts_with("Product: "));
-    dorvak_.WaitForStatus("Sestav: 1 Partu: 1500", kLong);
+    dorvak_.WaitForStatus("Sestav: 1 Partu: 700", kLong);
     WaitUntil("the text", [&] { return Text(dorvak_[ID_Text1]).find("Čáp") != std::string::npos; });
 }
 
@@ -146,29 +146,29 @@ TEST_F(Stopping, ClosingTheWindowBetweenYieldsClosesTheProgram) {
 
 TEST_F(Stopping, ATable) {
     const CatiaSession catia({WriteSheets("sheet.txt", 1)});
-    FillList(dorvak_, LongStructure(120), 120);
+    FillList(dorvak_, LongStructure(60), 60);
     dorvak_.OpenPage(kExportPage);
     StopAndRunAgain(catia, ID_Command11, "Catie upravuje font", "Tabulka vytvorena Ok ");
     catia.Do("select S1 Main 2"); // behind the one that was stopped
     dorvak_.OpenPage(kImportPage);
     StopAndRunAgain(catia, ID_Command9, "Nacteni radky:", "Nacteni tabulky Ok");
-    EXPECT_EQ(RowCount(dorvak_[ID_ListView1]), 120);
+    EXPECT_EQ(RowCount(dorvak_[ID_ListView1]), 60);
     dorvak_.OpenPage(kExportPage);
     StopAndRunAgain(catia, ID_Command30, "Vyplnovani tabulky", "Vlozeni dat Ok");
 }
 
 TEST_F(Stopping, Sheets) {
-    const CatiaSession catia({WriteSheets("sheets.txt", 600)});
+    const CatiaSession catia({WriteSheets("sheets.txt", 250)});
     FillList(dorvak_, LongStructure(2), 2);
     dorvak_.OpenPage(kSheetPage);
-    StopAndRunAgain(catia, ID_Command21, "Nacitam Sheets", "Sheets nacteny: 600");
-    Run(ID_Command20, "Ocislovano: 599");
-    StopMidway(catia, ID_Command23, "Prejmenovavam Sheets", "Prejmenovano: 600");
-    Run(ID_Command21, "Sheets nacteny: 600"); // some have their new names
-    Run(ID_Command20, "Ocislovano: 599");
-    Run(ID_Command23, "Prejmenovano: 600");
-    Run(ID_Command21, "Sheets nacteny: 600");
-    StopAndRunAgain(catia, ID_Command34, "Nacitam Sheets", "Sheets nacteny: 600");
+    StopAndRunAgain(catia, ID_Command21, "Nacitam Sheets", "Sheets nacteny: 250");
+    Run(ID_Command20, "Ocislovano: 249");
+    StopMidway(catia, ID_Command23, "Prejmenovavam Sheets", "Prejmenovano: 250");
+    Run(ID_Command21, "Sheets nacteny: 250"); // some have their new names
+    Run(ID_Command20, "Ocislovano: 249");
+    Run(ID_Command23, "Prejmenovano: 250");
+    Run(ID_Command21, "Sheets nacteny: 250");
+    StopAndRunAgain(catia, ID_Command34, "Nacitam Sheets", "Sheets nacteny: 250");
 }
 
 TEST_F(Stopping, AnOpenDropDownTakesTheKeyFirst) {
