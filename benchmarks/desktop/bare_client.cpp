@@ -325,7 +325,8 @@ void WalkChildren(Members& members, Structure& structure, int depth, const Child
 
 void Walk(const Rows& /*rows*/) {
     Members members;
-    const Object document = ObjectOf(RunningApplication(), members.application.active_document);
+    const Object application = RunningApplication();
+    const Object document = ObjectOf(application, members.application.active_document);
     TextOf(document, members.document.name);
     const Object top = ObjectOf(document, members.document.product);
     Structure structure;
@@ -474,7 +475,8 @@ void ReadTable(const Rows& /*rows*/) {
 // Sheets ------------------------------------------------------------------------------------------
 
 Object OpenSheets(Members& members) {
-    const Object document = ObjectOf(RunningApplication(), members.application.active_document);
+    const Object application = RunningApplication();
+    const Object document = ObjectOf(application, members.application.active_document);
     TextOf(document, members.document.name);
     ObjectOf(document, members.document.selection);
     Object sheets = ObjectOf(document, members.document.sheets);
@@ -506,7 +508,8 @@ void RenameSheets(const Rows& rows) {
 
 void OrderSheets(const Rows& rows) {
     Members members;
-    const Object document = ObjectOf(RunningApplication(), members.application.active_document);
+    const Object application = RunningApplication();
+    const Object document = ObjectOf(application, members.application.active_document);
     TextOf(document, members.document.name);
     const Object sheets = ObjectOf(document, members.document.sheets);
     const Object root = ObjectOf(document, members.document.drawing_root);

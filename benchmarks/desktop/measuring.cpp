@@ -221,7 +221,7 @@ Run RunAction(const DorvakWindow& dorvak, const SessionTimes& session, int butto
     const Clock::time_point start = Clock::now();
     const LONG64 start_ticks = Ticks();
     PostMessageW(pressed, BM_CLICK, 0, 0);
-    WaitTightly(
+    WaitUntil(
         "the action's calls",
         [&] {
             if (meanwhile && Clock::now() > next_meanwhile) {

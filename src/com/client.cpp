@@ -168,13 +168,19 @@ RunTimeError ErrorOf(ExceptionInfo& info) {
     return {number, description};
 }
 
-// The DISPIDs of members by class of object and name, for all objects of one application object.
-using MemberIds = std::map<std::pair<std::string, std::string>, DISPID>;
+// What all objects of one application object share.
+struct Connection {
+    // Held as long as any of them: with it COM keeps what it gives references back through, which
+    // it would otherwise make anew for each.
+    ComPtr<IDispatch> application;
+    // The DISPIDs of members by class of object and name.
+    std::map<std::pair<std::string, std::string>, DISPID> ids;
+};
 
 class ComObject : public automation::Object {
   public:
-    ComObject(ComPtr<IDispatch> dispatch, std::shared_ptr<MemberIds> ids)
-        : dispatch_(std::move(dispatch)), ids_(std::move(ids)) {}
+    ComObject(ComPtr<IDispatch> dispatch, std::shared_ptr<Connection> connection)
+        : dispatch_(std::move(dispatch)), connection_(std::move(connection)) {}
 
   private:
     Value Get(const Member& member) override { return Call(member, {}); }
@@ -189,7 +195,7 @@ class ComObject : public automation::Object {
 
     DISPID IdOf(const Member& member) {
         std::pair key(std::string(member.object_class), std::string(member.name));
-        if (const auto known = ids_->find(key); known != ids_->end()) {
+        if (const auto known = connection_->ids.find(key); known != connection_->ids.end()) {
             return known->second;
         }
         std::wstring name = Widen(member.name);
@@ -201,7 +207,7 @@ class ComObject : public automation::Object {
         if (FAILED(result)) {
             throw ErrorOf(result);
         }
-        ids_->emplace(std::move(key), id);
+        connection_->ids.emplace(std::move(key), id);
         return id;
     }
 
@@ -214,7 +220,7 @@ class ComObject : public automation::Object {
             return ours->dispatch_;
         };
         const auto to_object = [this](IDispatch* dispatch) -> ObjectPtr {
-            return std::make_shared<ComObject>(dispatch, ids_);
+            return std::make_shared<ComObject>(dispatch, connection_);
         };
 
         const DISPID id = IdOf(member);
@@ -251,7 +257,7 @@ class ComObject : public automation::Object {
     }
 
     ComPtr<IDispatch> dispatch_;
-    std::shared_ptr<MemberIds> ids_;
+    std::shared_ptr<Connection> connection_;
 };
 
 class MessageFilter : public Implementation<IMessageFilter> {
@@ -286,7 +292,9 @@ ObjectPtr GetActiveObject(std::string_view program_id) {
         FAILED(running.As(&application))) {
         throw automation::CannotCreateObject();
     }
-    return std::make_shared<ComObject>(std::move(application), std::make_shared<MemberIds>());
+    auto connection = std::make_shared<Connection>();
+    connection->application = application;
+    return std::make_shared<ComObject>(std::move(application), std::move(connection));
 }
 
 bool IsCalling() {

@@ -11,7 +11,7 @@ namespace win32 {
 
 namespace {
 
-constexpr ULONGLONG kLookEvery = 30;      // milliseconds, between calls
+constexpr ULONGLONG kLookEvery = 50;      // milliseconds, between calls
 constexpr ULONGLONG kGoBehindAfter = 500; // of rejections
 constexpr ULONGLONG kTellAfter = 2000;    // of any wait
 
@@ -31,18 +31,22 @@ bool EscapeIsWanted() {
            (IsOfClass(parent, WC_COMBOBOXW) && ComboBox_GetDroppedState(parent) != FALSE);
 }
 
-// Messages that no handler runs for.
 struct Range {
     UINT first;
     UINT last;
+    UINT kind; // QS_..., of what the queue says that it has
 };
-constexpr std::array kHarmless{Range{WM_PAINT, WM_PAINT},
-                               Range{WM_NCMOUSEMOVE, WM_NCXBUTTONDBLCLK},
-                               Range{WM_NCMOUSEHOVER, WM_NCMOUSEHOVER},
-                               Range{WM_NCMOUSELEAVE, WM_NCMOUSELEAVE},
-                               Range{WM_SYSCOMMAND, WM_SYSCOMMAND},
-                               Range{WM_CLOSE, WM_CLOSE},
-                               Range{WM_TIMER, WM_TIMER}};
+constexpr Range kKeys{WM_KEYFIRST, WM_KEYLAST, QS_KEY | QS_POSTMESSAGE};
+// Messages that no handler runs for.
+constexpr std::array kHarmless{
+    Range{WM_PAINT, WM_PAINT, QS_PAINT},
+    Range{WM_NCMOUSEMOVE, WM_NCXBUTTONDBLCLK, QS_MOUSE},
+    Range{WM_NCMOUSEHOVER, WM_NCMOUSEHOVER, QS_POSTMESSAGE},
+    Range{WM_NCMOUSELEAVE, WM_NCMOUSELEAVE, QS_POSTMESSAGE},
+    Range{WM_SYSCOMMAND, WM_SYSCOMMAND, QS_POSTMESSAGE},
+    Range{WM_CLOSE, WM_CLOSE, QS_POSTMESSAGE},
+    Range{WM_TIMER, WM_TIMER, QS_TIMER},
+};
 
 // Takes the next message of the range out of the queue. The end of the program comes whatever is
 // asked for, and goes back. Looks first: where there is no such message, Wine takes the second
@@ -113,25 +117,32 @@ void BetweenYields::GoBehindCatia() {
 }
 
 void BetweenYields::Take() {
-    MSG message;
-    if (taking_ || PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE) == FALSE) {
+    if (taking_) {
+        return;
+    }
+    // Each look for messages is a round trip to Wine's server. What is left is not new any more.
+    const UINT there = HIWORD(GetQueueStatus(QS_ALLINPUT));
+    if (there == 0) {
         return;
     }
     const FlagWhile taking(taking_);
-    TakeKeys();
+    if ((there & kKeys.kind) != 0) {
+        TakeKeys();
+    }
     constexpr int kMost = 64; // a window that never gets itself painted must not hold us here
+    MSG message;
     for (const Range& range : kHarmless) {
-        for (int i = 0; i < kMost && TakeMessage(message, range); ++i) {
+        for (int i = 0; i < kMost && (there & range.kind) != 0 && TakeMessage(message, range);
+             ++i) {
             DispatchMessageW(&message);
         }
     }
-    GetQueueStatus(QS_ALLINPUT); // what is left is not new any more
 }
 
 // All keys are taken, since the one that ends the action may stand behind others.
 void BetweenYields::TakeKeys() {
     MSG message;
-    while (TakeMessage(message, {WM_KEYFIRST, WM_KEYLAST})) {
+    while (TakeMessage(message, kKeys)) {
         if (TakeStopKey(message)) {
             continue;
         }

@@ -1,18 +1,25 @@
 #include "win32/refresh.hpp"
 
-#include <algorithm>
-
 namespace win32 {
 
 namespace {
 
 // How often messages that follow one another and the amount of work done come to the screen.
-constexpr ULONGLONG kStatusInterval = 34; // milliseconds
+constexpr ULONGLONG kStatusInterval = 100; // milliseconds
 
-// While an action runs, the contents of lists and texts are refreshed no more often than this, and
-// never so often that refreshing takes more than a small part of the time.
-constexpr ULONGLONG kContentsInterval = 500; // milliseconds
-constexpr ULONGLONG kContentsShare = 10;
+// While an action runs, the contents of lists and texts are refreshed no more often than this.
+constexpr double kContentsInterval = 500; // milliseconds
+// And only as long as all that takes no more than this part of the time. On Windows they follow
+// the action; where each new line costs much, the most of them come at its end.
+constexpr double kContentsShare = 0.02;
+
+double Milliseconds() {
+    LARGE_INTEGER now;
+    LARGE_INTEGER frequency;
+    QueryPerformanceCounter(&now);
+    QueryPerformanceFrequency(&frequency);
+    return static_cast<double>(now.QuadPart) * 1000 / static_cast<double>(frequency.QuadPart);
+}
 
 } // namespace
 
@@ -28,11 +35,29 @@ void Refresher::Pull() const {
 
 void Refresher::Complete() {
     Everything(true, true);
+    contents_.reset();
 }
 
 void Refresher::Frugal() {
-    const ULONGLONG now = GetTickCount64();
-    Everything(now >= next_status_, now >= next_contents_);
+    const double now = Milliseconds();
+    if (!contents_) {
+        contents_ = {.start = now, .last = now};
+    }
+    const bool with_contents = ContentsAreDue(now);
+    Everything(GetTickCount64() >= next_status_, with_contents);
+    if (with_contents) {
+        const double cost = Milliseconds() - now;
+        contents_->spent += cost;
+        contents_->growth = cost / (now - contents_->last);
+        contents_->last = now;
+    }
+}
+
+// What there is to be shown grows with the time since it was shown last.
+bool Refresher::ContentsAreDue(double now) const {
+    const double since = now - contents_->last;
+    const double expected = contents_->spent + contents_->growth * since;
+    return since >= kContentsInterval && expected <= kContentsShare * (now - contents_->start);
 }
 
 void Refresher::Everything(bool with_status, bool with_contents) {
@@ -46,15 +71,11 @@ void Refresher::Everything(bool with_status, bool with_contents) {
     pages_.Show(form_.SSTab1.Tab());
     Place();
 
-    const ULONGLONG start = GetTickCount64();
     for (const auto& view : views_.All()) {
-        if (with_contents || !view->ShowsContents()) {
+        const bool is_status = view.get() == &views_.StatusBar(); // dealt with above
+        if (!is_status && (with_contents || !view->ShowsContents())) {
             view->Refresh();
         }
-    }
-    if (with_contents) {
-        const ULONGLONG end = GetTickCount64();
-        next_contents_ = end + std::max(kContentsInterval, kContentsShare * (end - start));
     }
 }
 

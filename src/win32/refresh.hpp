@@ -2,6 +2,8 @@
 // the person entered into the controls.
 #pragma once
 
+#include <optional>
+
 #include "controls/form1.hpp"
 #include "win32/control_views.hpp"
 #include "win32/pages.hpp"
@@ -34,6 +36,7 @@ class Refresher {
 
   private:
     void Everything(bool with_status, bool with_contents);
+    [[nodiscard]] bool ContentsAreDue(double now) const;
 
     controls::Form1& form_;
     HWND window_;
@@ -44,10 +47,17 @@ class Refresher {
     std::string shown_caption_;
     RECT shown_place_{}; // left, top, width, height as last applied, in twips
     controls::MousePointer shown_pointer_ = controls::MousePointer::kDefault;
-    // In milliseconds of the system's tick count.
-    ULONGLONG next_status_ = 0;
-    ULONGLONG next_contents_ = 0;
+    ULONGLONG next_status_ = 0; // in milliseconds of the system's tick count
     bool status_waits_ = false; // for the timer
+
+    // The refreshing of contents while an action runs, in milliseconds.
+    struct Contents {
+        double start = 0; // of the action
+        double last = 0;  // refreshed then
+        double spent = 0;
+        double growth = 0; // what a refresh costs for each millisecond since the last one
+    };
+    std::optional<Contents> contents_;
 };
 
 } // namespace win32

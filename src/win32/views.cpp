@@ -153,7 +153,7 @@ void TextBoxView::Refresh() {
         SendMessageW(Window(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(more.c_str()));
         SendMessageW(Window(), WM_HSCROLL, SB_LEFT, 0); // the lines' beginnings stay in sight
         SetWindowRedraw(Window(), TRUE);
-        InvalidateRect(Window(), nullptr, TRUE);
+        RedrawWindow(Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
     } else {
         // Not by setting the text: the person can take it back.
         SendMessageW(Window(), EM_SETSEL, 0, -1);
@@ -420,12 +420,15 @@ void StatusBarView::ShowProgress() {
     if (progress == shown_progress_) {
         return;
     }
+    const bool was_shown = shown_progress_.has_value();
     shown_progress_ = progress;
     if (progress) {
         SendMessageW(progress_bar_, PBM_SETRANGE32, 0, progress->total);
         SendMessageW(progress_bar_, PBM_SETPOS, static_cast<WPARAM>(progress->done), 0);
     }
-    ShowWindow(progress_bar_, progress ? SW_SHOWNA : SW_HIDE);
+    if (progress.has_value() != was_shown) {
+        ShowWindow(progress_bar_, progress ? SW_SHOWNA : SW_HIDE);
+    }
 }
 
 void StatusBarView::Refresh() {
