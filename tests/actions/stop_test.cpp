@@ -185,4 +185,17 @@ TEST_F(ProgressOf, SheetsThatAreLoadedAndRenamed) {
     ExpectProgress(6);
 }
 
+TEST_F(ProgressOf, SheetsOfWhichSomeAreNumbered) {
+    std::string drawing = "DrawingDocument D.CATDrawing\n";
+    for (int sheet = 1; sheet <= 9; ++sheet) {
+        drawing +=
+            "sheet S" + std::to_string(sheet) + (sheet == 1 ? " active\n" : "\n") + "  view V\n";
+    }
+    Open(drawing);
+    message_boxes.text_answer = "11-14";
+    form.Command24.Click();
+    EXPECT_EQ(DrawnSheets(), (Texts{"11", "12", "13", "14", "S5", "S6", "S7", "S8", "S9"}));
+    ExpectProgress(4);
+}
+
 } // namespace
