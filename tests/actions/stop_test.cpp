@@ -198,4 +198,26 @@ TEST_F(ProgressOf, SheetsOfWhichSomeAreNumbered) {
     ExpectProgress(4);
 }
 
+TEST_F(ProgressOf, AnActionInsideAnotherIsItsOwn) {
+    Open(testing_support::DrawingWithTable(9, 7));
+    FillTheList(4);
+    events.at_yield[1] = [&] { // the outer one does not know yet how much there is to do
+        form.Command9.Click();
+        ASSERT_EQ(Status(), "Nacteni tabulky Ok");
+        EXPECT_FALSE(bar.ShownProgress());
+    };
+    form.Command11.Click();
+    EXPECT_EQ(Status(), "Tabulka vytvorena Ok ");
+
+    events.yields = 0;
+    bool shows_nothing = false;
+    events.at_yield = {{3, [&] {
+                            form.show_now = [&] { shows_nothing |= !bar.ShownProgress(); };
+                            form.Command26.Click();
+                            EXPECT_EQ(bar.ShownProgress(), (controls::Progress{3, 9}));
+                        }}};
+    form.Command9.Click();
+    EXPECT_TRUE(shows_nothing);
+}
+
 } // namespace
