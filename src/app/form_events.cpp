@@ -83,7 +83,7 @@ void Run(Form1& form, const std::function<void()>& handler, const std::string& s
     const auto amount_around = form.StatusBar1.ShownProgress();
     form.StatusBar1.SetProgress(std::nullopt);
     const controls::HandlerRun around = form.innermost;
-    form.innermost = {step.empty() ? "Změna" : step, ++form.runs};
+    form.innermost = {step.empty() ? "Změna" : step, ++form.runs, {}};
     ++form.running_handlers;
     try {
         handler();

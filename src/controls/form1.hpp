@@ -45,10 +45,12 @@ struct Drag {
     std::uint64_t moved = 0;
 };
 
-// One run of an event's handler: what the person did, in words, and a number of its own.
+// One run of an event's handler: what the person did, in words, a number of its own, and what it
+// has announced last on the status line.
 struct HandlerRun {
     std::string step;
     std::uint64_t number = 0;
+    std::string announcement;
 };
 
 // What is known of the recovery file, which holds what a crash would lose. Times are milliseconds

@@ -63,6 +63,20 @@ TEST_F(Stop, EndsTheActionsInsideOneAnother) {
     EXPECT_FALSE(Busy());
 }
 
+TEST_F(Stop, EachOfTheActionsSaysHowFarItCameItself) {
+    Open(testing_support::kEmptyDrawing);
+    FillTheList(2);
+    events.at_yield[2] = [&] {
+        StopAtCall(3);
+        form.Command21.Click();
+        EXPECT_EQ(Status(), "18 User interrupt occurred");
+        EXPECT_EQ(bar.ShownExplanation().text, "Přerušeno. Poslední krok: „Cekam na Catii“.");
+    };
+    form.Command11.Click();
+    EXPECT_EQ(bar.ShownExplanation().text,
+              "Přerušeno, hotovo 24 z 32. Poslední krok: „Catie doplnuje hlavicku“.");
+}
+
 TEST_F(Stop, AfterTheLastCallTheActionEndsAsAlways) {
     Open(testing_support::kEmptyDrawing);
     FillTheList(2);
