@@ -182,6 +182,12 @@ bool BetweenYields::HandleNext(const std::function<void(MSG&)>& handle) {
     GetKeyboardState(pressed.data());
     SetKeyboardState(key.pressed.data());
     handle(key.message);
+    // What it types comes before the next key.
+    for (const Range& range : {Range{WM_CHAR, WM_DEADCHAR}, Range{WM_SYSCHAR, WM_SYSDEADCHAR}}) {
+        while (TakeMessage(message, range)) {
+            handle(message);
+        }
+    }
     SetKeyboardState(pressed.data());
     return true;
 }
