@@ -113,11 +113,14 @@ void BetweenYields::GoBehindCatia() {
 }
 
 void BetweenYields::Take() {
-    MSG message;
-    if (taking_ || PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE) == FALSE) {
+    if (taking_) {
         return;
     }
-    const FlagWhile taking(taking_);
+    const FlagWhile taking(taking_); // also for what comes without the queue, as one looks at it
+    MSG message;
+    if (PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE) == FALSE) {
+        return;
+    }
     TakeKeys();
     constexpr int kMost = 64; // a window that never gets itself painted must not hold us here
     for (const Range& range : kHarmless) {
@@ -155,6 +158,12 @@ bool BetweenYields::TakeStopKey(const MSG& message) {
 }
 
 bool BetweenYields::HandleNext(const std::function<void(MSG&)>& handle) {
+    if (!events_.empty()) {
+        const std::function<void()> event = std::move(events_.front());
+        events_.pop_front();
+        run_event_(event);
+        return true;
+    }
     MSG message;
     if (keys_.empty()) {
         if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) == FALSE) {

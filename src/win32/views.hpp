@@ -15,7 +15,8 @@
 namespace win32 {
 
 // Runs what an event of a control does, with everything the person entered pulled in before and
-// everything the program changed shown after.
+// everything the program changed shown after. Between the yields of an action it runs later: it
+// refers to nothing that is gone by then.
 using RunEvent = std::function<void(const std::function<void()>&)>;
 
 // Sets a flag for as long as it lives: notifications that the program itself causes are not the

@@ -86,6 +86,27 @@ class Stopping : public DesktopTest {
         Run(button, end);
     }
 
+    // Presses the button of the walk while the focus stays where it is.
+    static void StartWalk(const DorvakWindow& dorvak) {
+        const HWND walk = dorvak[ID_Command3];
+        PostMessageW(GetParent(walk), WM_COMMAND, MAKEWPARAM(ID_Command3, BN_CLICKED),
+                     reinterpret_cast<LPARAM>(walk));
+        WaitUntil("the walk", [&] { return dorvak.Status().starts_with("Product: "); });
+    }
+    // Edits the name of the first of two rows during a walk, and does not end that.
+    static void RenameInAWalk(const DorvakWindow& dorvak, const std::string& name) {
+        FillList(dorvak, LongStructure(2), 2);
+        const HWND list = dorvak[ID_ListView1];
+        SelectRow(list, 0);
+        StartWalk(dorvak);
+        PressKey(VK_F2);
+        const auto edit = [&] { return reinterpret_cast<HWND>(Send(list, LVM_GETEDITCONTROL)); };
+        WaitUntil("the edit field", [&] { return edit() != nullptr; });
+        PressKey('A', {VK_CONTROL});
+        TypeText(name);
+        WaitForText("the new name", name, [&] { return Text(edit()); });
+    }
+
     // Moves the window to the left at its title bar, so many pixels.
     void MoveAtTitle(int pixels) const {
         const RECT before = Place(dorvak_.Window());
@@ -138,6 +159,31 @@ TEST_F(Stopping, KeysPressedBetweenYieldsAreTyped) {
     dorvak_.WaitForStatus("Sestav: 1 Partu: 1500", kLong);
     WaitUntil("the text",
               [&] { return Text(dorvak_[ID_Text1]).find("Čápux") != std::string::npos; });
+}
+
+TEST_F(Stopping, WhatIsPressedWithoutTheQueueBetweenYieldsWaits) {
+    const CatiaSession catia({WriteProduct("flat.txt", 5000, false)});
+    dorvak_.Press(ID_Command3);
+    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    Send(dorvak_[ID_Check2], BM_CLICK); // as programs for the blind do
+    EXPECT_TRUE(Topmost(dorvak_.Window()));
+    EXPECT_TRUE(dorvak_.Status().starts_with("Product: ")) << dorvak_.Status();
+    PressKey(VK_ESCAPE);
+    dorvak_.WaitForStatus(kStopped);
+    WaitUntil("the window among the others", [&] { return !Topmost(dorvak_.Window()); });
+    EXPECT_FALSE(Ticked(dorvak_[ID_Check2]));
+}
+
+TEST_F(Stopping, ARenameThatEndsWithTheFocusDuringACallIsTaken) {
+    const CatiaSession catia({WriteProduct("assemblies.txt", 300, true)});
+    const HWND list = dorvak_[ID_ListView1];
+    RenameInAWalk(dorvak_, "Kolo");
+    catia.Do("fail 1 slow 2000");
+    Sleep(300);
+    SetForegroundWindow(catia.Window());
+    WaitUntil("no edit field", [&] { return Send(list, LVM_GETEDITCONTROL) == 0; });
+    WaitForColumn(list, 0, {"Kolo", "Part 2"});
+    EXPECT_TRUE(dorvak_.Status().starts_with("Product: ")) << dorvak_.Status();
 }
 
 TEST_F(Stopping, ClosingTheWindowBetweenYieldsClosesTheProgram) {
