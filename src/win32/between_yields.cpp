@@ -138,8 +138,9 @@ void BetweenYields::TakeKeys() {
         if (TakeStopKey(message)) {
             continue;
         }
-        if (message.message == WM_SYSKEYDOWN && message.wParam == VK_F4) {
-            app::RequestClose(form_);
+        const bool with_alt = (HIWORD(message.lParam) & KF_ALTDOWN) != 0;
+        if (message.message == WM_SYSKEYDOWN && message.wParam == VK_F4 && with_alt) {
+            SendMessageW(window_, WM_CLOSE, 0, 0);
             continue;
         }
         Key& key = keys_.emplace_back();

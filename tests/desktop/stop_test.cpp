@@ -194,6 +194,18 @@ TEST_F(Stopping, ClosingTheWindowBetweenYieldsClosesTheProgram) {
     EXPECT_LT(CallsMade(catia.Log()), 15000);
 }
 
+TEST_F(Stopping, ClosingByTheKeyDuringACallKeepsARenameLeftOpen) {
+    const CatiaSession catia({WriteProduct("assemblies.txt", 300, true)});
+    const auto folder = std::make_shared<ProgramFolder>();
+    const DorvakWindow dorvak(folder);
+    RenameInAWalk(dorvak, "Pero");
+    catia.Do("fail 1 slow 1500");
+    Sleep(300);
+    PressKey(VK_F4, {VK_MENU});
+    dorvak.Process().WaitForEnd();
+    EXPECT_TRUE(ReadFile(folder->Path("list.txt")).starts_with("Pero@@"));
+}
+
 TEST_F(Stopping, ATable) {
     const CatiaSession catia({WriteSheets("sheet.txt", 1)});
     FillList(dorvak_, LongStructure(120), 120);
