@@ -98,8 +98,10 @@ void BetweenYields::GoBehindCatia() {
     platform::DesktopWindows& desktop = form_.ports.desktop_windows;
     HWND session = nullptr;
     desktop.EnumWindows([&](platform::WindowHandle window) {
-        if (shell::IsCatiaTitle(desktop.GetWindowTitle(window))) {
-            session = reinterpret_cast<HWND>(window);
+        auto* const candidate = reinterpret_cast<HWND>(window);
+        if (IsWindowVisible(candidate) != FALSE &&
+            shell::IsCatiaTitle(desktop.GetWindowTitle(window))) {
+            session = candidate;
         }
         return session == nullptr ? 1 : 0;
     });

@@ -268,6 +268,9 @@ TEST_F(Stopping, ADialogOfTheSessionCanBeAnswered) {
 TEST_F(Stopping, ASessionThatRejectsEverything) {
     const CatiaSession catia({kProduct});
     catia.Do("fail 20 busy 1000");
+    // A session has windows that nobody sees.
+    const HWND hidden = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"CATIASessionWnd", WS_POPUP, 0,
+                                        0, 10, 10, nullptr, nullptr, nullptr, nullptr);
     dorvak_.Press(ID_Command3);
     ASSERT_TRUE(Topmost(dorvak_.Window()));
     WaitUntil("the window behind the session's", [&] {
@@ -282,4 +285,5 @@ TEST_F(Stopping, ASessionThatRejectsEverything) {
     catia.Do("disarm");
     dorvak_.Press(ID_Command3);
     dorvak_.WaitForStatus(kWalked, kLong);
+    DestroyWindow(hidden);
 }
