@@ -12,6 +12,7 @@ namespace win32 {
 namespace {
 
 constexpr ULONGLONG kLookEvery = 30;      // milliseconds, between calls
+constexpr ULONGLONG kShowAfter = 30;      // of a call; texts that wait come by their timer before
 constexpr ULONGLONG kGoBehindAfter = 500; // of rejections
 constexpr ULONGLONG kTellAfter = 2000;    // of any wait
 
@@ -71,7 +72,9 @@ void BetweenYields::BeforeCall() {
 
 bool BetweenYields::Waiting(ULONGLONG milliseconds, bool rejected) {
     Take();
-    refresher_.StatusAndPointer();
+    if (rejected || milliseconds >= kShowAfter) {
+        refresher_.StatusAndPointer();
+    }
     if (rejected && !behind_ && milliseconds >= kGoBehindAfter) {
         GoBehindCatia();
     }

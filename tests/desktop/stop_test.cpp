@@ -144,6 +144,26 @@ TEST_F(Stopping, AWalkWithoutYields) {
     dorvak_.WaitForStatus(kStopped);
 }
 
+TEST_F(Stopping, MessagesThatComeMeanwhileDoNotShowMoreTexts) {
+    const CatiaSession catia({WriteProduct("flat.txt", 5000, false)});
+    dorvak_.Press(ID_Command3);
+    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    const Clock::time_point start = Clock::now();
+    int texts = 0;
+    std::string last;
+    while (MillisecondsSince(start) < 1000) {
+        for (int i = 0; i < 5; ++i) {
+            PostMessageW(dorvak_.Window(), WM_NULL, 0, 0);
+        }
+        const std::string text = dorvak_.Status();
+        texts += std::exchange(last, text) == text ? 0 : 1;
+    }
+    EXPECT_GT(texts, 3);
+    EXPECT_LE(texts, 33);
+    PressKey(VK_ESCAPE);
+    dorvak_.WaitForStatus(kStopped);
+}
+
 TEST_F(Stopping, KeysPressedBetweenYieldsAreTyped) {
     const CatiaSession catia({WriteProduct("flat.txt", 1500, false)});
     Click(dorvak_[ID_Text1]);
