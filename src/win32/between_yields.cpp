@@ -3,6 +3,8 @@
 #include <commctrl.h>
 #include <windowsx.h>
 
+#include <algorithm>
+
 #include "app/form_events.hpp"
 #include "shell/explanations.hpp"
 #include "shell/shell.hpp"
@@ -156,11 +158,17 @@ void BetweenYields::TakeKeys() {
 
 bool BetweenYields::TakeStopKey(const MSG& message) {
     if (message.message != WM_KEYDOWN || message.wParam != VK_ESCAPE ||
-        form_.running_handlers == 0 || EscapeIsWanted()) {
+        form_.running_handlers == 0 || (EscapeIsWanted() && !KeepsEscape())) {
         return false;
     }
     app::RequestStop(form_);
     return true;
+}
+
+bool BetweenYields::KeepsEscape() const {
+    return std::ranges::any_of(keys_, [](const Key& key) {
+        return key.message.message == WM_KEYDOWN && key.message.wParam == VK_ESCAPE;
+    });
 }
 
 bool BetweenYields::HandleNext(const std::function<void(MSG&)>& handle) {

@@ -35,7 +35,8 @@ class BetweenYields : public com::CallWatch {
     bool Waiting(ULONGLONG milliseconds, bool rejected) override;
     void WaitEnded() override;
 
-    // Where the message is the key that ends what runs, and nothing that is open takes it first.
+    // Where the message is the key that ends what runs, and nothing that is open takes it first:
+    // pressed again before that has got it, it ends what runs.
     bool TakeStopKey(const MSG& message);
     // Runs the event or has the message handled that waits longest. False where there is none.
     bool HandleNext(const std::function<void(MSG&)>& handle);
@@ -51,6 +52,7 @@ class BetweenYields : public com::CallWatch {
 
     void Take();
     void TakeKeys();
+    [[nodiscard]] bool KeepsEscape() const;
     void GoBehindCatia();
 
     controls::Form1& form_;

@@ -272,6 +272,24 @@ TEST_F(Stopping, AnOpenDropDownTakesTheKeyFirst) {
     dorvak_.WaitForStatus(kStopped);
 }
 
+TEST_F(Stopping, ADropDownThatCannotCloseBetweenYieldsTakesTheKeyOnce) {
+    const CatiaSession catia({WriteProduct("flat.txt", 5000, false)});
+    FillList(dorvak_, LongStructure(2), 2);
+    SelectRow(dorvak_[ID_ListView1], 0);
+    const HWND picker = dorvak_[ID_Combo1];
+    Click(picker);
+    PressKey(VK_DOWN, {VK_MENU});
+    WaitUntil("the drop-down", [&] { return Send(picker, CB_GETDROPPEDSTATE) != 0; });
+    StartWalk(dorvak_); // the drop-down stays open
+    PressKey(VK_ESCAPE);
+    Sleep(300);
+    EXPECT_TRUE(dorvak_.Status().starts_with("Product: ")) << dorvak_.Status();
+    PressKey(VK_ESCAPE);
+    dorvak_.WaitForStatus(kStopped);
+    EXPECT_LT(CallsMade(catia.Log()), 15000);
+    WaitUntil("the drop-down closed", [&] { return Send(picker, CB_GETDROPPEDSTATE) == 0; });
+}
+
 TEST_F(Stopping, ADialogOfTheSessionCanBeAnswered) {
     const CatiaSession catia({kProduct});
     catia.Do("dialog open");
