@@ -135,7 +135,18 @@ void BetweenYields::Take() {
             DispatchMessageW(&message);
         }
     }
+    ComeForwardWherePressed();
     GetQueueStatus(QS_ALLINPUT); // what is left is not new any more
+}
+
+// A press inside the window waits, but the window gets the keys from then on.
+void BetweenYields::ComeForwardWherePressed() {
+    MSG press;
+    if (GetActiveWindow() == nullptr &&
+        PeekMessageW(&press, nullptr, WM_LBUTTONDOWN, WM_MBUTTONDBLCLK, PM_NOREMOVE) != FALSE &&
+        press.message != WM_QUIT && std::exchange(last_press_, press.time) != press.time) {
+        SetForegroundWindow(window_);
+    }
 }
 
 // All keys are taken, since the one that ends the action may stand behind others.

@@ -54,6 +54,7 @@ class BetweenYields : public com::CallWatch {
     void TakeKeys();
     [[nodiscard]] bool KeepsEscape() const;
     void GoBehindCatia();
+    void ComeForwardWherePressed();
 
     controls::Form1& form_;
     HWND window_;
@@ -61,6 +62,7 @@ class BetweenYields : public com::CallWatch {
     Refresher& refresher_;
     RunEvent run_event_;
     bool taking_ = false;
+    DWORD last_press_ = 0; // when the press came that has brought the window forward
     ULONGLONG next_look_ = 0;
     std::deque<std::function<void()>> events_;
     std::deque<Key> keys_;

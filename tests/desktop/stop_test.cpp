@@ -181,6 +181,21 @@ TEST_F(Stopping, KeysPressedBetweenYieldsAreTyped) {
               [&] { return Text(dorvak_[ID_Text1]).find("Čápux") != std::string::npos; });
 }
 
+TEST_F(Stopping, APressBetweenYieldsBringsTheWindowForward) {
+    const CatiaSession catia({WriteProduct("flat.txt", 5000, false)});
+    dorvak_.Press(ID_Command3);
+    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    BringToFront(catia.Window());
+    MoveMouse(dorvak_[ID_Text1], {20, 20}); // the window is on top
+    for (const DWORD button : {DWORD{MOUSEEVENTF_LEFTDOWN}, DWORD{MOUSEEVENTF_LEFTUP}}) {
+        mouse_event(button, 0, 0, 0, 0);
+    }
+    WaitUntil("the window in front", [&] { return GetForegroundWindow() == dorvak_.Window(); });
+    EXPECT_TRUE(dorvak_.Status().starts_with("Product: ")) << dorvak_.Status();
+    PressKey(VK_ESCAPE);
+    dorvak_.WaitForStatus(kStopped);
+}
+
 TEST_F(Stopping, WhatIsPressedWithoutTheQueueBetweenYieldsWaits) {
     const CatiaSession catia({WriteProduct("flat.txt", 5000, false)});
     dorvak_.Press(ID_Command3);
