@@ -2,7 +2,11 @@
 // between the yields of an action.
 #include <fstream>
 #include <sstream>
+#include <thread>
 
+#include <objbase.h>
+
+#include "com/client.hpp"
 #include "fixture.hpp"
 
 using namespace driver;
@@ -303,6 +307,22 @@ TEST_F(Stopping, ADropDownThatCannotCloseBetweenYieldsTakesTheKeyOnce) {
     dorvak_.WaitForStatus(kStopped);
     EXPECT_LT(CallsMade(catia.Log()), 15000);
     WaitUntil("the drop-down closed", [&] { return Send(picker, CB_GETDROPPEDSTATE) == 0; });
+}
+
+TEST_F(Stopping, ASessionThatIsAtWorkWhenTheActionBegins) {
+    const CatiaSession catia({kProduct});
+    catia.Do("fail 1 slow 4000");
+    const std::jthread macro([] {
+        CoInitialize(nullptr);
+        com::GetActiveObject("CATIA.Application")->get({"Application", "ActiveDocument"});
+        CoUninitialize();
+    });
+    Sleep(500);
+    dorvak_.Press(ID_Command3);
+    dorvak_.WaitForStatus("Cekam na Catii");
+    MoveAtTitle(30);
+    EXPECT_EQ(dorvak_.Status(), "Cekam na Catii");
+    dorvak_.WaitForStatus(kWalked, kLong);
 }
 
 TEST_F(Stopping, ADialogOfTheSessionCanBeAnswered) {
