@@ -81,8 +81,8 @@ bool BetweenYields::Waiting(ULONGLONG milliseconds, bool rejected) {
         GoBehindCatia();
     }
     if (!told_ && milliseconds >= kTellAfter) {
-        told_ = true;
-        status_bar_.ShowNotice(rejected ? shell::CatiaRejectsCalls() : shell::CatiaIsBusy());
+        told_ =
+            status_bar_.ShowNotice(rejected ? shell::CatiaRejectsCalls() : shell::CatiaIsBusy());
     }
     return !form_.stop_requested;
 }

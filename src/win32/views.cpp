@@ -408,10 +408,12 @@ void StatusBarView::ShowIcon() {
     icon_ = std::move(icon);
 }
 
-void StatusBarView::ShowNotice(std::string_view text) {
-    if (InSight()) {
-        balloon_.Show(Window(), text, false, BalloonPoint());
+bool StatusBarView::ShowNotice(std::string_view text) {
+    if (!InSight()) {
+        return false;
     }
+    balloon_.Show(Window(), text, false, BalloonPoint());
+    return true;
 }
 
 void StatusBarView::ShowProgress() {

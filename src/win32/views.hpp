@@ -182,8 +182,8 @@ class StatusBarView : public View {
     void Refresh() override;
     // Divides the bar into its two panels.
     void SetDpi(UINT dpi) override;
-    // Shows a balloon that is no explanation of the form's.
-    void ShowNotice(std::string_view text);
+    // Shows a balloon that is no explanation of the form's. False where the bar is out of sight.
+    bool ShowNotice(std::string_view text);
     // The balloon goes with a click anywhere, and moves with the window.
     void HideBalloon() { balloon_.Hide(); }
     void PlaceBalloon();

@@ -349,7 +349,12 @@ TEST_F(Stopping, ASessionThatRejectsEverything) {
     WaitUntil("the window behind the session's", [&] {
         return !Topmost(dorvak_.Window()) && IsBelow(dorvak_.Window(), catia.Window());
     });
-    Sleep(2500); // the balloon has come
+    PostMessageW(dorvak_.Window(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
+    WaitUntil("the window minimised", [&] { return IsIconic(dorvak_.Window()) != FALSE; });
+    Sleep(2500); // the balloon's time
+    EXPECT_EQ(dorvak_.Process().FindVisible(TOOLTIPS_CLASSA), nullptr);
+    PostMessageW(dorvak_.Window(), WM_SYSCOMMAND, SC_RESTORE, 0);
+    EXPECT_NE(dorvak_.Process().WaitForWindow(TOOLTIPS_CLASSA), nullptr);
     KeepPicture("catia-rejects-calls.png");
     BringToFront(dorvak_.Window());
     PressKey(VK_ESCAPE);
