@@ -156,6 +156,11 @@ void BetweenYields::TakeKeys() {
         if (TakeStopKey(message)) {
             continue;
         }
+        if (message.message == WM_KEYDOWN && message.wParam == VK_PACKET) {
+            // Windows keeps its character only until the next one comes: that is taken instead.
+            TranslateMessage(&message);
+            continue;
+        }
         const bool with_alt = (HIWORD(message.lParam) & KF_ALTDOWN) != 0;
         if (message.message == WM_SYSKEYDOWN && message.wParam == VK_F4 && with_alt) {
             SendMessageW(window_, WM_CLOSE, 0, 0);
