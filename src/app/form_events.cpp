@@ -68,7 +68,6 @@ void Rest(Form1& form) {
     if (bar.State() == controls::ActionState::kRunning) {
         bar.SetState(controls::ActionState::kDone);
     }
-    bar.SetProgress(std::nullopt);
 }
 
 // Runs a handler with the default handling of what it does not trap.
@@ -80,8 +79,11 @@ void Run(Form1& form, const std::function<void()>& handler, const std::string& s
         form.parts_history.NoteSelection();
         form.sheets_history.NoteSelection();
     }
+    // The amount that a handler shows is its own.
+    const auto amount_around = form.StatusBar1.ShownProgress();
+    form.StatusBar1.SetProgress(std::nullopt);
     const controls::HandlerRun around = form.innermost;
-    form.innermost = {step.empty() ? "Změna" : step, ++form.runs};
+    form.innermost = {step.empty() ? "Změna" : step, ++form.runs, {}};
     ++form.running_handlers;
     try {
         handler();
@@ -100,6 +102,7 @@ void Run(Form1& form, const std::function<void()>& handler, const std::string& s
     NoteChanges(form);
     ShowWhatCanBeTakenBack(form);
     form.innermost = around;
+    form.StatusBar1.SetProgress(amount_around);
     if (form.running_handlers == 0) {
         Rest(form);
     }

@@ -38,6 +38,7 @@ constexpr DWORD kGiveUpAfter = 30000; // milliseconds since the first attempt
 // A process has one thread that calls, and one watch.
 CallWatch* call_watch = nullptr;
 bool calling = false;
+bool giving_back = false; // a reference
 bool waiting = false;
 
 // Whether the wait for a call is to go on.
@@ -181,6 +182,15 @@ class ComObject : public automation::Object {
   public:
     ComObject(ComPtr<IDispatch> dispatch, std::shared_ptr<Connection> connection)
         : dispatch_(std::move(dispatch)), connection_(std::move(connection)) {}
+    ~ComObject() override {
+        const Calling while_calling; // the server may be at work
+        giving_back = true;
+        dispatch_.Reset();
+        connection_.reset();
+        giving_back = false;
+    }
+    ComObject(const ComObject&) = delete;
+    ComObject& operator=(const ComObject&) = delete;
 
   private:
     Value Get(const Member& member) override { return Call(member, {}); }
@@ -275,9 +285,9 @@ class MessageFilter : public Implementation<IMessageFilter> {
                    : kCancel;
     }
     DWORD STDMETHODCALLTYPE MessagePending(HTASK, DWORD milliseconds_since_call, DWORD) override {
+        const bool goes_on = !calling || GoesOn(milliseconds_since_call, false);
         // References are given back whatever the person wants.
-        return !calling || GoesOn(milliseconds_since_call, false) ? PENDINGMSG_WAITNOPROCESS
-                                                                  : PENDINGMSG_CANCELCALL;
+        return goes_on || giving_back ? PENDINGMSG_WAITNOPROCESS : PENDINGMSG_CANCELCALL;
     }
 };
 
@@ -287,9 +297,11 @@ ObjectPtr GetActiveObject(std::string_view program_id) {
     CLSID class_id{};
     ComPtr<IUnknown> running;
     ComPtr<IDispatch> application;
-    if (FAILED(CLSIDFromProgID(Widen(program_id).c_str(), &class_id)) ||
-        FAILED(::GetActiveObject(class_id, nullptr, &running)) ||
-        FAILED(running.As(&application))) {
+    const auto find = [&] {
+        const HRESULT found = ::GetActiveObject(class_id, nullptr, &running);
+        return FAILED(found) ? found : running.As(&application);
+    };
+    if (FAILED(CLSIDFromProgID(Widen(program_id).c_str(), &class_id)) || FAILED(Retrying(find))) {
         throw automation::CannotCreateObject();
     }
     auto connection = std::make_shared<Connection>();

@@ -17,7 +17,7 @@
 namespace com {
 
 // The application that runs registered under `program_id`; never starts one. Raises 429 where there
-// is none.
+// is none. Waits for it as a call does.
 automation::ObjectPtr GetActiveObject(std::string_view program_id);
 
 // What goes on while a call waits for its answer.

@@ -45,10 +45,12 @@ struct Drag {
     std::uint64_t moved = 0;
 };
 
-// One run of an event's handler: what the person did, in words, and a number of its own.
+// One run of an event's handler: what the person did, in words, a number of its own, and what it
+// has announced last on the status line.
 struct HandlerRun {
     std::string step;
     std::uint64_t number = 0;
+    std::string announcement;
 };
 
 // What is known of the recovery file, which holds what a crash would lose. Times are milliseconds
@@ -234,12 +236,14 @@ struct Form1 {
     ListHistory sheets_history{ListView3};
 
     // How many handlers run inside one another, and the innermost of them. Whether all of them are
-    // to end, whether the person has closed the window, whether Windows ends the session, when no
+    // to end, and whether what runs is putting back what it has changed in CATIA, which it does all
+    // the same; whether the person has closed the window, whether Windows ends the session, when no
     // box may open any more, whether the closing steps have begun, and whether they are done.
     int running_handlers = 0;
     HandlerRun innermost;
     std::uint64_t runs = 0; // of handlers so far
     bool stop_requested = false;
+    bool putting_back = false;
     bool close_requested = false;
     bool session_ending = false;
     bool closing = false;
@@ -256,7 +260,7 @@ struct Form1 {
     // Raises 18 (user interrupt) in the place of every call to CATIA once what runs is to end.
     automation::CallGate call_gate{[this] {
         Raise(before_call);
-        if (stop_requested) {
+        if (stop_requested && !putting_back) {
             throw automation::UserInterrupt();
         }
     }};

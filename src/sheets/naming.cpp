@@ -65,9 +65,10 @@ void NumberRange(Form1& form) {
     double number = text::LeadingNumber(pieces[0]);
     // The range says which numbers are written; it is always the first sheets that get them.
     const double steps = std::nearbyint(text::LeadingNumber(pieces[1]) - number + 1);
-    const int count = sheets.Count();
+    const double sheets_there = sheets.Count();
+    const int count = steps > 0 ? static_cast<int>(std::min(sheets_there, steps)) : 0;
     int done = 0;
-    while (done < count && done < steps) {
+    while (done < count) {
         shell::ShowProgress(form, done, count);
         sheets.Item(++done).SetName(text::PlainDecimal(number));
         ++number;

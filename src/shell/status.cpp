@@ -5,9 +5,18 @@ namespace shell {
 
 using controls::ActionState;
 
-void stat(Form1& form, const std::string& tt) {
-    form.StatusBar1.SetPanelText(1, tt);
+namespace {
+
+void Announce(Form1& form, const std::string& message) {
+    form.innermost.announcement = message;
+    form.StatusBar1.SetPanelText(1, message);
     form.StatusBar1.SetState(ActionState::kRunning);
+}
+
+} // namespace
+
+void stat(Form1& form, const std::string& tt) {
+    Announce(form, tt);
     if (!form.StatusBar1.ShownExplanation().text.empty()) {
         form.StatusBar1.SetExplanation({});
     }
@@ -15,8 +24,7 @@ void stat(Form1& form, const std::string& tt) {
 }
 
 void ShowPassing(Form1& form, const std::string& tt) {
-    form.StatusBar1.SetPanelText(1, tt);
-    form.StatusBar1.SetState(ActionState::kRunning);
+    Announce(form, tt);
     controls::Raise(form.show_soon);
 }
 
@@ -38,7 +46,7 @@ void ExplainError(Form1& form, const automation::RunTimeError& error) {
     controls::StatusBar& bar = form.StatusBar1;
     bar.SetState(ActionState::kFailed);
     bar.SetExplanation({.text = IsInterrupt(error)
-                                    ? Interrupted(bar.PanelText(1), bar.ShownProgress())
+                                    ? Interrupted(form.innermost.announcement, bar.ShownProgress())
                                     : Explained(error),
                         .is_error = true});
 }
@@ -53,7 +61,7 @@ std::string ErrorText(const automation::RunTimeError& error) {
 
 void ShowError(Form1& form, const automation::RunTimeError& error, const std::string& words) {
     controls::StatusBar& bar = form.StatusBar1;
-    const std::string came_to = bar.PanelText(1);
+    const std::string came_to = form.innermost.announcement;
     stat(form, words + ErrorText(error));
     bar.SetState(ActionState::kFailed);
     if (IsInterrupt(error)) {

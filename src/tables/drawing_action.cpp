@@ -84,9 +84,11 @@ void WithoutRedrawing::Finish() {
 
 void WithoutRedrawing::SwitchOn() {
     if (to_switch_on_) {
-        // Also where the person has ended the action.
+        // Also where the person has ended the action, and presses the key once more.
         const bool stopped = std::exchange(form_.stop_requested, false);
+        form_.putting_back = true;
         to_switch_on_ = !TrySetComputeMode(table_, kOn) && switched_off_;
+        form_.putting_back = false;
         form_.stop_requested = form_.stop_requested || stopped;
     }
 }

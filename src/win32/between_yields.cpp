@@ -3,6 +3,8 @@
 #include <commctrl.h>
 #include <windowsx.h>
 
+#include <algorithm>
+
 #include "app/form_events.hpp"
 #include "shell/explanations.hpp"
 #include "shell/shell.hpp"
@@ -12,6 +14,7 @@ namespace win32 {
 namespace {
 
 constexpr ULONGLONG kLookEvery = 50;      // milliseconds, between calls
+constexpr ULONGLONG kShowAfter = 30;      // of a call; texts that wait come by their timer before
 constexpr ULONGLONG kGoBehindAfter = 500; // of rejections
 constexpr ULONGLONG kTellAfter = 2000;    // of any wait
 
@@ -75,13 +78,15 @@ void BetweenYields::BeforeCall() {
 
 bool BetweenYields::Waiting(ULONGLONG milliseconds, bool rejected) {
     Take();
-    refresher_.StatusAndPointer();
+    if (rejected || milliseconds >= kShowAfter) {
+        refresher_.StatusAndPointer();
+    }
     if (rejected && !behind_ && milliseconds >= kGoBehindAfter) {
         GoBehindCatia();
     }
     if (!told_ && milliseconds >= kTellAfter) {
-        told_ = true;
-        status_bar_.ShowNotice(rejected ? shell::CatiaRejectsCalls() : shell::CatiaIsBusy());
+        told_ =
+            status_bar_.ShowNotice(rejected ? shell::CatiaRejectsCalls() : shell::CatiaIsBusy());
     }
     return !form_.stop_requested;
 }
@@ -102,8 +107,10 @@ void BetweenYields::GoBehindCatia() {
     platform::DesktopWindows& desktop = form_.ports.desktop_windows;
     HWND session = nullptr;
     desktop.EnumWindows([&](platform::WindowHandle window) {
-        if (shell::IsCatiaTitle(desktop.GetWindowTitle(window))) {
-            session = reinterpret_cast<HWND>(window);
+        auto* const candidate = reinterpret_cast<HWND>(window);
+        if (IsWindowVisible(candidate) != FALSE &&
+            shell::IsCatiaTitle(desktop.GetWindowTitle(window))) {
+            session = candidate;
         }
         return session == nullptr ? 1 : 0;
     });
@@ -120,12 +127,12 @@ void BetweenYields::Take() {
     if (taking_) {
         return;
     }
+    const FlagWhile taking(taking_); // also for what comes without the queue, as one looks at it
     // Each look for messages is a round trip to Wine's server. What is left is not new any more.
     const UINT there = HIWORD(GetQueueStatus(QS_ALLINPUT));
     if (there == 0) {
         return;
     }
-    const FlagWhile taking(taking_);
     if ((there & kKeys.kind) != 0) {
         TakeKeys();
     }
@@ -137,6 +144,19 @@ void BetweenYields::Take() {
             DispatchMessageW(&message);
         }
     }
+    if ((there & QS_MOUSEBUTTON) != 0) {
+        ComeForwardWherePressed();
+    }
+}
+
+// A press inside the window waits, but the window gets the keys from then on.
+void BetweenYields::ComeForwardWherePressed() {
+    MSG press;
+    if (GetActiveWindow() == nullptr &&
+        PeekMessageW(&press, nullptr, WM_LBUTTONDOWN, WM_MBUTTONDBLCLK, PM_NOREMOVE) != FALSE &&
+        press.message != WM_QUIT && std::exchange(last_press_, press.time) != press.time) {
+        SetForegroundWindow(window_);
+    }
 }
 
 // All keys are taken, since the one that ends the action may stand behind others.
@@ -146,8 +166,14 @@ void BetweenYields::TakeKeys() {
         if (TakeStopKey(message)) {
             continue;
         }
-        if (message.message == WM_SYSKEYDOWN && message.wParam == VK_F4) {
-            app::RequestClose(form_);
+        if (message.message == WM_KEYDOWN && message.wParam == VK_PACKET) {
+            // Windows keeps its character only until the next one comes: that is taken instead.
+            TranslateMessage(&message);
+            continue;
+        }
+        const bool with_alt = (HIWORD(message.lParam) & KF_ALTDOWN) != 0;
+        if (message.message == WM_SYSKEYDOWN && message.wParam == VK_F4 && with_alt) {
+            SendMessageW(window_, WM_CLOSE, 0, 0);
             continue;
         }
         Key& key = keys_.emplace_back();
@@ -158,14 +184,26 @@ void BetweenYields::TakeKeys() {
 
 bool BetweenYields::TakeStopKey(const MSG& message) {
     if (message.message != WM_KEYDOWN || message.wParam != VK_ESCAPE ||
-        form_.running_handlers == 0 || EscapeIsWanted()) {
+        form_.running_handlers == 0 || (EscapeIsWanted() && !KeepsEscape())) {
         return false;
     }
     app::RequestStop(form_);
     return true;
 }
 
+bool BetweenYields::KeepsEscape() const {
+    return std::ranges::any_of(keys_, [](const Key& key) {
+        return key.message.message == WM_KEYDOWN && key.message.wParam == VK_ESCAPE;
+    });
+}
+
 bool BetweenYields::HandleNext(const std::function<void(MSG&)>& handle) {
+    if (!events_.empty()) {
+        const std::function<void()> event = std::move(events_.front());
+        events_.pop_front();
+        run_event_(event);
+        return true;
+    }
     MSG message;
     if (keys_.empty()) {
         if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) == FALSE) {
@@ -193,6 +231,13 @@ bool BetweenYields::HandleNext(const std::function<void(MSG&)>& handle) {
     GetKeyboardState(pressed.data());
     SetKeyboardState(key.pressed.data());
     handle(key.message);
+    // What it types comes before the next key.
+    for (const Range& range : {Range{WM_CHAR, WM_DEADCHAR, QS_POSTMESSAGE},
+                               Range{WM_SYSCHAR, WM_SYSDEADCHAR, QS_POSTMESSAGE}}) {
+        while (TakeMessage(message, range)) {
+            handle(message);
+        }
+    }
     SetKeyboardState(pressed.data());
     return true;
 }

@@ -199,7 +199,9 @@ LRESULT ListViewWindow::OnNotify(NMHDR& header) {
         }
         const FlagWhile ending(ending_edit_);
         run_event_(
-            [&] { list_.UserRename(edited_row_, text::WithLineFeeds(com::Narrow(item.pszText))); });
+            [this, row = edited_row_, text = text::WithLineFeeds(com::Narrow(item.pszText))] {
+                list_.UserRename(row, text);
+            });
         return TRUE;
     }
     case NM_CUSTOMDRAW:
@@ -384,7 +386,9 @@ void ListViewWindow::EndEdit() {
 LRESULT ListViewWindow::OnButtonDown(UINT message, WPARAM w, LPARAM l) {
     const POINT at = PointOf(l);
     left_down_ = true;
-    run_event_([&] { list_.UserMouseDown(controls::kLeftButton, ShiftState(), at.x, at.y); });
+    run_event_([this, at, shift = ShiftState()] {
+        list_.UserMouseDown(controls::kLeftButton, shift, at.x, at.y);
+    });
     UINT flags = 0;
     const auto row = RowAt(at, &flags);
     if (row && look_.check_boxes && flags == LVHT_ONITEMSTATEICON) {
@@ -414,7 +418,9 @@ LRESULT ListViewWindow::OnRightButtonDown(LPARAM l) {
         }
         SetItemState(ToItem(*row), LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
     }
-    run_event_([&] { list_.UserMouseDown(controls::kRightButton, ShiftState(), at.x, at.y); });
+    run_event_([this, at, shift = ShiftState()] {
+        list_.UserMouseDown(controls::kRightButton, shift, at.x, at.y);
+    });
     return 0;
 }
 
@@ -426,7 +432,8 @@ void ListViewWindow::RaiseMouseUp(int button, POINT at) {
         left_down_ = false;
         CancelDrag();
     }
-    run_event_([&] { list_.UserMouseUp(button, ShiftState(), at.x, at.y); });
+    run_event_(
+        [this, button, at, shift = ShiftState()] { list_.UserMouseUp(button, shift, at.x, at.y); });
 }
 
 bool ListViewWindow::OnKeyDown(WPARAM key) {

@@ -75,7 +75,8 @@ MainWindow::MainWindow(controls::Form1& form, const app::RecoveryPace& pace)
       pages_(window_, form.SSTab1, PageProcedure, reinterpret_cast<LPARAM>(this), layout_),
       views_(form, pages_, [this](const auto& event) { RunEvent(event); }),
       taskbar_button_(window_), refresher_(form, window_, pages_, views_, taskbar_button_),
-      between_yields_(form, window_, views_.StatusBar(), refresher_) {
+      between_yields_(form, window_, views_.StatusBar(), refresher_,
+                      [this](const auto& event) { RunAtOnce(event); }) {
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     form_.hWnd = reinterpret_cast<platform::WindowHandle>(window_);
     form_.Width = DesignWidth(window_);
@@ -173,7 +174,7 @@ int MainWindow::Run() {
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         HandleMessage(message);
-        while (between_yields_.HasKeys() &&
+        while (between_yields_.HasKept() &&
                between_yields_.HandleNext([this](MSG& next) { HandleMessage(next); })) {
         }
     }
@@ -189,7 +190,8 @@ bool MainWindow::TakeUndoKey(const MSG& message) {
     const bool sheets = form_.SSTab1.Tab() == kSheetsTab;
     const controls::MenuItem& undo = sheets ? form_.m_Sheet_zpet : form_.m_Zpet;
     const controls::MenuItem& redo = sheets ? form_.m_Sheet_znovu : form_.m_Znovu;
-    RunEvent([&] { controls::Raise((message.wParam == 'Z' ? undo : redo).Click); });
+    const controls::MenuItem& item = message.wParam == 'Z' ? undo : redo;
+    RunEvent([&item] { controls::Raise(item.Click); });
     return true;
 }
 
@@ -241,7 +243,9 @@ void MainWindow::DoEvents() {
 }
 
 void MainWindow::RunEvent(const std::function<void()>& event) {
-    if (!between_yields_.Now()) {
+    if (between_yields_.Now()) {
+        between_yields_.Keep(event);
+    } else {
         RunAtOnce(event);
     }
 }

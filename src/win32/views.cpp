@@ -100,9 +100,8 @@ LRESULT CALLBACK ButtonView::WindowProcedure(HWND window, UINT message, WPARAM w
     }
     if (message == WM_RBUTTONDOWN) {
         auto& self = *reinterpret_cast<ButtonView*>(view);
-        self.run_event_([&] {
-            controls::Raise(self.button_.MouseDown, controls::kRightButton, ShiftState(),
-                            GET_X_LPARAM(l), GET_Y_LPARAM(l));
+        self.run_event_([&self, shift = ShiftState(), x = GET_X_LPARAM(l), y = GET_Y_LPARAM(l)] {
+            controls::Raise(self.button_.MouseDown, controls::kRightButton, shift, x, y);
         });
         return 0;
     }
@@ -409,10 +408,12 @@ void StatusBarView::ShowIcon() {
     icon_ = std::move(icon);
 }
 
-void StatusBarView::ShowNotice(std::string_view text) {
-    if (InSight()) {
-        balloon_.Show(Window(), text, false, BalloonPoint());
+bool StatusBarView::ShowNotice(std::string_view text) {
+    if (!InSight()) {
+        return false;
     }
+    balloon_.Show(Window(), text, false, BalloonPoint());
+    return true;
 }
 
 void StatusBarView::ShowProgress() {

@@ -15,7 +15,8 @@
 namespace win32 {
 
 // Runs what an event of a control does, with everything the person entered pulled in before and
-// everything the program changed shown after.
+// everything the program changed shown after. Between the yields of an action it runs later: it
+// refers to nothing that is gone by then.
 using RunEvent = std::function<void(const std::function<void()>&)>;
 
 // Sets a flag for as long as it lives: notifications that the program itself causes are not the
@@ -181,8 +182,8 @@ class StatusBarView : public View {
     void Refresh() override;
     // Divides the bar into its two panels.
     void SetDpi(UINT dpi) override;
-    // Shows a balloon that is no explanation of the form's.
-    void ShowNotice(std::string_view text);
+    // Shows a balloon that is no explanation of the form's. False where the bar is out of sight.
+    bool ShowNotice(std::string_view text);
     // The balloon goes with a click anywhere, and moves with the window.
     void HideBalloon() { balloon_.Hide(); }
     void PlaceBalloon();

@@ -63,6 +63,20 @@ TEST_F(Stop, EndsTheActionsInsideOneAnother) {
     EXPECT_FALSE(Busy());
 }
 
+TEST_F(Stop, EachOfTheActionsSaysHowFarItCameItself) {
+    Open(testing_support::kEmptyDrawing);
+    FillTheList(2);
+    events.at_yield[2] = [&] {
+        StopAtCall(3);
+        form.Command21.Click();
+        EXPECT_EQ(Status(), "18 User interrupt occurred");
+        EXPECT_EQ(bar.ShownExplanation().text, "Přerušeno. Poslední krok: „Cekam na Catii“.");
+    };
+    form.Command11.Click();
+    EXPECT_EQ(bar.ShownExplanation().text,
+              "Přerušeno, hotovo 24 z 32. Poslední krok: „Catie doplnuje hlavicku“.");
+}
+
 TEST_F(Stop, AfterTheLastCallTheActionEndsAsAlways) {
     Open(testing_support::kEmptyDrawing);
     FillTheList(2);
@@ -183,6 +197,41 @@ TEST_F(ProgressOf, SheetsThatAreLoadedAndRenamed) {
     form.Command20.Click();
     form.Command23.Click();
     ExpectProgress(6);
+}
+
+TEST_F(ProgressOf, SheetsOfWhichSomeAreNumbered) {
+    std::string drawing = "DrawingDocument D.CATDrawing\n";
+    for (int sheet = 1; sheet <= 9; ++sheet) {
+        drawing +=
+            "sheet S" + std::to_string(sheet) + (sheet == 1 ? " active\n" : "\n") + "  view V\n";
+    }
+    Open(drawing);
+    message_boxes.text_answer = "11-14";
+    form.Command24.Click();
+    EXPECT_EQ(DrawnSheets(), (Texts{"11", "12", "13", "14", "S5", "S6", "S7", "S8", "S9"}));
+    ExpectProgress(4);
+}
+
+TEST_F(ProgressOf, AnActionInsideAnotherIsItsOwn) {
+    Open(testing_support::DrawingWithTable(9, 7));
+    FillTheList(4);
+    events.at_yield[1] = [&] { // the outer one does not know yet how much there is to do
+        form.Command9.Click();
+        ASSERT_EQ(Status(), "Nacteni tabulky Ok");
+        EXPECT_FALSE(bar.ShownProgress());
+    };
+    form.Command11.Click();
+    EXPECT_EQ(Status(), "Tabulka vytvorena Ok ");
+
+    events.yields = 0;
+    bool shows_nothing = false;
+    events.at_yield = {{3, [&] {
+                            form.show_now = [&] { shows_nothing |= !bar.ShownProgress(); };
+                            form.Command26.Click();
+                            EXPECT_EQ(bar.ShownProgress(), (controls::Progress{3, 9}));
+                        }}};
+    form.Command9.Click();
+    EXPECT_TRUE(shows_nothing);
 }
 
 } // namespace

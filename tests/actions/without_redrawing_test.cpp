@@ -315,6 +315,27 @@ TEST_F(WithoutRedrawing, WindowsEndingTheSessionMeanwhileSwitchesOnToo) {
     EXPECT_EQ(session.DisplayAsText(), session.DrawingAsText());
 }
 
+TEST_F(WithoutRedrawing, StoppedAgainAndAgainTheTableIsShownAsFarAsItIs) {
+    for (const auto& [button, drawing] :
+         {std::pair{&controls::Form1::Command11, std::string(kEmptyDrawing)},
+          {&controls::Form1::Command30, DrawingWithTable(5, 7)}}) {
+        for (const std::size_t call : {10U, 11U, 14U, 30U, 42U}) {
+            SCOPED_TRACE(call);
+            Open(drawing);
+            session.ClearLog();
+            form.before_call = [&] {
+                if (session.Log().size() + 1 >= call) {
+                    app::RequestStop(form);
+                }
+            };
+            (form.*button).Click();
+            EXPECT_EQ(form.StatusBar1.State(), ActionState::kFailed);
+            EXPECT_EQ(session.DisplayAsText(), session.DrawingAsText());
+            EXPECT_TRUE(Called(kSwitchOn) || !Called(kSwitchOff));
+        }
+    }
+}
+
 TEST_F(WithoutRedrawing, PressedAgainAtAnyYieldEachTableIsSwitchedByItself) {
     Open(kEmptyDrawing);
     form.Command11.Click();

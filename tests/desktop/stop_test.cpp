@@ -2,7 +2,11 @@
 // between the yields of an action.
 #include <fstream>
 #include <sstream>
+#include <thread>
 
+#include <objbase.h>
+
+#include "com/client.hpp"
 #include "fixture.hpp"
 
 using namespace driver;
@@ -86,6 +90,27 @@ class Stopping : public DesktopTest {
         Run(button, end);
     }
 
+    // Presses the button of the walk while the focus stays where it is.
+    static void StartWalk(const DorvakWindow& dorvak) {
+        const HWND walk = dorvak[ID_Command3];
+        PostMessageW(GetParent(walk), WM_COMMAND, MAKEWPARAM(ID_Command3, BN_CLICKED),
+                     reinterpret_cast<LPARAM>(walk));
+        WaitUntil("the walk", [&] { return dorvak.Status().starts_with("Product: "); });
+    }
+    // Edits the name of the first of two rows during a walk, and does not end that.
+    static void RenameInAWalk(const DorvakWindow& dorvak, const std::string& name) {
+        FillList(dorvak, LongStructure(2), 2);
+        const HWND list = dorvak[ID_ListView1];
+        SelectRow(list, 0);
+        StartWalk(dorvak);
+        PressKey(VK_F2);
+        const auto edit = [&] { return reinterpret_cast<HWND>(Send(list, LVM_GETEDITCONTROL)); };
+        WaitUntil("the edit field", [&] { return edit() != nullptr; });
+        PressKey('A', {VK_CONTROL});
+        TypeText(name);
+        WaitForText("the new name", name, [&] { return Text(edit()); });
+    }
+
     // Moves the window to the left at its title bar, so many pixels.
     void MoveAtTitle(int pixels) const {
         const RECT before = Place(dorvak_.Window());
@@ -123,6 +148,26 @@ TEST_F(Stopping, AWalkWithoutYields) {
     dorvak_.WaitForStatus(kStopped);
 }
 
+TEST_F(Stopping, MessagesThatComeMeanwhileDoNotShowMoreTexts) {
+    const CatiaSession catia({WriteProduct("flat.txt", 5000, false)});
+    dorvak_.Press(ID_Command3);
+    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    const Clock::time_point start = Clock::now();
+    int texts = 0;
+    std::string last;
+    while (MillisecondsSince(start) < 1000) {
+        for (int i = 0; i < 5; ++i) {
+            PostMessageW(dorvak_.Window(), WM_NULL, 0, 0);
+        }
+        const std::string text = dorvak_.Status();
+        texts += std::exchange(last, text) == text ? 0 : 1;
+    }
+    EXPECT_GT(texts, 3);
+    EXPECT_LE(texts, 15);
+    PressKey(VK_ESCAPE);
+    dorvak_.WaitForStatus(kStopped);
+}
+
 TEST_F(Stopping, KeysPressedBetweenYieldsAreTyped) {
     const CatiaSession catia({WriteProduct("flat.txt", 700, false)});
     Click(dorvak_[ID_Text1]);
@@ -131,9 +176,53 @@ TEST_F(Stopping, KeysPressedBetweenYieldsAreTyped) {
     WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
     Click(dorvak_[ID_Text1]); // waits for the end, like the keys
     TypeText("Čáp");
+    for (const WORD key : {WORD{'X'}, WORD{VK_LEFT}, WORD{'U'}}) {
+        PressKey(key);
+    }
     EXPECT_TRUE(dorvak_.Status().starts_with("Product: "));
     dorvak_.WaitForStatus("Sestav: 1 Partu: 700", kLong);
-    WaitUntil("the text", [&] { return Text(dorvak_[ID_Text1]).find("Čáp") != std::string::npos; });
+    WaitUntil("the text",
+              [&] { return Text(dorvak_[ID_Text1]).find("Čápux") != std::string::npos; });
+}
+
+TEST_F(Stopping, APressBetweenYieldsBringsTheWindowForward) {
+    const CatiaSession catia({WriteProduct("flat.txt", 5000, false)});
+    dorvak_.Press(ID_Command3);
+    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    BringToFront(catia.Window());
+    MoveMouse(dorvak_[ID_Text1], {20, 20}); // the window is on top
+    for (const DWORD button : {DWORD{MOUSEEVENTF_LEFTDOWN}, DWORD{MOUSEEVENTF_LEFTUP}}) {
+        mouse_event(button, 0, 0, 0, 0);
+    }
+    WaitUntil("the window in front", [&] { return GetForegroundWindow() == dorvak_.Window(); });
+    EXPECT_TRUE(dorvak_.Status().starts_with("Product: ")) << dorvak_.Status();
+    PressKey(VK_ESCAPE);
+    dorvak_.WaitForStatus(kStopped);
+}
+
+TEST_F(Stopping, WhatIsPressedWithoutTheQueueBetweenYieldsWaits) {
+    const CatiaSession catia({WriteProduct("flat.txt", 5000, false)});
+    dorvak_.Press(ID_Command3);
+    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    Send(dorvak_[ID_Check2], BM_CLICK); // as programs for the blind do
+    EXPECT_TRUE(Topmost(dorvak_.Window()));
+    EXPECT_TRUE(dorvak_.Status().starts_with("Product: ")) << dorvak_.Status();
+    PressKey(VK_ESCAPE);
+    dorvak_.WaitForStatus(kStopped);
+    WaitUntil("the window among the others", [&] { return !Topmost(dorvak_.Window()); });
+    EXPECT_FALSE(Ticked(dorvak_[ID_Check2]));
+}
+
+TEST_F(Stopping, ARenameThatEndsWithTheFocusDuringACallIsTaken) {
+    const CatiaSession catia({WriteProduct("assemblies.txt", 300, true)});
+    const HWND list = dorvak_[ID_ListView1];
+    RenameInAWalk(dorvak_, "Kolo");
+    catia.Do("fail 1 slow 2000");
+    Sleep(300);
+    SetForegroundWindow(catia.Window());
+    WaitUntil("no edit field", [&] { return Send(list, LVM_GETEDITCONTROL) == 0; });
+    WaitForColumn(list, 0, {"Kolo", "Part 2"});
+    EXPECT_TRUE(dorvak_.Status().starts_with("Product: ")) << dorvak_.Status();
 }
 
 TEST_F(Stopping, ClosingTheWindowBetweenYieldsClosesTheProgram) {
@@ -142,6 +231,18 @@ TEST_F(Stopping, ClosingTheWindowBetweenYieldsClosesTheProgram) {
     WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
     dorvak_.Close();
     EXPECT_LT(CallsMade(catia.Log()), 15000);
+}
+
+TEST_F(Stopping, ClosingByTheKeyDuringACallKeepsARenameLeftOpen) {
+    const CatiaSession catia({WriteProduct("assemblies.txt", 300, true)});
+    const auto folder = std::make_shared<ProgramFolder>();
+    const DorvakWindow dorvak(folder);
+    RenameInAWalk(dorvak, "Pero");
+    catia.Do("fail 1 slow 1500");
+    Sleep(300);
+    PressKey(VK_F4, {VK_MENU});
+    dorvak.Process().WaitForEnd();
+    EXPECT_TRUE(ReadFile(folder->Path("list.txt")).starts_with("Pero@@"));
 }
 
 TEST_F(Stopping, ATable) {
@@ -190,6 +291,40 @@ TEST_F(Stopping, AnOpenDropDownTakesTheKeyFirst) {
     dorvak_.WaitForStatus(kStopped);
 }
 
+TEST_F(Stopping, ADropDownThatCannotCloseBetweenYieldsTakesTheKeyOnce) {
+    const CatiaSession catia({WriteProduct("flat.txt", 5000, false)});
+    FillList(dorvak_, LongStructure(2), 2);
+    SelectRow(dorvak_[ID_ListView1], 0);
+    const HWND picker = dorvak_[ID_Combo1];
+    Click(picker);
+    PressKey(VK_DOWN, {VK_MENU});
+    WaitUntil("the drop-down", [&] { return Send(picker, CB_GETDROPPEDSTATE) != 0; });
+    StartWalk(dorvak_); // the drop-down stays open
+    PressKey(VK_ESCAPE);
+    Sleep(300);
+    EXPECT_TRUE(dorvak_.Status().starts_with("Product: ")) << dorvak_.Status();
+    PressKey(VK_ESCAPE);
+    dorvak_.WaitForStatus(kStopped);
+    EXPECT_LT(CallsMade(catia.Log()), 15000);
+    WaitUntil("the drop-down closed", [&] { return Send(picker, CB_GETDROPPEDSTATE) == 0; });
+}
+
+TEST_F(Stopping, ASessionThatIsAtWorkWhenTheActionBegins) {
+    const CatiaSession catia({kProduct});
+    catia.Do("fail 1 slow 4000");
+    const std::jthread macro([] {
+        CoInitialize(nullptr);
+        com::GetActiveObject("CATIA.Application")->get({"Application", "ActiveDocument"});
+        CoUninitialize();
+    });
+    Sleep(500);
+    dorvak_.Press(ID_Command3);
+    dorvak_.WaitForStatus("Cekam na Catii");
+    MoveAtTitle(30);
+    EXPECT_EQ(dorvak_.Status(), "Cekam na Catii");
+    dorvak_.WaitForStatus(kWalked, kLong);
+}
+
 TEST_F(Stopping, ADialogOfTheSessionCanBeAnswered) {
     const CatiaSession catia({kProduct});
     catia.Do("dialog open");
@@ -206,12 +341,20 @@ TEST_F(Stopping, ADialogOfTheSessionCanBeAnswered) {
 TEST_F(Stopping, ASessionThatRejectsEverything) {
     const CatiaSession catia({kProduct});
     catia.Do("fail 20 busy 1000");
+    // A session has windows that nobody sees.
+    const HWND hidden = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"CATIASessionWnd", WS_POPUP, 0,
+                                        0, 10, 10, nullptr, nullptr, nullptr, nullptr);
     dorvak_.Press(ID_Command3);
     ASSERT_TRUE(Topmost(dorvak_.Window()));
     WaitUntil("the window behind the session's", [&] {
         return !Topmost(dorvak_.Window()) && IsBelow(dorvak_.Window(), catia.Window());
     });
-    Sleep(2500); // the balloon has come
+    PostMessageW(dorvak_.Window(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
+    WaitUntil("the window minimised", [&] { return IsIconic(dorvak_.Window()) != FALSE; });
+    Sleep(2500); // the balloon's time
+    EXPECT_EQ(dorvak_.Process().FindVisible(TOOLTIPS_CLASSA), nullptr);
+    PostMessageW(dorvak_.Window(), WM_SYSCOMMAND, SC_RESTORE, 0);
+    EXPECT_NE(dorvak_.Process().WaitForWindow(TOOLTIPS_CLASSA), nullptr);
     KeepPicture("catia-rejects-calls.png");
     BringToFront(dorvak_.Window());
     PressKey(VK_ESCAPE);
@@ -220,4 +363,5 @@ TEST_F(Stopping, ASessionThatRejectsEverything) {
     catia.Do("disarm");
     dorvak_.Press(ID_Command3);
     dorvak_.WaitForStatus(kWalked, kLong);
+    DestroyWindow(hidden);
 }
