@@ -7,42 +7,15 @@
 #     benchmarks/measure.sh [PAIRS] [SECTION...]
 #
 # PAIRS is the number of interleaved pairs of runs, 10 where nothing is said. The sections are
-# start, lists, trees, and, which make calls, walk, table, read, sheets, macro and large.
+# start, walk, table, read, sheets, macro, lists, trees and large.
 #
-# What makes calls runs on one processor alone: where a call wakes another process on another one,
-# that takes longer than the call itself, and how long depends on the system's mood.
+# All of it runs on one processor, as the tests do: where a call wakes another process on another
+# one, that takes longer than the call itself, and how long depends on the system's mood.
 . "$(dirname "${BASH_SOURCE[0]}")/../scripts/setup.sh"
 
 need_packages "${windows_packages[@]}" "${wine_packages[@]}" "${screen_packages[@]}"
 build windows Measure
 make_wine_prefix
 say "$(nproc) processors, busy with $(cut -d ' ' -f 1 /proc/loadavg) before the start"
-
-pairs=10
-[[ ${1:-} =~ ^[0-9]+$ ]] && pairs=$1 && shift
-views=()
-calls=()
-for section in "${@:-start walk table read sheets macro lists trees large}"; do
-    for name in $section; do
-        case $name in
-        start | lists | trees) views+=("$name") ;;
-        *) calls+=("$name") ;;
-        esac
-    done
-done
-
-# measure COMMAND-PREFIX... -- SECTION...
-measure() {
-    local prefix=()
-    while [[ $1 != -- ]]; do
-        prefix+=("$1")
-        shift
-    done
-    shift
-    (($#)) || return 0
-    WINE_RUN_SECONDS=7200 "${prefix[@]}" scripts/wine-run.sh \
-        build/windows/benchmarks/desktop/Measure.exe \
-        "$(windows_path "$root/benchmarks/walk_and_table.vbs")" "$pairs" "$@"
-}
-measure env -- "${views[@]}"
-measure taskset -c "$(($(nproc --all) - 1))" -- "${calls[@]}"
+WINE_RUN_SECONDS=7200 scripts/wine-run.sh build/windows/benchmarks/desktop/Measure.exe \
+    "$(windows_path "$root/benchmarks/walk_and_table.vbs")" "$@"

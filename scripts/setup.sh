@@ -49,12 +49,13 @@ if command -v ccache >/dev/null; then
     export CMAKE_CXX_COMPILER_LAUNCHER=ccache
 fi
 
-# build PRESET [TARGET...]: configures and builds.
+# build PRESET [TARGET...]: configures and builds. With UNITY_BUILD=ON several sources at a time are
+# compiled as one, which is quicker where all of them are to be compiled.
 build() {
     local preset=$1
     shift
     say "Building: $preset"
-    cmake --preset "$preset" >"build/$preset.log" 2>&1 || {
+    cmake --preset "$preset" "-DCMAKE_UNITY_BUILD=${UNITY_BUILD:-OFF}" >"build/$preset.log" 2>&1 || {
         cat "build/$preset.log" >&2
         return 1
     }

@@ -15,6 +15,12 @@ windows_build=$(dirname "$(dirname "$(dirname "$program")")")
     exit 2
 }
 
+# On one processor: a call between two programs wakes each of them, and waking one on another
+# processor takes several times the call.
+if command -v taskset >/dev/null; then
+    taskset -cp "$(taskset -cp $$ | sed 's/.*[ ,-]//')" $$ >/dev/null
+fi
+
 use_wine
 export WINEDEBUG=-all,err+all
 result=$(mktemp)
