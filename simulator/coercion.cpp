@@ -78,7 +78,12 @@ double ToReal(const Value& value, char decimal_separator) {
 }
 
 std::int32_t ToLong(const Value& value, char decimal_separator) {
-    return Value(ToReal(value, decimal_separator)).AsInteger();
+    using Limits = std::numeric_limits<std::int32_t>;
+    const double whole = std::nearbyint(ToReal(value, decimal_separator));
+    if (whole < Limits::min() || whole > Limits::max()) {
+        throw automation::Overflow();
+    }
+    return Value(whole).AsInteger();
 }
 
 // With the digits that the kind of real has: 15 in double precision, 7 in single.

@@ -16,8 +16,8 @@ enum class Kind {
 };
 
 // `value` as a value of `kind`, by the rules of the platform's variant conversion. Raises 13 (type
-// mismatch) where there is no such conversion. `decimal_separator` is that of numbers in texts, '.'
-// or ','.
+// mismatch) where there is no such conversion, 6 (overflow) for a long beyond its bounds.
+// `decimal_separator` is that of numbers in texts, '.' or ','.
 automation::Value Coerce(const automation::Value& value, Kind kind, char decimal_separator);
 
 } // namespace simulator

@@ -4,6 +4,8 @@
 #include <numeric>
 #include <utility>
 
+#include "text/text.hpp"
+
 namespace simulator {
 
 std::shared_ptr<Table> MakeTable(std::vector<double> row_sizes, std::vector<double> column_sizes) {
@@ -15,6 +17,42 @@ std::shared_ptr<Table> MakeTable(std::vector<double> row_sizes, std::vector<doub
     table->row_sizes = std::move(row_sizes);
     table->column_sizes = std::move(column_sizes);
     return table;
+}
+
+namespace {
+
+// What a text takes, with some space around it.
+double WidthOf(const Text& text) {
+    constexpr double kOfACharacter = 0.7; // of the font's size
+    std::size_t longest = 1;
+    for (const std::string_view line : text::Split(text.text, "\n")) {
+        longest = std::max(longest, line.size());
+    }
+    return text.font_size * (kOfACharacter * static_cast<double>(longest) + 1);
+}
+
+double HeightOf(const Text& text) {
+    constexpr double kOfALine = 1.5; // of the font's size
+    return text.font_size * kOfALine * static_cast<double>(text::Split(text.text, "\n").size());
+}
+
+} // namespace
+
+void FitAutomaticSizes(Table& table) {
+    for (const std::size_t row : table.automatic_rows) {
+        table.row_sizes[row] = 0;
+        for (std::size_t column = 0; column < table.column_sizes.size(); ++column) {
+            table.row_sizes[row] =
+                std::max(table.row_sizes[row], HeightOf(*table.Cell(row, column)));
+        }
+    }
+    for (const std::size_t column : table.automatic_columns) {
+        table.column_sizes[column] = 0;
+        for (std::size_t row = 0; row < table.row_sizes.size(); ++row) {
+            table.column_sizes[column] =
+                std::max(table.column_sizes[column], WidthOf(*table.Cell(row, column)));
+        }
+    }
 }
 
 bool ComputesDisplay(const Table& table) {
@@ -65,6 +103,28 @@ std::shared_ptr<Sheet> SheetNamed(const Document& drawing, std::string_view name
     const auto found = std::find_if(drawing.sheets.begin(), drawing.sheets.end(),
                                     [&](const auto& sheet) { return sheet->name == name; });
     return found != drawing.sheets.end() ? *found : nullptr;
+}
+
+std::shared_ptr<View> ViewNamed(const Sheet& sheet, std::string_view name) {
+    const auto found = std::find_if(sheet.views.begin(), sheet.views.end(),
+                                    [&](const auto& view) { return view->name == name; });
+    return found != sheet.views.end() ? *found : nullptr;
+}
+
+std::vector<std::shared_ptr<Product>> ProductsOf(const Document& document) {
+    std::vector<std::shared_ptr<Product>> products;
+    if (document.product != nullptr) {
+        products.push_back(document.product);
+    }
+    for (std::size_t place = 0; place < products.size(); ++place) {
+        const std::shared_ptr<Product> product = products[place]; // the vector may move
+        for (const Product::Instance& instance : product->instances) {
+            if (std::find(products.begin(), products.end(), instance.reference) == products.end()) {
+                products.push_back(instance.reference);
+            }
+        }
+    }
+    return products;
 }
 
 bool IsSelected(const Document& document, const std::shared_ptr<Element>& element) {

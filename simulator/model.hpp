@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,6 +50,10 @@ struct Table : Element {
     std::vector<double> row_sizes;
     std::vector<double> column_sizes;
     std::vector<std::shared_ptr<Text>> cells; // row by row
+    // The rows and columns, counted from 0, whose sizes follow their largest cells.
+    std::set<std::size_t> automatic_rows;
+    std::set<std::size_t> automatic_columns;
+    bool deleted = false; // a client may still hold it
     // What it displays where that is no longer computed: the table as it was then. Null while every
     // change shows at once.
     std::shared_ptr<const Table> computed_last;
@@ -61,6 +66,9 @@ struct Table : Element {
 
 // A table of empty cells.
 std::shared_ptr<Table> MakeTable(std::vector<double> row_sizes, std::vector<double> column_sizes);
+
+// Gives the rows and columns whose sizes are automatic the sizes of their largest cells.
+void FitAutomaticSizes(Table& table);
 
 // Whether the display of `table` follows its changes. Switched on, all of it is computed at once.
 bool ComputesDisplay(const Table& table);
@@ -115,8 +123,11 @@ struct Document {
     std::vector<std::shared_ptr<Element>> selection;
 };
 
-// The drawing's sheet of that name; null where there is none.
+// The drawing's sheet, the sheet's view of that name; null where there is none.
 std::shared_ptr<Sheet> SheetNamed(const Document& drawing, std::string_view name);
+std::shared_ptr<View> ViewNamed(const Sheet& sheet, std::string_view name);
+// Every product of a document once, its top product first.
+std::vector<std::shared_ptr<Product>> ProductsOf(const Document& document);
 bool IsSelected(const Document& document, const std::shared_ptr<Element>& element);
 
 // A rectangle on the sheet, y upwards.

@@ -93,14 +93,14 @@ class SelectionObject : public SessionObject {
         static const ClassInfo info{
             "Selection",
             {CountNamed("Count2"), CountNamed("Count"), ItemNamed("Item2"), ItemNamed("Item"),
-             Sub<SelectionObject>("Add", {Kind::kObject},
-                                  [](SelectionObject& selection, const Array& arguments) {
-                                      selection.Add(arguments[0].AsObject());
-                                  }),
-             Sub<SelectionObject>("Clear", {},
-                                  [](SelectionObject& selection, const Array&) {
-                                      selection.document()->selection.clear();
-                                  }),
+             Selecting("Add", {Kind::kObject},
+                       [](SelectionObject& selection, const Array& arguments) {
+                           selection.Add(arguments[0].AsObject());
+                       }),
+             Selecting("Clear", {},
+                       [](SelectionObject& selection, const Array&) {
+                           selection.document()->selection.clear();
+                       }),
              ReadOnly<SelectionObject>("VisProperties",
                                        [](SelectionObject& selection) -> ObjectPtr {
                                            return std::make_shared<VisPropertySetObject>(
@@ -115,6 +115,14 @@ class SelectionObject : public SessionObject {
         return ReadOnly<SelectionObject>(std::move(name), [](SelectionObject& selection) {
             return Count(selection.document()->selection);
         });
+    }
+
+    // What is selected is no part of the document's content.
+    template <typename Call>
+    static MemberInfo Selecting(std::string name, std::vector<Kind> parameters, Call call) {
+        MemberInfo member = Sub<SelectionObject>(std::move(name), std::move(parameters), call);
+        member.when_read_only = true;
+        return member;
     }
 
     static MemberInfo ItemNamed(std::string name) {
@@ -132,7 +140,8 @@ class SelectionObject : public SessionObject {
         const auto* ours = dynamic_cast<const SessionObject*>(object.get());
         const bool here = ours != nullptr && ours->document() == document();
         const auto element = here ? ours->Selectable() : nullptr;
-        if (element == nullptr) {
+        const auto table = std::dynamic_pointer_cast<Table>(element);
+        if (element == nullptr || (table != nullptr && table->deleted)) {
             throw Refusal();
         }
         if (!IsSelected(*document(), element)) {

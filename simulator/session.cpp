@@ -7,6 +7,7 @@
 #include "automation/run_time_error.hpp"
 #include "document_file.hpp"
 #include "objects.hpp"
+#include "text/text.hpp"
 
 namespace simulator {
 
@@ -70,6 +71,17 @@ void Session::CloseAllDocuments() {
     }
     model_->documents.clear();
     model_->active = nullptr;
+    NoteChange();
+}
+
+void Session::CloseActiveDocument() {
+    const auto closed = FindNamed(model_->documents, ActiveDocumentName());
+    if (closed == model_->documents.end()) {
+        return;
+    }
+    (*closed)->open = false;
+    model_->documents.erase(closed);
+    model_->active = model_->documents.empty() ? nullptr : model_->documents.back();
     NoteChange();
 }
 
@@ -146,20 +158,34 @@ bool Session::ActivateSheet(std::string_view sheet_name) {
     return true;
 }
 
-bool Session::SelectTable(std::string_view sheet_name, std::string_view view_name,
-                          std::size_t table) {
+bool Session::ActivateView(std::string_view sheet_name, std::string_view view_name) {
     const auto sheet = FindSheet(model_->active, sheet_name);
-    if (sheet == nullptr) {
+    const auto view = sheet != nullptr ? ViewNamed(*sheet, view_name) : nullptr;
+    if (view == nullptr) {
         return false;
     }
-    for (const auto& view : sheet->views) {
-        if (view->name == view_name && table >= 1 && table <= view->tables.size()) {
-            model_->active->selection = {view->tables[table - 1]};
-            NoteChange();
-            return true;
-        }
+    sheet->active_view = view;
+    NoteChange();
+    return true;
+}
+
+bool Session::SelectTable(std::string_view sheet_name, std::string_view view_name,
+                          std::size_t table, Selecting selecting) {
+    const auto sheet = FindSheet(model_->active, sheet_name);
+    const auto view = sheet != nullptr ? ViewNamed(*sheet, view_name) : nullptr;
+    if (view == nullptr || table < 1 || table > view->tables.size()) {
+        return false;
     }
-    return false;
+    auto& selection = model_->active->selection;
+    selection.clear();
+    if (selecting != Selecting::kAlone) {
+        selection.push_back(view);
+        selection.insert(selection.end(), view->texts.begin(), view->texts.end());
+    }
+    selection.insert(selecting == Selecting::kAfterItsView ? selection.end() : selection.begin(),
+                     view->tables[table - 1]);
+    NoteChange();
+    return true;
 }
 
 void Session::ClearSelection() {
@@ -167,6 +193,40 @@ void Session::ClearSelection() {
         model_->active->selection.clear();
         NoteChange();
     }
+}
+
+void Session::DeleteTables() {
+    if (model_->active == nullptr) {
+        return;
+    }
+    for (const auto& sheet : model_->active->sheets) {
+        for (const auto& view : sheet->views) {
+            for (const auto& table : view->tables) {
+                table->deleted = true;
+                std::erase(model_->active->selection, table);
+            }
+            view->tables.clear();
+        }
+    }
+    NoteChange();
+}
+
+void Session::AddToNames(std::string_view text) {
+    if (model_->active == nullptr) {
+        return;
+    }
+    Document& document = *model_->active;
+    document.name.insert(std::min(document.name.rfind('.'), document.name.size()), text);
+    for (const auto& sheet : document.sheets) {
+        sheet->name += text;
+    }
+    for (const auto& product : ProductsOf(document)) {
+        product->part_number += text;
+        for (Product::Instance& instance : product->instances) {
+            instance.name += text;
+        }
+    }
+    NoteChange();
 }
 
 const DocumentPtr& Session::ActiveDocument() const {
@@ -203,7 +263,32 @@ void Session::BeginCall(const std::string& line, std::string_view member_name) {
     case FaultKind::kSlow:
         pass_time(model_->fault.milliseconds);
         return;
+    case FaultKind::kClosed:
+        CloseActiveDocument();
+        return;
+    case FaultKind::kDeleted:
+        DeleteTables();
+        return;
     }
+}
+
+double Session::Answered(double millimetres) const {
+    constexpr double kInch = 25.4;
+    return manner.lengths_through_inches ? millimetres / kInch * kInch : millimetres;
+}
+
+std::string Session::Answered(const std::string& text) const {
+    if (!manner.line_breaks_are_pairs) {
+        return text;
+    }
+    constexpr std::string_view kPair = "\r\n";
+    std::string answered;
+    const std::string single = text::WithLineFeeds(text);
+    for (const std::string_view line : text::Split(single, "\n")) {
+        answered.append(line).append(kPair);
+    }
+    answered.resize(answered.size() - kPair.size());
+    return answered;
 }
 
 void Session::NoteLookup(std::string_view class_name, std::string_view member_name) {

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,8 @@ enum class FaultKind {
     kBusy,     // the session rejects the call, and the calls after it, `times` times altogether
     kVanished, // the session's process ends in the call; every later call finds no server
     kSlow,     // the call takes `milliseconds` and then is carried out
+    kClosed,   // the active document is closed before the call is carried out
+    kDeleted,  // the tables of the active drawing are deleted before the call is carried out
 };
 
 struct Fault {
@@ -31,6 +34,26 @@ struct Fault {
     FaultKind kind = FaultKind::kRefused;
     int times = 1;                             // of kBusy
     std::chrono::milliseconds milliseconds{0}; // of kSlow
+};
+
+// What one CATIA does and another does not.
+struct Manner {
+    // Texts that come as numbers are converted in Czech, the user's language, whatever the call's.
+    bool converts_in_users_language = false;
+    // Lengths come as they are after a conversion to inches and back: 13.88 as 13.879999999999999.
+    bool lengths_through_inches = false;
+    // A row's height or a column's width of 0 is automatic: after the largest cell.
+    bool zero_is_automatic = false;
+    // New sheets stand before the detail sheets, and not behind them.
+    bool new_sheets_before_details = false;
+    // Texts.Add refuses an empty text.
+    bool refuses_empty_texts = false;
+    // Line breaks of texts come as CR LF.
+    bool line_breaks_are_pairs = false;
+    // Documents cannot be changed.
+    bool read_only = false;
+    // Members that this release lacks, "Selection.Count2".
+    std::set<std::string, std::less<>> missing_members;
 };
 
 class Session {
@@ -45,6 +68,8 @@ class Session {
     // content. Raises std::runtime_error with file name and line number where it is malformed.
     void LoadDocument(std::string_view file_name, std::string_view content);
     void CloseAllDocuments();
+    // Closes the active document; the one that was opened last becomes active.
+    void CloseActiveDocument();
     [[nodiscard]] std::vector<std::string> DocumentNames() const;
     // Empty when no document is open.
     [[nodiscard]] std::string ActiveDocumentName() const;
@@ -77,8 +102,18 @@ class Session {
     // What a person does in the session's window, with the active document. Each is false where
     // there is no such sheet, view or table; `table` counts from 1.
     bool ActivateSheet(std::string_view sheet_name);
-    bool SelectTable(std::string_view sheet_name, std::string_view view_name, std::size_t table);
+    bool ActivateView(std::string_view sheet_name, std::string_view view_name);
+    enum class Selecting {
+        kAlone,
+        kBeforeItsView, // the table, then its view and the view's texts
+        kAfterItsView,
+    };
+    bool SelectTable(std::string_view sheet_name, std::string_view view_name, std::size_t table,
+                     Selecting selecting = Selecting::kAlone);
     void ClearSelection();
+    void DeleteTables();
+    // Adds `text` to the names of the document (before its extension), its sheets and products.
+    void AddToNames(std::string_view text);
     // Null when no document is open.
     [[nodiscard]] const std::shared_ptr<Document>& ActiveDocument() const;
 
@@ -91,6 +126,7 @@ class Session {
     // The decimal separator of texts that come as numbers: the COM side sets it from the call's
     // locale.
     char decimal_separator = '.';
+    Manner manner;
     // Detail sheets answer IsDetail with the number 1 instead of the Boolean true.
     bool detail_as_number = false;
     // While a dialog is open, the session rejects every call.
@@ -104,6 +140,13 @@ class Session {
     // For the session's own objects and for what serves them over COM. BeginCall logs a call of the
     // member and raises the armed failure when it is due.
     void BeginCall(const std::string& line, std::string_view member_name);
+    [[nodiscard]] char DecimalSeparator() const {
+        return manner.converts_in_users_language ? ',' : decimal_separator;
+    }
+    // A length as it is answered.
+    [[nodiscard]] double Answered(double millimetres) const;
+    // A text as it is answered.
+    [[nodiscard]] std::string Answered(const std::string& text) const;
     void NoteLookup(std::string_view class_name, std::string_view member_name);
     void NoteChange();
     void ComputeDisplay(const Table& table);

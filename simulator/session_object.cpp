@@ -21,12 +21,21 @@ const MemberInfo* ClassInfo::Find(std::string_view member_name) const {
     return found != members.end() ? &*found : nullptr;
 }
 
+const MemberInfo* SessionObject::FindMember(std::string_view name) const {
+    const MemberInfo* const member = Class().Find(name);
+    if (member == nullptr || link_->session == nullptr) {
+        return member;
+    }
+    const auto& missing = link_->session->manner.missing_members;
+    return missing.contains(Class().name + "." + member->name) ? nullptr : member;
+}
+
 Value SessionObject::Get(const Member& member) {
     return Call(member, {});
 }
 
 Value SessionObject::Call(const Member& member, const Array& arguments) {
-    const MemberInfo* const info = Class().Find(member.name);
+    const MemberInfo* const info = FindMember(member.name);
     const std::string_view shown_name = info != nullptr ? info->name : member.name;
     Session& session = BeginCall(
         info, member.name,
@@ -37,7 +46,10 @@ Value SessionObject::Call(const Member& member, const Array& arguments) {
     Array converted;
     converted.reserve(arguments.size());
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        converted.push_back(Coerce(arguments[i], info->parameters[i], session.decimal_separator));
+        converted.push_back(Coerce(arguments[i], info->parameters[i], session.DecimalSeparator()));
+    }
+    if (session.manner.read_only && info->changes && !info->when_read_only) {
+        throw MethodFailed(info->name);
     }
     Value result;
     try {
@@ -52,13 +64,16 @@ Value SessionObject::Call(const Member& member, const Array& arguments) {
 }
 
 void SessionObject::Put(const Member& member, const Value& value) {
-    const MemberInfo* const info = Class().Find(member.name);
+    const MemberInfo* const info = FindMember(member.name);
     const std::string_view shown_name = info != nullptr ? info->name : member.name;
     Session& session = BeginCall(info, member.name, PutLine(Class().name, shown_name, value));
     if (!info->put) {
         throw automation::MemberNotSupported();
     }
-    const Value converted = Coerce(value, info->put_kind, session.decimal_separator);
+    const Value converted = Coerce(value, info->put_kind, session.DecimalSeparator());
+    if (session.manner.read_only) {
+        throw MethodFailed(info->name);
+    }
     try {
         info->put(*this, converted);
     } catch (const Refusal&) {
@@ -86,6 +101,9 @@ Session& SessionObject::BeginCall(const MemberInfo* member, std::string_view cal
         throw ServerUnavailable();
     }
     if (document_ != nullptr && !document_->open) {
+        throw Disconnected();
+    }
+    if (const Table* const table = DisplayingTable(); table != nullptr && table->deleted) {
         throw Disconnected();
     }
     if (member == nullptr) {

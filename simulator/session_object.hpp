@@ -28,8 +28,9 @@ struct MemberInfo {
     using Put = std::function<void(SessionObject&, const automation::Value&)>;
 
     std::string name;
-    bool is_method = false; // a function or sub; a property where not
-    bool changes = false;   // a call changes the document; an assignment always does
+    bool is_method = false;      // a function or sub; a property where not
+    bool changes = false;        // a call changes the document; an assignment always does
+    bool when_read_only = false; // a call that changes what is no part of the document's content
     std::vector<Kind> parameters;
     Call call;
     Kind put_kind = Kind::kText;
@@ -114,6 +115,9 @@ class SessionObject : public automation::Object {
     [[nodiscard]] virtual std::shared_ptr<Element> Selectable() const { return nullptr; }
     // The table whose display a change of the object changes; null where there is none.
     [[nodiscard]] virtual const Table* DisplayingTable() const { return nullptr; }
+
+    // The member of that name; null where the class has none, or the session's release lacks it.
+    [[nodiscard]] const MemberInfo* FindMember(std::string_view name) const;
 
     [[nodiscard]] const LinkPtr& link() const { return link_; }
     // Null for the application object alone.

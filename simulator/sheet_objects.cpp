@@ -132,8 +132,11 @@ class SheetsObject : public SessionObject {
         if (SheetNamed(drawing, name) != nullptr) {
             throw Refusal();
         }
-        drawing.sheets.push_back(simulator::MakeSheet(name));
-        drawing.active_sheet = drawing.sheets.back();
+        const auto place = link()->session->manner.new_sheets_before_details
+                               ? std::find_if(drawing.sheets.begin(), drawing.sheets.end(),
+                                              [](const auto& sheet) { return sheet->detail; })
+                               : drawing.sheets.end();
+        drawing.active_sheet = *drawing.sheets.insert(place, simulator::MakeSheet(name));
         return Object(drawing.active_sheet);
     }
 };

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "objects.hpp"
+#include "session.hpp"
 
 namespace simulator {
 
@@ -29,7 +30,7 @@ class TextObject : public SessionObject {
   public:
     // `table` is the one that has the text in a cell; null where none has.
     TextObject(LinkPtr link, DocumentPtr document, std::shared_ptr<Text> text,
-               std::shared_ptr<const Table> table)
+               std::shared_ptr<Table> table)
         : SessionObject(std::move(link), std::move(document)), text_(std::move(text)),
           table_(std::move(table)) {}
 
@@ -37,9 +38,13 @@ class TextObject : public SessionObject {
         static const ClassInfo info{
             "DrawingText",
             {Property<TextObject>(
-                 "Text", Kind::kText, [](TextObject& object) { return object.text_->text; },
+                 "Text", Kind::kText,
+                 [](TextObject& object) {
+                     return object.link()->session->Answered(object.text_->text);
+                 },
                  [](TextObject& object, const Value& value) {
                      object.text_->text = value.AsText();
+                     object.Fit();
                  }),
              Function<TextObject>("GetFontName", {Kind::kLong, Kind::kLong},
                                   [](TextObject& object, const Array& arguments) {
@@ -47,7 +52,8 @@ class TextObject : public SessionObject {
                                   }),
              Function<TextObject>("GetFontSize", {Kind::kLong, Kind::kLong},
                                   [](TextObject& object, const Array& arguments) {
-                                      return object.Whole(arguments).font_size;
+                                      return object.link()->session->Answered(
+                                          object.Whole(arguments).font_size);
                                   }),
              Sub<TextObject>("SetFontName", {Kind::kLong, Kind::kLong, Kind::kText},
                              [](TextObject& object, const Array& arguments) {
@@ -60,6 +66,7 @@ class TextObject : public SessionObject {
                              [](TextObject& object, const Array& arguments) {
                                  object.Whole(arguments).font_size =
                                      Positive(arguments[2].AsReal());
+                                 object.Fit();
                              })}};
         return info;
     }
@@ -76,8 +83,14 @@ class TextObject : public SessionObject {
         return *text_;
     }
 
+    void Fit() const {
+        if (table_ != nullptr) {
+            FitAutomaticSizes(*table_);
+        }
+    }
+
     std::shared_ptr<Text> text_;
-    std::shared_ptr<const Table> table_;
+    std::shared_ptr<Table> table_;
 };
 
 class TableObject : public SessionObject {
@@ -95,12 +108,14 @@ class TableObject : public SessionObject {
                  "NumberOfColumns",
                  [](TableObject& object) { return Count(object.table_->column_sizes); }),
              Property<TableObject>(
-                 "X", Kind::kReal, [](TableObject& object) { return object.table_->x; },
+                 "X", Kind::kReal,
+                 [](TableObject& object) { return object.Answered(object.table_->x); },
                  [](TableObject& object, const Value& value) {
                      object.table_->x = Finite(value.AsReal());
                  }),
              Property<TableObject>(
-                 "Y", Kind::kReal, [](TableObject& object) { return object.table_->y; },
+                 "Y", Kind::kReal,
+                 [](TableObject& object) { return object.Answered(object.table_->y); },
                  [](TableObject& object, const Value& value) {
                      object.table_->y = Finite(value.AsReal());
                  }),
@@ -127,29 +142,33 @@ class TableObject : public SessionObject {
                  }),
              Function<TableObject>("GetRowSize", {Kind::kLong},
                                    [](TableObject& object, const Array& arguments) {
-                                       return Size(object.table_->row_sizes, arguments);
+                                       return object.Answered(
+                                           Size(object.table_->row_sizes, arguments));
                                    }),
              Function<TableObject>("GetColumnSize", {Kind::kLong},
                                    [](TableObject& object, const Array& arguments) {
-                                       return Size(object.table_->column_sizes, arguments);
+                                       return object.Answered(
+                                           Size(object.table_->column_sizes, arguments));
                                    }),
              Sub<TableObject>("SetRowSize", {Kind::kLong, Kind::kReal},
                               [](TableObject& object, const Array& arguments) {
-                                  Size(object.table_->row_sizes, arguments) =
-                                      Positive(arguments[1].AsReal());
+                                  object.SetSize(object.table_->row_sizes,
+                                                 object.table_->automatic_rows, arguments);
                               }),
              Sub<TableObject>("SetColumnSize", {Kind::kLong, Kind::kReal},
                               [](TableObject& object, const Array& arguments) {
-                                  Size(object.table_->column_sizes, arguments) =
-                                      Positive(arguments[1].AsReal());
+                                  object.SetSize(object.table_->column_sizes,
+                                                 object.table_->automatic_columns, arguments);
                               }),
              Function<TableObject>("GetCellString", {Kind::kLong, Kind::kLong},
                                    [](TableObject& object, const Array& arguments) {
-                                       return object.Cell(arguments)->text;
+                                       return object.link()->session->Answered(
+                                           object.Cell(arguments)->text);
                                    }),
              Sub<TableObject>("SetCellString", {Kind::kLong, Kind::kLong, Kind::kText},
                               [](TableObject& object, const Array& arguments) {
                                   object.Cell(arguments)->text = arguments[2].AsText();
+                                  FitAutomaticSizes(*object.table_);
                               }),
              Function<TableObject>("GetCellObject", {Kind::kLong, Kind::kLong},
                                    [](TableObject& object, const Array& arguments) {
@@ -169,8 +188,23 @@ class TableObject : public SessionObject {
         return std::make_shared<TextObject>(link(), document(), Cell(arguments), table_);
     }
 
-    static double& Size(std::vector<double>& sizes, const Array& arguments) {
+    static double Size(const std::vector<double>& sizes, const Array& arguments) {
         return sizes[PlaceOf(arguments[0].AsInteger(), sizes.size())];
+    }
+
+    [[nodiscard]] double Answered(double length) const { return link()->session->Answered(length); }
+
+    void SetSize(std::vector<double>& sizes, std::set<std::size_t>& automatic,
+                 const Array& arguments) const {
+        const std::size_t place = PlaceOf(arguments[0].AsInteger(), sizes.size());
+        const double size = arguments[1].AsReal();
+        if (size == 0 && link()->session->manner.zero_is_automatic) {
+            automatic.insert(place);
+        } else {
+            sizes[place] = Positive(size);
+            automatic.erase(place);
+        }
+        FitAutomaticSizes(*table_);
     }
 
     [[nodiscard]] const std::shared_ptr<Text>& Cell(const Array& arguments) const {
@@ -249,6 +283,10 @@ class TextsObject : public SessionObject {
                                 [](TextsObject& texts, const Array& arguments) {
                                     auto text = std::make_shared<Text>();
                                     text->text = arguments[0].AsText();
+                                    if (text->text.empty() &&
+                                        texts.link()->session->manner.refuses_empty_texts) {
+                                        throw Refusal();
+                                    }
                                     text->x = Finite(arguments[1].AsReal());
                                     text->y = Finite(arguments[2].AsReal());
                                     texts.view_->texts.push_back(text);

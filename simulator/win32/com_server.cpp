@@ -78,7 +78,7 @@ class SessionDispatch : public com::Implementation<IDispatch> {
         for (UINT i = 0; i < count; ++i) {
             ids[i] = DISPID_UNKNOWN; // arguments have no names
         }
-        const MemberInfo* const member = info.Find(name);
+        const MemberInfo* const member = object_->FindMember(name);
         if (member == nullptr) {
             return DISP_E_UNKNOWNNAME;
         }
@@ -111,6 +111,10 @@ BSTR NewBstr(std::string_view text) {
 // What the client's end of the call gets for `error`.
 HRESULT Report(const RunTimeError& error, const std::string& class_name, EXCEPINFO* exception) {
     switch (error.number) {
+    case 6:
+        return DISP_E_OVERFLOW;
+    case 9:
+        return DISP_E_BADINDEX;
     case 13:
         return DISP_E_TYPEMISMATCH;
     case 438:

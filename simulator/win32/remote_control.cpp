@@ -1,5 +1,6 @@
 #include "remote_control.hpp"
 
+#include <array>
 #include <charconv>
 #include <map>
 #include <stdexcept>
@@ -73,6 +74,10 @@ void Arm(Session& session, Command& command) {
     } else if (kind == "slow") {
         fault.kind = FaultKind::kSlow;
         fault.milliseconds = std::chrono::milliseconds(command.Number());
+    } else if (kind == "close") {
+        fault.kind = FaultKind::kClosed;
+    } else if (kind == "delete") {
+        fault.kind = FaultKind::kDeleted;
     } else {
         throw std::runtime_error("unknown fault \"" + kind + "\"");
     }
@@ -83,6 +88,43 @@ void Check(bool done) {
     if (!done) {
         throw std::runtime_error("there is no such sheet, view or table");
     }
+}
+
+void Select(Session& session, Command& command) {
+    const std::string sheet = command.Word();
+    const std::string view = command.Word();
+    const auto table = static_cast<std::size_t>(command.Number());
+    const std::string among = command.Word();
+    if (!among.empty() && among != "first" && among != "last") {
+        throw std::runtime_error("\"" + among + "\" is neither first nor last");
+    }
+    Check(session.SelectTable(sheet, view, table,
+                              among.empty()      ? Session::Selecting::kAlone
+                              : among == "first" ? Session::Selecting::kBeforeItsView
+                                                 : Session::Selecting::kAfterItsView));
+}
+
+// Whether `command` is one of the two words of a switch of the session's manner; sets it then.
+bool SetManner(Manner& manner, std::string_view command) {
+    struct Switch {
+        std::string_view off, on;
+        bool Manner::*is_on;
+    };
+    static constexpr auto kSwitches = std::to_array<Switch>(
+        {{"convert call", "convert user", &Manner::converts_in_users_language},
+         {"lengths plain", "lengths inches", &Manner::lengths_through_inches},
+         {"zero refused", "zero automatic", &Manner::zero_is_automatic},
+         {"sheets last", "sheets before", &Manner::new_sheets_before_details},
+         {"empty taken", "empty refused", &Manner::refuses_empty_texts},
+         {"breaks lf", "breaks crlf", &Manner::line_breaks_are_pairs},
+         {"changes taken", "changes refused", &Manner::read_only}});
+    for (const Switch& each : kSwitches) {
+        if (command == each.off || command == each.on) {
+            manner.*each.is_on = command == each.on;
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace
@@ -114,10 +156,17 @@ void DoRemoteCommand(Session& session, std::string_view command_line,
         session.recompute_time = std::chrono::microseconds(command.Number(0));
     } else if (first == "sheet") {
         Check(session.ActivateSheet(command.Word()));
-    } else if (first == "select") {
+    } else if (first == "view") {
         const std::string sheet = command.Word();
-        const std::string view = command.Word();
-        Check(session.SelectTable(sheet, view, static_cast<std::size_t>(command.Number())));
+        Check(session.ActivateView(sheet, command.Word()));
+    } else if (first == "select") {
+        Select(session, command);
+    } else if (first == "names") {
+        session.AddToNames(command.Rest());
+    } else if (first == "without") {
+        session.manner.missing_members.insert(command.Rest());
+    } else if (first == "with") {
+        session.manner.missing_members.erase(command.Rest());
     } else {
         const std::string both = first + " " + command.Word();
         if (both == "log clear") {
@@ -132,9 +181,13 @@ void DoRemoteCommand(Session& session, std::string_view command_line,
             window.show_dialog(both == "dialog open");
         } else if (both == "close all") {
             session.CloseAllDocuments();
+        } else if (both == "close active") {
+            session.CloseActiveDocument();
+        } else if (both == "delete tables") {
+            session.DeleteTables();
         } else if (both == "detail number" || both == "detail boolean") {
             session.detail_as_number = both == "detail number";
-        } else {
+        } else if (!SetManner(session.manner, both)) {
             throw std::runtime_error("unknown command \"" + both + "\"");
         }
     }

@@ -22,6 +22,15 @@
 #define ID_SLOW_NEXT 218
 #define ID_DIALOG 219
 #define ID_RECOMPUTE 220
+#define ID_CLOSE_NEXT 221
+#define ID_DELETE_NEXT 222
+#define ID_CONVERT_USER 230
+#define ID_LENGTHS_INCHES 231
+#define ID_ZERO_AUTOMATIC 232
+#define ID_SHEETS_BEFORE 233
+#define ID_EMPTY_REFUSED 234
+#define ID_BREAKS_CRLF 235
+#define ID_READ_ONLY 236
 #define ID_NONE 299
 
 // Menu items made from the open documents, the active drawing's sheets and the sheet's tables.

@@ -28,7 +28,20 @@ constexpr const wchar_t* kProgramName = L"CatiaSim";
 constexpr UINT_PTR kShowTimer = 1;
 constexpr UINT kShowEvery = 60; // milliseconds
 
-enum MenuPlace { kFileMenu, kDocumentMenu, kSheetMenu, kSelectionMenu, kFaultsMenu };
+enum MenuPlace { kFileMenu, kDocumentMenu, kSheetMenu, kSelectionMenu, kFaultsMenu, kMannerMenu };
+
+struct MannerItem {
+    int id;
+    bool Manner::*is_on;
+};
+constexpr auto kMannerItems =
+    std::to_array<MannerItem>({{ID_CONVERT_USER, &Manner::converts_in_users_language},
+                               {ID_LENGTHS_INCHES, &Manner::lengths_through_inches},
+                               {ID_ZERO_AUTOMATIC, &Manner::zero_is_automatic},
+                               {ID_SHEETS_BEFORE, &Manner::new_sheets_before_details},
+                               {ID_EMPTY_REFUSED, &Manner::refuses_empty_texts},
+                               {ID_BREAKS_CRLF, &Manner::line_breaks_are_pairs},
+                               {ID_READ_ONLY, &Manner::read_only}});
 
 // A menu that lists things: `checked` is the current one's place, or the list's length.
 void FillList(HMENU menu, const std::vector<std::string>& names, std::size_t checked, UINT first_id,
@@ -360,6 +373,12 @@ void SessionWindow::FillMenu(HMENU menu, int place) {
         CheckMenuItem(menu, ID_RECOMPUTE,
                       session_.recompute_time.count() > 0 ? MF_CHECKED : MF_UNCHECKED);
         break;
+    case kMannerMenu:
+        for (const MannerItem& item : kMannerItems) {
+            CheckMenuItem(menu, static_cast<UINT>(item.id),
+                          session_.manner.*item.is_on ? MF_CHECKED : MF_UNCHECKED);
+        }
+        break;
     default:
         EnableMenuItem(menu, ID_WRITE_DRAWING,
                        document != nullptr && document->kind == DocumentKind::kDrawing ? MF_ENABLED
@@ -464,6 +483,12 @@ void SessionWindow::Do(int command) {
     case ID_VANISH_TENTH:
         session_.Arm({kTenth, FaultKind::kVanished, 1});
         break;
+    case ID_CLOSE_NEXT:
+        session_.Arm({1, FaultKind::kClosed, 1});
+        break;
+    case ID_DELETE_NEXT:
+        session_.Arm({1, FaultKind::kDeleted, 1});
+        break;
     case ID_DISARM:
         session_.Arm({});
         break;
@@ -471,6 +496,11 @@ void SessionWindow::Do(int command) {
         session_.detail_as_number = !session_.detail_as_number;
         break;
     default:
+        for (const MannerItem& item : kMannerItems) {
+            if (item.id == command) {
+                session_.manner.*item.is_on = !(session_.manner.*item.is_on);
+            }
+        }
         DoInList(command);
     }
     ShowChanges();

@@ -13,6 +13,7 @@
 #include <ole2.h>
 #include <wrl/client.h>
 
+#include "automation/number_texts.hpp"
 #include "automation/run_time_error.hpp"
 #include "com/implementation.hpp"
 #include "com/utf.hpp"
@@ -29,7 +30,7 @@ namespace com {
 
 namespace {
 
-// "." is the decimal separator of texts whatever the user's locale.
+// "." is the decimal separator of texts whatever the user's locale, where the server heeds it.
 constexpr LCID kUnitedStates = 0x0409;
 
 constexpr DWORD kRetryEvery = 250;    // milliseconds
@@ -131,6 +132,10 @@ RunTimeError ErrorOf(HRESULT result) {
         return automation::MemberNotSupported();
     case DISP_E_TYPEMISMATCH:
         return automation::TypeMismatch();
+    case DISP_E_OVERFLOW:
+        return automation::Overflow();
+    case DISP_E_BADINDEX:
+        return automation::SubscriptOutOfRange();
     case DISP_E_BADPARAMCOUNT:
         return {450, "Wrong number of arguments or invalid property assignment"};
     default:
@@ -234,36 +239,52 @@ class ComObject : public automation::Object {
         };
 
         const DISPID id = IdOf(member);
-        std::deque<OutgoingArgument> outgoing; // does not move its elements
-        std::vector<VARIANT> reversed(arguments.size());
-        for (std::size_t i = 0; i < arguments.size(); ++i) {
-            outgoing.emplace_back(arguments[i], to_dispatch);
-            reversed[arguments.size() - 1 - i] = outgoing.back().variant();
-        }
-        DISPID named = DISPID_PROPERTYPUT;
-        DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
-        if (flags == DISPATCH_PROPERTYPUT) {
-            parameters.rgdispidNamedArgs = &named;
-            parameters.cNamedArgs = 1;
-        }
+        const auto send = [&](const Array& sent, Value& answer) {
+            std::deque<OutgoingArgument> outgoing; // does not move its elements
+            std::vector<VARIANT> reversed(sent.size());
+            for (std::size_t i = 0; i < sent.size(); ++i) {
+                outgoing.emplace_back(sent[i], to_dispatch);
+                reversed[sent.size() - 1 - i] = outgoing.back().variant();
+            }
+            DISPID named = DISPID_PROPERTYPUT;
+            DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+            if (flags == DISPATCH_PROPERTYPUT) {
+                parameters.rgdispidNamedArgs = &named;
+                parameters.cNamedArgs = 1;
+            }
 
-        _variant_t returned;
-        ExceptionInfo exception;
-        const HRESULT result = Retrying([&] {
-            return dispatch_->Invoke(id, IID_NULL, kUnitedStates, flags, &parameters,
-                                     flags == DISPATCH_PROPERTYPUT ? nullptr : &returned,
-                                     &exception, nullptr);
-        });
-        if (result == DISP_E_EXCEPTION) {
-            throw ErrorOf(exception);
+            _variant_t returned;
+            ExceptionInfo exception;
+            const HRESULT result = Retrying([&] {
+                return dispatch_->Invoke(id, IID_NULL, kUnitedStates, flags, &parameters,
+                                         flags == DISPATCH_PROPERTYPUT ? nullptr : &returned,
+                                         &exception, nullptr);
+            });
+            if (result == DISP_E_EXCEPTION) {
+                throw ErrorOf(exception);
+            }
+            if (SUCCEEDED(result)) {
+                for (const OutgoingArgument& argument : outgoing) {
+                    argument.TakeBack(to_object);
+                }
+                answer = FromVariant(returned, to_object);
+            }
+            return result;
+        };
+
+        Value answer;
+        HRESULT result = send(arguments, answer);
+        if (result == DISP_E_TYPEMISMATCH) {
+            // A server that leaves the conversion to its type information converts texts in the
+            // user's language, whatever language it is called in. It has not carried the call out.
+            if (const auto numbers = automation::TextsAsNumbers(member, arguments)) {
+                result = send(*numbers, answer);
+            }
         }
         if (FAILED(result)) {
             throw ErrorOf(result);
         }
-        for (const OutgoingArgument& argument : outgoing) {
-            argument.TakeBack(to_object);
-        }
-        return FromVariant(returned, to_object);
+        return answer;
     }
 
     ComPtr<IDispatch> dispatch_;

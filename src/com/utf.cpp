@@ -54,6 +54,15 @@ std::string ToSystemCodePage(std::string_view text) {
     return Encode(CP_ACP, Widen(text));
 }
 
+std::string CharacterAt(unsigned char code, unsigned code_page) {
+    const char byte = static_cast<char>(code);
+    wchar_t character = 0;
+    if (MultiByteToWideChar(code_page, MB_ERR_INVALID_CHARS, &byte, 1, &character, 1) != 1) {
+        character = code; // the first 256 characters of Unicode are those of Latin-1
+    }
+    return Narrow({&character, 1});
+}
+
 std::optional<std::string> ToSystemCodePageExactly(std::string_view text) {
     std::string bytes = ToSystemCodePage(text);
     if (FromSystemCodePage(bytes) != text) {

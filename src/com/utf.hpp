@@ -18,4 +18,8 @@ std::string ToSystemCodePage(std::string_view text);
 // The same; nothing where the code page lacks a character.
 std::optional<std::string> ToSystemCodePageExactly(std::string_view text);
 
+// The character that a code page has at `code`. One in which that byte is no character of its own,
+// such as UTF-8, is taken for Latin-1.
+std::string CharacterAt(unsigned char code, unsigned code_page);
+
 } // namespace com

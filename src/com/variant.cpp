@@ -47,6 +47,42 @@ SAFEARRAY* NewArray(const Array& values, const ObjectToDispatch& to_dispatch) {
     return array;
 }
 
+// The size of what a VARIANT of that type holds; 0 where it holds none, as of records.
+UINT SizeInVariant(VARTYPE type) {
+    switch (type) {
+    case VT_I1:
+    case VT_UI1:
+        return 1;
+    case VT_I2:
+    case VT_UI2:
+    case VT_BOOL:
+        return 2;
+    case VT_I4:
+    case VT_UI4:
+    case VT_INT:
+    case VT_UINT:
+    case VT_R4:
+    case VT_ERROR:
+        return 4;
+    case VT_I8:
+    case VT_UI8:
+    case VT_R8:
+    case VT_CY:
+    case VT_DATE:
+        return 8;
+    case VT_BSTR:
+    case VT_DISPATCH:
+    case VT_UNKNOWN:
+        return sizeof(void*);
+    case VT_DECIMAL:
+        return sizeof(DECIMAL);
+    case VT_VARIANT:
+        return sizeof(VARIANT);
+    default:
+        return 0;
+    }
+}
+
 Array ArrayValues(SAFEARRAY* array, VARTYPE type, const DispatchToObject& to_object) {
     Array values;
     if (array == nullptr) {
@@ -54,7 +90,8 @@ Array ArrayValues(SAFEARRAY* array, VARTYPE type, const DispatchToObject& to_obj
     }
     LONG first = 0;
     LONG last = -1;
-    if (SafeArrayGetDim(array) != 1) {
+    const UINT size = SizeInVariant(type);
+    if (SafeArrayGetDim(array) != 1 || size == 0 || SafeArrayGetElemsize(array) != size) {
         throw TypeMismatch();
     }
     Check(SafeArrayGetLBound(array, 1, &first));
@@ -64,7 +101,10 @@ Array ArrayValues(SAFEARRAY* array, VARTYPE type, const DispatchToObject& to_obj
         if (type == VT_VARIANT) {
             Check(SafeArrayGetElement(array, &index, &element));
         } else {
-            Check(SafeArrayGetElement(array, &index, &V_I8(&element)));
+            // A decimal fills the whole VARIANT; the type has its place in it.
+            void* const place = type == VT_DECIMAL ? static_cast<void*>(&V_DECIMAL(&element))
+                                                   : static_cast<void*>(&V_I8(&element));
+            Check(SafeArrayGetElement(array, &index, place));
             V_VT(&element) = type;
         }
         values.push_back(FromVariant(element, to_object));

@@ -76,7 +76,8 @@ class CodePage {
   public:
     virtual ~CodePage() = default;
 
-    // The character that the code page has at `code`, as UTF-8.
+    // The character that the code page has at `code`, as UTF-8. Where the system's code page has
+    // more than one byte for it (UTF-8), the character of Latin-1.
     virtual std::string Character(unsigned char code) = 0;
 };
 

@@ -53,9 +53,11 @@ std::string Explained(const automation::RunTimeError& error) {
     case kServerFault:
     case kCallFailed:
     case kServerUnavailable:
-    case kDisconnected:
         return "Spojení s CATIÍ se přerušilo" + at +
                ". Zkontrolujte, zda CATIA běží, a zkuste to znovu.";
+    case kDisconnected:
+        return "S čím program pracoval, to už v CATII není" + at +
+               ": dokument je zavřený, tabulka smazaná, nebo CATIA skončila. Zkuste to znovu.";
     case 13:
         return "Hodnota není číslo, jaké CATIA čeká" + at +
                ". Zkontrolujte čísla v nastavení tabulky, desetinný oddělovač je tečka.";
@@ -71,6 +73,11 @@ std::string Explained(const automation::RunTimeError& error) {
     case kFailed:
         return "CATIA odmítla provést krok" + at + ": " + Ended(error.description) +
                " Zkontrolujte aktivní výkres, pohled a výběr a zkuste to znovu.";
+    case 6:
+        if (!error.member.empty()) {
+            return "Číslo je příliš velké" + at + ". Zkontrolujte čísla v nastavení tabulky.";
+        }
+        [[fallthrough]];
     default:
         return "Chyba " + std::to_string(error.number) + at + ": " + Ended(error.description);
     }

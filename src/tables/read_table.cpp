@@ -20,8 +20,9 @@ struct ReadTable {
     int rows;
 };
 
+// A line break in a text of the table must not end the line: it is a line feed alone.
 void AppendLine(Form1& form, const std::string& line) {
-    form.Text3.Append(line + "\r\n");
+    form.Text3.Append(text::WithLineFeeds(line) + "\r\n");
 }
 
 ReadTable ReadLayout(Form1& form, const catia::DrawingTable& table) {

@@ -6,6 +6,37 @@
 
 namespace win32 {
 
+namespace {
+
+// The clipboard, open for as long as it lives.
+class OpenedClipboard {
+  public:
+    // Other programs open it for moments: it is tried for a quarter of a second.
+    explicit OpenedClipboard(HWND owner) {
+        constexpr int kTries = 10;
+        constexpr DWORD kBetween = 25; // milliseconds
+        opened_ = OpenClipboard(owner) != FALSE;
+        for (int tries = 1; !opened_ && tries < kTries; ++tries) {
+            Sleep(kBetween);
+            opened_ = OpenClipboard(owner) != FALSE;
+        }
+    }
+    ~OpenedClipboard() {
+        if (opened_) {
+            CloseClipboard();
+        }
+    }
+    OpenedClipboard(const OpenedClipboard&) = delete;
+    OpenedClipboard& operator=(const OpenedClipboard&) = delete;
+
+    explicit operator bool() const { return opened_; }
+
+  private:
+    bool opened_ = false;
+};
+
+} // namespace
+
 void PutOnClipboard(HWND owner, std::string_view text) {
     const std::wstring wide = com::Widen(text);
     const std::size_t bytes = (wide.size() + 1) * sizeof(wchar_t);
@@ -15,11 +46,9 @@ void PutOnClipboard(HWND owner, std::string_view text) {
     }
     std::memcpy(GlobalLock(memory), wide.data(), wide.size() * sizeof(wchar_t));
     GlobalUnlock(memory);
-    if (OpenClipboard(owner) != FALSE) {
+    if (const OpenedClipboard clipboard(owner); clipboard) {
         EmptyClipboard();
-        const bool taken = SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
-        CloseClipboard();
-        if (taken) {
+        if (SetClipboardData(CF_UNICODETEXT, memory) != nullptr) {
             return; // the clipboard owns the memory now
         }
     }
@@ -27,7 +56,8 @@ void PutOnClipboard(HWND owner, std::string_view text) {
 }
 
 std::optional<std::string> TextOnClipboard(HWND owner) {
-    if (OpenClipboard(owner) == FALSE) {
+    const OpenedClipboard clipboard(owner);
+    if (!clipboard) {
         return std::nullopt;
     }
     std::optional<std::string> text;
@@ -37,7 +67,6 @@ std::optional<std::string> TextOnClipboard(HWND owner) {
             GlobalUnlock(data);
         }
     }
-    CloseClipboard();
     return text;
 }
 

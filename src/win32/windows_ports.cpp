@@ -116,7 +116,7 @@ std::optional<double> UserNumberFormat::ReadNumber(std::string_view text) {
 }
 
 std::string SystemCodePage::Character(unsigned char code) {
-    return com::FromSystemCodePage(std::string(1, static_cast<char>(code)));
+    return com::CharacterAt(code, GetACP());
 }
 
 float SystemClock::SecondsSinceMidnight() {

@@ -30,11 +30,17 @@ TEST(Explained, NamesWhatHappenedTheMemberAndWhatThePersonCanDo) {
                   "CATIA je zaneprázdněná při volání Document.Name. Dokončete v ní rozpracovaný "
                   "příkaz, zavřete otevřená okna a zkuste to znovu.");
     }
-    for (const long gone : {-2147023174L, -2147417848L, -2147417851L, -2147023170L}) {
+    for (const long gone : {-2147023174L, -2147417851L, -2147023170L}) {
         EXPECT_EQ(shell::Explained(At("DrawingText.SetFontSize", gone, "gone")),
                   "Spojení s CATIÍ se přerušilo při volání DrawingText.SetFontSize. "
                   "Zkontrolujte, zda CATIA běží, a zkuste to znovu.");
     }
+    EXPECT_EQ(shell::Explained(At("DrawingTable.SetCellString", -2147417848, "gone")),
+              "S čím program pracoval, to už v CATII není při volání DrawingTable.SetCellString: "
+              "dokument je zavřený, tabulka smazaná, nebo CATIA skončila. Zkuste to znovu.");
+    EXPECT_EQ(shell::Explained(At("DrawingTable.AnchorPoint", 6, "Overflow")),
+              "Číslo je příliš velké při volání DrawingTable.AnchorPoint. Zkontrolujte čísla v "
+              "nastavení tabulky.");
     EXPECT_EQ(shell::Explained(At("DrawingTable.SetColumnSize", 13, "Type mismatch")),
               "Hodnota není číslo, jaké CATIA čeká při volání DrawingTable.SetColumnSize. "
               "Zkontrolujte čísla v nastavení tabulky, desetinný oddělovač je tečka.");

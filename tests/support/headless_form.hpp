@@ -89,13 +89,16 @@ struct ScriptedEvents : platform::EventPump {
 struct SessionServers : platform::AutomationServers {
     simulator::Session* session = nullptr;
     int obtained = 0;
+    // What the program gets for the session's application object; that itself where empty.
+    std::function<automation::ObjectPtr(const automation::ObjectPtr&)> hand_out;
 
     automation::ObjectPtr GetActiveObject(std::string_view program_id) override {
         if (session == nullptr || program_id != "Catia.application") {
             throw automation::CannotCreateObject();
         }
         ++obtained;
-        return session->Application();
+        const automation::ObjectPtr application = session->Application();
+        return hand_out ? hand_out(application) : application;
     }
 };
 

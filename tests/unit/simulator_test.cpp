@@ -145,7 +145,9 @@ TEST_F(SimulatorTest, WrongArgumentsAreRefused) {
     ExpectNumber(450, [&] { Call(table, "NumberOfRows", {1}); });
     ExpectError(13, "Type mismatch", [&] { Call(table, "SetRowSize", {1, "abc"}); });
     ExpectNumber(13, [&] { Call(table, "SetRowSize", {"", 1}); });
-    ExpectNumber(13, [&] { Call(table, "SetRowSize", {3e10, 1}); });
+    ExpectNumber(6, [&] { Call(table, "SetRowSize", {3e10, 1}); });
+    ExpectNumber(6, [&] { Put(table, "AnchorPoint", "99999999999"); });
+    ExpectNumber(13, [&] { Put(table, "AnchorPoint", std::numeric_limits<double>::quiet_NaN()); });
     ExpectNumber(13, [&] { Call(table, "SetRowSize", {1, Array{}}); });
     ExpectNumber(438, [&] { Put(table, "NumberOfRows", 3); });
     ExpectNumber(438, [&] { Put(table, "GetRowSize", 3); });
@@ -404,6 +406,176 @@ TEST_F(SimulatorTest, ChangesAreReported) {
     EXPECT_EQ(changes, 2);
     ExpectNumber(kFailed, [&] { Call(table, "SetRowSize", {1, 0}); });
     EXPECT_EQ(changes, 2);
+}
+
+TEST_F(SimulatorTest, ConvertsInTheUsersLanguageWhateverTheCalls) {
+    Load(kDrawing);
+    const ObjectPtr table = Table();
+    session_.manner.converts_in_users_language = true;
+    ExpectNumber(13, [&] { Call(table, "SetRowSize", {1, "6.8"}); });
+    Call(table, "SetRowSize", {1, "6,8"});
+    EXPECT_EQ(Call(table, "GetRowSize", {1}).AsReal(), 6.8);
+    Call(table, "SetRowSize", {1, 4.9});
+    EXPECT_EQ(Call(table, "GetRowSize", {1}).AsReal(), 4.9);
+}
+
+TEST_F(SimulatorTest, LengthsComeThroughInches) {
+    Load(kDrawing);
+    const ObjectPtr table = Table();
+    Call(table, "SetColumnSize", {1, 13.88});
+    Put(table, "X", 14.68);
+    session_.manner.lengths_through_inches = true;
+    EXPECT_EQ(Call(table, "GetColumnSize", {1}).AsReal(), 13.879999999999999);
+    EXPECT_EQ(Get(table, "X").AsReal(), 14.680000000000001);
+    EXPECT_EQ(Call(table, "GetRowSize", {1}).AsReal(), 7);
+}
+
+TEST_F(SimulatorTest, ASizeOfZeroIsAutomatic) {
+    Load(kDrawing);
+    const ObjectPtr table = Table();
+    session_.manner.zero_is_automatic = true;
+    Call(table, "SetColumnSize", {1, "0"});
+    Call(table, "SetRowSize", {1, 0});
+    const auto width = [&] { return Call(table, "GetColumnSize", {1}).AsReal(); };
+    const auto height = [&] { return Call(table, "GetRowSize", {1}).AsReal(); };
+    const double narrow = width();
+    const double low = height();
+    EXPECT_GT(narrow, 0);
+    EXPECT_GT(low, 0);
+    Call(table, "SetCellString", {2, 1, "a much longer text"});
+    EXPECT_GT(width(), 5 * narrow);
+    EXPECT_EQ(height(), low) << "it stands in the other row";
+    Call(Call(table, "GetCellObject", {1, 2}).AsObject(), "SetFontSize", {0, 0, 50});
+    EXPECT_GT(height(), 50);
+    Call(table, "SetRowSize", {1, 4});
+    EXPECT_EQ(height(), 4);
+    Call(table, "SetCellString", {1, 1, "1\n2\n3\n4"});
+    EXPECT_EQ(height(), 4) << "it is fixed again";
+    ExpectNumber(kFailed, [&] { Call(table, "SetRowSize", {1, -1}); });
+    Load(session_.DrawingAsText().c_str());
+}
+
+TEST_F(SimulatorTest, NewSheetsStandBeforeTheDetails) {
+    Load(kDrawing);
+    session_.manner.new_sheets_before_details = true;
+    Call(Sheets(), "Add", {"New"});
+    EXPECT_EQ(Get(Call(Sheets(), "Item", {3}).AsObject(), "Name").AsText(), "New");
+    EXPECT_EQ(Get(Call(Sheets(), "Item", {4}).AsObject(), "Name").AsText(), "Detail");
+    EXPECT_EQ(Get(GetObject(Sheets(), "ActiveSheet"), "Name").AsText(), "New");
+}
+
+TEST_F(SimulatorTest, EmptyTextsAreRefused) {
+    Load(kDrawing);
+    const ObjectPtr texts = GetObject(View(), "Texts");
+    Call(texts, "Add", {"", 1, 2});
+    session_.manner.refuses_empty_texts = true;
+    ExpectError(kFailed, "The method Add failed", [&] { Call(texts, "Add", {"", 1, 2}); });
+    Call(texts, "Add", {"x", 1, 2});
+    EXPECT_EQ(Get(texts, "Count").AsInteger(), 3);
+}
+
+TEST_F(SimulatorTest, LineBreaksComeAsPairs) {
+    Load(kDrawing);
+    session_.manner.line_breaks_are_pairs = true;
+    for (const char* breaks : {"a\nb\n", "a\r\nb\r\n"}) {
+        Call(Table(), "SetCellString", {1, 1, breaks});
+        EXPECT_EQ(Call(Table(), "GetCellString", {1, 1}).AsText(), "a\r\nb\r\n");
+    }
+    EXPECT_EQ(Get(Call(GetObject(View(), "Texts"), "Item", {1}).AsObject(), "Text").AsText(),
+              "volný \"text\"\r\n2");
+    Call(Table(), "SetCellString", {1, 1, ""});
+    EXPECT_EQ(Call(Table(), "GetCellString", {1, 1}).AsText(), "");
+}
+
+TEST_F(SimulatorTest, AReadOnlyDocumentRefusesEveryChange) {
+    Load(kDrawing);
+    const std::string before = session_.DrawingAsText();
+    session_.manner.read_only = true;
+    const ObjectPtr selection = GetObject(ActiveDocument(), "Selection");
+    ExpectNumber(kFailed, [&] { Call(Table(), "SetCellString", {1, 1, "x"}); });
+    ExpectNumber(kFailed, [&] { Put(Table(), "X", 1); });
+    ExpectNumber(kFailed, [&] { Call(Sheets(), "Add", {"x"}); });
+    ExpectNumber(kFailed, [&] {
+        Call(GetObject(selection, "VisProperties"), "SetRealWidth", {2, 1});
+    });
+    EXPECT_EQ(session_.DrawingAsText(), before);
+    Call(selection, "Clear", {});
+    EXPECT_EQ(Get(selection, "Count2").AsInteger(), 0) << "the selection is no part of it";
+}
+
+TEST_F(SimulatorTest, AReleaseMayLackMembers) {
+    Load(kDrawing);
+    session_.manner.missing_members = {"Selection.Count2"};
+    const ObjectPtr selection = GetObject(ActiveDocument(), "Selection");
+    ExpectNumber(438, [&] { Get(selection, "count2"); });
+    EXPECT_EQ(Get(selection, "Count").AsInteger(), 1);
+}
+
+TEST_F(SimulatorTest, ADocumentIsClosedAndTablesAreDeletedInACall) {
+    Load(kProduct);
+    Load(kDrawing);
+    const ObjectPtr document = ActiveDocument();
+    const ObjectPtr table = Table();
+    const ObjectPtr cell = Call(table, "GetCellObject", {1, 1}).AsObject();
+    session_.Arm({2, FaultKind::kDeleted});
+    Get(table, "X");
+    ExpectNumber(kDisconnected, [&] { Get(table, "X"); });
+    ExpectNumber(kDisconnected, [&] { Get(cell, "Text"); });
+    const ObjectPtr selection = GetObject(document, "Selection");
+    EXPECT_EQ(Get(selection, "Count2").AsInteger(), 0);
+    ExpectNumber(kFailed, [&] { Call(selection, "Add", {table}); });
+    EXPECT_EQ(session_.DrawingAsText().find("table"), std::string::npos);
+
+    session_.Arm({1, FaultKind::kClosed});
+    ExpectNumber(kDisconnected, [&] { Get(document, "Name"); });
+    EXPECT_EQ(session_.ActiveDocumentName(), "Product1.CATProduct");
+    session_.Arm({1, FaultKind::kClosed});
+    ExpectNumber(kFailed, [&] { ActiveDocument(); });
+    session_.CloseActiveDocument();
+    session_.DeleteTables();
+    EXPECT_EQ(session_.ActiveDocumentName(), "");
+}
+
+TEST_F(SimulatorTest, SelectsATableAmongOthersAndActivatesAView) {
+    Load(kDrawing);
+    const ObjectPtr selection = GetObject(ActiveDocument(), "Selection");
+    const auto types = [&] {
+        std::string listed;
+        for (int i = 1; i <= Get(selection, "Count2").AsInteger(); ++i) {
+            listed += Get(Call(selection, "Item2", {i}).AsObject(), "Type").AsText() + " ";
+        }
+        return listed;
+    };
+    using Selecting = Session::Selecting;
+    EXPECT_TRUE(session_.SelectTable("Sheet.1", "Main View", 1, Selecting::kBeforeItsView));
+    EXPECT_EQ(types(), "DrawingTable DrawingView DrawingText ");
+    EXPECT_TRUE(session_.SelectTable("Sheet.1", "Main View", 1, Selecting::kAfterItsView));
+    EXPECT_EQ(types(), "DrawingView DrawingText DrawingTable ");
+    EXPECT_TRUE(session_.SelectTable("Sheet.1", "Main View", 1));
+    EXPECT_EQ(types(), "DrawingTable ");
+    EXPECT_FALSE(session_.SelectTable("Sheet.1", "none", 1));
+
+    EXPECT_TRUE(session_.ActivateSheet("Sheet.2"));
+    EXPECT_TRUE(session_.ActivateView("Sheet.2", "Background View"));
+    EXPECT_FALSE(session_.ActivateView("Sheet.2", "none"));
+    EXPECT_FALSE(session_.ActivateView("none", "Main View"));
+    Call(GetObject(View(), "Texts"), "Add", {"in the background", 1, 2});
+    EXPECT_NE(session_.DrawingAsText().find("view \"Background View\" at 0 0 active\n"
+                                            "    text \"in the background\""),
+              std::string::npos);
+}
+
+TEST_F(SimulatorTest, NamesGrow) {
+    Load(kProduct);
+    session_.AddToNames("Ж");
+    EXPECT_EQ(session_.ActiveDocumentName(), "Product1Ж.CATProduct");
+    const ObjectPtr top = GetObject(ActiveDocument(), "Product");
+    EXPECT_EQ(Get(top, "PartNumber").AsText(), "Product1Ж");
+    const ObjectPtr sub = Call(GetObject(top, "Products"), "Item", {"Sub.2Ж"}).AsObject();
+    EXPECT_EQ(Get(sub, "PartNumber").AsText(), "SubЖ") << "once, however often it is used";
+    Load(kDrawing);
+    session_.AddToNames("Ж");
+    EXPECT_EQ(Get(Call(Sheets(), "Item", {"Sheet.2Ж"}).AsObject(), "Name").AsText(), "Sheet.2Ж");
 }
 
 TEST_F(SimulatorTest, PersonsActions) {
