@@ -224,6 +224,15 @@ class StatusBar : public Control {
         }
     }
 
+    // What else the person may want to know of the status text; empty for nothing.
+    [[nodiscard]] const std::string& Tip() const { return tip_; }
+    void SetTip(std::string tip) {
+        if (tip != tip_) {
+            tip_ = std::move(tip);
+            Changed();
+        }
+    }
+
     [[nodiscard]] const Explanation& ShownExplanation() const { return explanation_; }
     void SetExplanation(Explanation explanation) {
         explanation_ = std::move(explanation);
@@ -237,6 +246,7 @@ class StatusBar : public Control {
     std::vector<std::string> panels_ = std::vector<std::string>(2);
     ActionState state_ = ActionState::kNone;
     std::optional<Progress> progress_;
+    std::string tip_;
     Explanation explanation_;
     std::uint64_t explanations_ = 0;
 };

@@ -203,8 +203,9 @@ struct Form1 {
                        {&m_Sheet_pridej, &m_Sheet_smaz, &m_od4, &m_Sheet_zpet, &m_Sheet_znovu,
                         &m_od5, &m_Sheet_vratit_jmena}};
 
-    // Detection of CATIA: whether the enumeration has seen a window of a session.
+    // Detection of CATIA: whether the enumeration has seen a window of a session, and which ones.
     bool CatiaNalezena = false;
+    std::vector<platform::WindowHandle> catia_windows;
 
     // The structure walk: the current depth, the assemblies and the leaves met so far.
     int Uroven = 0;

@@ -63,6 +63,31 @@ class AutomationServers {
     virtual automation::ObjectPtr GetActiveObject(std::string_view program_id) = 0;
 };
 
+// How the rights of another program compare with this program's.
+enum class Rights {
+    kUnknown, // it cannot be asked: another person's, or one with more rights
+    kSame,
+    kMore,
+    kLess,
+};
+
+// The class that stands in the registry under a program id.
+struct Registration {
+    bool found = false;
+    std::string program; // the path of its program; empty where none is named
+};
+
+// What keeps this program and another one apart.
+class Programs {
+  public:
+    virtual ~Programs() = default;
+
+    // Of the program that a window belongs to. The path is empty where it cannot be told.
+    virtual Rights RightsOf(WindowHandle window) = 0;
+    virtual std::string PathOf(WindowHandle window) = 0;
+    virtual Registration RegisteredUnder(std::string_view program_id) = 0;
+};
+
 class NumberFormat {
   public:
     virtual ~NumberFormat() = default;
@@ -154,6 +179,7 @@ struct Ports {
     SettingsStore& settings;
     EventPump& events;
     AutomationServers& automation_servers;
+    Programs& programs;
     NumberFormat& number_format;
     MessageBoxes& message_boxes;
     Files& files;

@@ -19,6 +19,10 @@ constexpr long kCallFailed = static_cast<std::int32_t>(0x800706BE);
 constexpr long kServerUnavailable = static_cast<std::int32_t>(0x800706BA);
 constexpr long kDisconnected = static_cast<std::int32_t>(0x80010108);
 
+constexpr const char* kNotConnected =
+    "Okno CATIE je vidět, ale program se s ní nespojil. Spusťte CATII pod stejným uživatelem jako "
+    "tento program, ne jako správce.";
+
 // The word that goes with a number of things: with 1, with 2 to 4, with any other.
 std::string WordFor(long long count, const char* one, const char* few, const char* many) {
     return count == 1 ? one : count >= 2 && count <= 4 ? few : many;
@@ -32,6 +36,18 @@ std::string Counted(long long count, const char* one, const char* few, const cha
 // The end of a sentence; the texts of the system and of CATIA have a point at theirs or have none.
 std::string Ended(const std::string& description) {
     return description.ends_with('.') ? description : description + ".";
+}
+
+bool HasFileName(const std::string& path, std::string_view name) {
+    return text::EqualsIgnoringCase(std::string_view(path).substr(path.rfind('\\') + 1), name);
+}
+
+// What the person does so that CATIA can be reached: its own program enters it in the registry.
+std::string RegisterCatia(const std::string& program) {
+    const std::string command = HasFileName(program, "CNEXT.exe")
+                                    ? "„\"" + program + "\" /regserver“"
+                                    : "„CNEXT.exe /regserver“ ve složce code\\bin CATIE";
+    return " Ukončete CATII, spusťte jako správce příkaz " + command + " a spusťte CATII znovu.";
 }
 
 std::string AtMember(const automation::RunTimeError& error) {
@@ -63,8 +79,7 @@ std::string Explained(const automation::RunTimeError& error) {
         return "CATIA nevrátila žádný objekt" + at +
                ". Zkontrolujte, zda je výkres otevřený a pohled aktivní.";
     case 429:
-        return "Okno CATIE je vidět, ale program se s ní nespojil. Spusťte CATII pod stejným "
-               "uživatelem jako tento program, ne jako správce.";
+        return kNotConnected;
     case 438:
         return "Objekt CATIE neumí, co je potřeba" + at +
                ". Zkontrolujte, zda je aktivní správný dokument.";
@@ -97,6 +112,35 @@ std::string CatiaIsBusy() {
 std::string CatiaRejectsCalls() {
     return "CATIA teď nepřijímá příkazy, nejspíš čeká na odpověď v otevřeném okně. Klávesa Esc "
            "příkaz přeruší.";
+}
+
+std::string CatiaUnreachable(const UnreachableCatia& state) {
+    if (state.rights == platform::Rights::kMore) {
+        return "CATIA běží jako správce a tento program ne, proto se nespojí. Ukončete CATII a "
+               "spusťte ji bez volby „Spustit jako správce“.";
+    }
+    if (state.rights == platform::Rights::kLess) {
+        return "Tento program běží jako správce a CATIA ne, proto se nespojí. Ukončete ho a "
+               "spusťte bez volby „Spustit jako správce“.";
+    }
+    const std::string& registered = state.registration.program;
+    if (!state.registration.found || registered.empty()) {
+        return "CATIA není na tomto počítači zapsaná pro ovládání jinými programy." +
+               RegisterCatia(state.program);
+    }
+    if (!state.program.empty() && !text::EqualsIgnoringCase(state.program, registered)) {
+        return "Pro ovládání jinými programy je místo běžící CATIE zapsaný program „" + registered +
+               "“." + RegisterCatia(state.program);
+    }
+    return state.rights == platform::Rights::kSame
+               ? "Okno CATIE je vidět, ale CATIA ještě nepřijímá příkazy. Počkejte, až se celá "
+                 "spustí; nepomůže-li to, ukončete ji a spusťte znovu."
+               : kNotConnected;
+}
+
+std::string WorkedOn(const std::string& document, std::size_t windows) {
+    return "Poslední příkaz pracoval s dokumentem „" + document +
+           "“. Otevřená okna CATIE: " + std::to_string(windows) + ".";
 }
 
 std::string TooManyValues(std::size_t line, std::size_t values, std::size_t most) {

@@ -112,10 +112,14 @@ bool Hledani_Catie(Form1& form);
 long Projdi_Okno(Form1& form, platform::WindowHandle window);
 
 // The application object of the running session, obtained anew for each action. Raises 429 when it
-// cannot be had; never starts CATIA.
+// cannot be had, with what keeps the session's window and the program apart; never starts CATIA.
 catia::Application CatiaApplication(Form1& form);
 // The same, after the announcement of the waiting.
 catia::Application WaitForCatia(Form1& form);
+
+// The action works on the document of that name. Where several windows of CATIA are there, the tip
+// of the status line says so: only one of the sessions answers.
+void NoteDocument(Form1& form, const std::string& name);
 
 // Whether a document of that name is a drawing, with its extension in any letter case; says so
 // where it is not.

@@ -58,6 +58,8 @@ void ShowError(Form1& form, const automation::RunTimeError& error, const std::st
     bar.SetState(ActionState::kFailed);
     if (IsInterrupt(error)) {
         bar.SetExplanation({.text = Interrupted(came_to, bar.ShownProgress()), .is_error = true});
+    } else if (!error.reason.empty()) {
+        bar.SetExplanation({.text = error.reason, .is_error = true});
     }
     controls::Raise(form.show_now); // a box may follow
 }

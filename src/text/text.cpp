@@ -170,4 +170,19 @@ bool ContainsIgnoringCase(std::string_view whole, std::string_view part) {
                                        EqualIgnoringCase) != whole.end();
 }
 
+std::string_view ProgramOf(std::string_view command_line) {
+    constexpr std::string_view kExtension = ".exe";
+    command_line = TrimBlanks(command_line);
+    if (command_line.starts_with('"')) {
+        command_line.remove_prefix(1);
+        return command_line.substr(0, command_line.find('"'));
+    }
+    for (std::size_t at = 0; at < command_line.size(); ++at) {
+        if (StartsWithIgnoringCase(command_line.substr(at), kExtension)) {
+            return command_line.substr(0, at + kExtension.size());
+        }
+    }
+    return command_line;
+}
+
 } // namespace text

@@ -4,6 +4,7 @@
 #include "win32/data_folder.hpp"
 #include "win32/files.hpp"
 #include "win32/main_window.hpp"
+#include "win32/other_programs.hpp"
 #include "win32/windows_ports.hpp"
 
 #include <cwchar>
@@ -51,13 +52,14 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     win32::RegistrySettings settings;
     win32::WindowEventPump events;
     win32::ComServers servers;
+    win32::OtherPrograms programs;
     win32::UserNumberFormat number_format;
     win32::WindowMessageBoxes message_boxes;
     win32::CodePageFiles files(data_folder->path, data_folder->other);
     win32::SystemCodePage code_page;
     win32::SystemClock clock;
-    controls::Form1 form({desktop, settings, events, servers, number_format, message_boxes, files,
-                          code_page, clock});
+    controls::Form1 form({desktop, settings, events, servers, programs, number_format,
+                          message_boxes, files, code_page, clock});
 
     win32::MainWindow window(form, PaceOf(GetCommandLineW()));
     const com::MessageFilterRegistration message_filter(window.Watch());

@@ -415,6 +415,17 @@ void StatusBarView::ShowNotice(std::string_view text) {
     }
 }
 
+void StatusBarView::ShowTip() {
+    if (status_bar_.Tip() == shown_tip_) {
+        return;
+    }
+    shown_tip_ = status_bar_.Tip();
+    RECT panel;
+    SendMessageW(Window(), SB_GETRECT, 0, reinterpret_cast<LPARAM>(&panel));
+    panel.left += Scaled(kIconEdge + 8, GetDpiForWindow(Window()));
+    text_tip_.Show(Window(), shown_tip_, panel);
+}
+
 void StatusBarView::ShowProgress() {
     const auto& progress = status_bar_.ShownProgress();
     if (progress == shown_progress_) {
@@ -458,6 +469,7 @@ void StatusBarView::Refresh() {
         }
     }
     ShowProgress();
+    ShowTip();
     UpdateWindow(Window());
 }
 

@@ -190,6 +190,7 @@ class StatusBarView : public View {
   private:
     void ShowIcon();
     void ShowProgress();
+    void ShowTip();
     [[nodiscard]] bool InSight() const;
     [[nodiscard]] POINT BalloonPoint() const;
 
@@ -202,7 +203,9 @@ class StatusBarView : public View {
     HWND progress_bar_; // at the lower edge of the first panel
     std::optional<controls::Progress> shown_progress_;
     Balloon balloon_;
-    ToolTip tip_;
+    ToolTip tip_;      // of the icon
+    ToolTip text_tip_; // of the text beside it
+    std::string shown_tip_;
 };
 
 // A view subclasses its window once.

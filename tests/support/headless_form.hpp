@@ -99,6 +99,22 @@ struct SessionServers : platform::AutomationServers {
     }
 };
 
+// Every window belongs to one program, which is the one that is registered.
+struct OneProgram : platform::Programs {
+    std::map<platform::WindowHandle, platform::Rights> rights; // that are not the same
+    std::string path = "C:\\CATIA\\code\\bin\\CNEXT.exe";
+    platform::Registration registration{true, path};
+
+    platform::Rights RightsOf(platform::WindowHandle window) override {
+        const auto found = rights.find(window);
+        return found == rights.end() ? platform::Rights::kSame : found->second;
+    }
+    std::string PathOf(platform::WindowHandle /*window*/) override { return path; }
+    platform::Registration RegisteredUnder(std::string_view program_id) override {
+        return program_id == "Catia.application" ? registration : platform::Registration{};
+    }
+};
+
 // Numbers with a decimal comma, as Czech users write them.
 struct CzechNumbers : platform::NumberFormat {
     std::optional<double> ReadNumber(std::string_view text) override {
@@ -244,8 +260,8 @@ struct MemoryFiles : platform::Files {
 class HeadlessForm {
   public:
     HeadlessForm()
-        : form({desktop, settings, events, servers, number_format, message_boxes, files, code_page,
-                clock}) {
+        : form({desktop, settings, events, servers, programs, number_format, message_boxes, files,
+                code_page, clock}) {
         form.hWnd = kFormWindow;
         form.Width = 9600;
         form.Height = 7155;
@@ -291,6 +307,7 @@ class HeadlessForm {
     MemorySettings settings;
     ScriptedEvents events;
     SessionServers servers;
+    OneProgram programs;
     CzechNumbers number_format;
     RecordedBoxes message_boxes;
     MemoryFiles files;

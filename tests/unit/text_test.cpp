@@ -25,6 +25,17 @@ TEST(TrimBlanks, RemovesBlanksOnly) {
     EXPECT_EQ(text::TrimBlanks(""), "");
 }
 
+TEST(ProgramOf, TakesWhatStandsBetweenQuotes) {
+    EXPECT_EQ(text::ProgramOf("\"C:\\A b\\CNEXT.exe\" -Embedding"), "C:\\A b\\CNEXT.exe");
+    EXPECT_EQ(text::ProgramOf("  \"C:\\never closed"), "C:\\never closed");
+}
+
+TEST(ProgramOf, TakesBlanksUpToTheExtension) {
+    EXPECT_EQ(text::ProgramOf("C:\\A b\\CNEXT.EXE /automation"), "C:\\A b\\CNEXT.EXE");
+    EXPECT_EQ(text::ProgramOf("C:\\A b\\server /automation"), "C:\\A b\\server /automation");
+    EXPECT_EQ(text::ProgramOf(""), "");
+}
+
 TEST(LeadingNumber, ReadsSignDigitsFractionAndExponent) {
     EXPECT_EQ(text::LeadingNumber("12"), 12);
     EXPECT_EQ(text::LeadingNumber("-12.5"), -12.5);
