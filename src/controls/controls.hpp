@@ -242,6 +242,9 @@ class StatusBar : public Control {
     // How often an explanation was set: each is shown once, also where it says the same again.
     [[nodiscard]] std::uint64_t Explanations() const { return explanations_; }
 
+    Event<> RightClick;
+    Event<> MenuKey; // the popup menu asked for by keyboard
+
   private:
     std::vector<std::string> panels_ = std::vector<std::string>(2);
     ActionState state_ = ActionState::kNone;

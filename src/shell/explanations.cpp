@@ -1,6 +1,8 @@
 #include "shell/explanations.hpp"
 
+#include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <string_view>
 
 #include "shell/shell.hpp"
@@ -48,6 +50,66 @@ std::string RegisterCatia(const std::string& program) {
                                     ? "„\"" + program + "\" /regserver“"
                                     : "„CNEXT.exe /regserver“ ve složce code\\bin CATIE";
     return " Ukončete CATII, spusťte jako správce příkaz " + command + " a spusťte CATII znovu.";
+}
+
+// The sign that stands for words left out.
+constexpr std::string_view kLeftOut = "…";
+
+void LeaveOut(std::string& text, const std::string& part) {
+    for (std::size_t at = text.find(part); at != std::string::npos;
+         at = text.find(part, at + kLeftOut.size())) {
+        text.replace(at, part.size(), kLeftOut);
+    }
+}
+
+struct Quotes {
+    std::string_view opening;
+    std::string_view closing;
+};
+
+// Leaves out what stands between the quotes, which stay.
+void LeaveOutQuoted(std::string& text, const Quotes& quotes) {
+    std::size_t from = 0;
+    while ((from = text.find(quotes.opening, from)) != std::string::npos) {
+        from += quotes.opening.size();
+        const std::size_t to = text.find(quotes.closing, from);
+        if (to == std::string::npos) {
+            return;
+        }
+        text.replace(from, to - from, kLeftOut);
+        from += kLeftOut.size() + quotes.closing.size();
+    }
+}
+
+// A word with a folder or with the ending of a document.
+bool IsFile(std::string_view word) {
+    return word.find('\\') != std::string_view::npos || text::ContainsIgnoringCase(word, ".CAT");
+}
+
+std::string WithoutFiles(const std::string& text) {
+    std::string rest;
+    for (const std::string_view word : text::Split(text, " ")) {
+        rest += rest.empty() ? "" : " ";
+        rest += IsFile(word) ? kLeftOut : word;
+    }
+    return rest;
+}
+
+// A text of a server may repeat names of documents and parts: what the call was given, and whatever
+// looks like a name.
+std::string WithoutPersonsWords(std::string text, std::vector<std::string> given) {
+    std::ranges::sort(given, std::ranges::greater(),
+                      [](const std::string& part) { return part.size(); });
+    for (const std::string& part : given) {
+        if (!part.empty()) {
+            LeaveOut(text, part);
+        }
+    }
+    for (const Quotes& quotes : {Quotes{"\"", "\""}, Quotes{"„", "“"}, Quotes{"“", "”"},
+                                 Quotes{"«", "»"}, Quotes{" '", "'"}, Quotes{"‘", "’"}}) {
+        LeaveOutQuoted(text, quotes);
+    }
+    return WithoutFiles(text);
 }
 
 std::string AtMember(const automation::RunTimeError& error) {
@@ -200,6 +262,25 @@ std::string SheetCreated() {
 
 std::string SheetsSwapped() {
     return "Hotovo: prohozeny 2 listy.";
+}
+
+std::string ErrorForLog(const automation::RunTimeError& error) {
+    std::string text = "chyba " + std::to_string(error.number) + AtMember(error) + ": " +
+                       Ended(WithoutPersonsWords(error.description, error.given));
+    if (!error.reason.empty()) {
+        text += " " + WithoutPersonsWords(error.reason, {});
+    }
+    return text;
+}
+
+std::string ErrorReport(const automation::RunTimeError& error, const std::string& step,
+                        const std::string& time) {
+    std::string report =
+        "Chyba: " + std::to_string(error.number) + "\r\nPopis: " + error.description + "\r\n";
+    if (!error.member.empty()) {
+        report += "Volání: " + error.member + "\r\n";
+    }
+    return report + "Příkaz: " + step + "\r\nČas: " + time + "\r\n";
 }
 
 std::string NotSevenColumns(int columns) {

@@ -49,6 +49,12 @@ std::string SheetsNamed(int sheets);
 std::string SheetCreated();
 std::string SheetsSwapped();
 
+// An error in the log: without what may be the person's own words.
+std::string ErrorForLog(const automation::RunTimeError& error);
+// An error for whoever helps the person from afar, a line each thing.
+std::string ErrorReport(const automation::RunTimeError& error, const std::string& step,
+                        const std::string& time);
+
 // Why a table gave no rows, and which lines a tree leaves out.
 std::string NotSevenColumns(int columns);
 std::string LinesSkipped(std::size_t lines, std::size_t first);

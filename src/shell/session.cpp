@@ -7,13 +7,12 @@ namespace shell {
 namespace {
 
 constexpr const char* kSearching = "Zjistuju spusteni Catie";
-constexpr const char* kProgramId = "Catia.application";
 
 // Of several windows, one whose program could be reached speaks for all.
 UnreachableCatia WhatKeepsCatiaApart(Form1& form) {
     platform::Programs& programs = form.ports.programs;
     UnreachableCatia found;
-    found.registration = programs.RegisteredUnder(kProgramId);
+    found.registration = programs.RegisteredUnder(kCatia);
     for (const platform::WindowHandle window : form.catia_windows) {
         const platform::Rights rights = programs.RightsOf(window);
         if (window == form.catia_windows.front() || rights == platform::Rights::kSame) {
@@ -76,7 +75,7 @@ void Command26_Click(Form1& form) {
 
 catia::Application CatiaApplication(Form1& form) {
     try {
-        return catia::Application(form.ports.automation_servers.GetActiveObject(kProgramId));
+        return catia::Application(form.ports.automation_servers.GetActiveObject(kCatia));
     } catch (const automation::RunTimeError& error) {
         if (form.catia_windows.empty()) {
             throw;

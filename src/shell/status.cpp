@@ -34,7 +34,15 @@ void Explain(Form1& form, const std::string& text) {
     form.StatusBar1.SetExplanation({.text = text, .is_error = false});
 }
 
+void NoteError(Form1& form, const automation::RunTimeError& error) {
+    form.innermost.error = error;
+    if (!IsInterrupt(error)) {
+        form.last_error = {error, form.innermost.step, form.ports.clock.Now()};
+    }
+}
+
 void ExplainError(Form1& form, const automation::RunTimeError& error) {
+    NoteError(form, error);
     controls::StatusBar& bar = form.StatusBar1;
     bar.SetState(ActionState::kFailed);
     bar.SetExplanation({.text = IsInterrupt(error)
@@ -52,6 +60,7 @@ std::string ErrorText(const automation::RunTimeError& error) {
 }
 
 void ShowError(Form1& form, const automation::RunTimeError& error, const std::string& words) {
+    NoteError(form, error);
     controls::StatusBar& bar = form.StatusBar1;
     const std::string came_to = bar.PanelText(1);
     stat(form, words + ErrorText(error));

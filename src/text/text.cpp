@@ -156,6 +156,14 @@ std::string PlainDecimal(double number) {
     return plain + digits.substr(0, before_point) + "." + digits.substr(before_point);
 }
 
+std::string FixedDecimal(double number, int digits) {
+    std::array<char, 400> written{}; // for every double
+    auto* const end = std::to_chars(written.data(), written.data() + written.size(), number,
+                                    std::chars_format::fixed, digits)
+                          .ptr;
+    return {written.data(), end};
+}
+
 bool StartsWithIgnoringCase(std::string_view whole, std::string_view part) {
     return whole.size() >= part.size() &&
            std::equal(part.begin(), part.end(), whole.begin(), EqualIgnoringCase);

@@ -43,6 +43,9 @@ std::string FourDigits(std::size_t number);
 // digits, which spare it the noise of binary fractions. `number` is finite.
 std::string PlainDecimal(double number);
 
+// `number` with so many digits behind the point: "0.044".
+std::string FixedDecimal(double number, int digits);
+
 // Whether `whole` contains `part`, which is ASCII, without regard to the case of ASCII letters.
 bool ContainsIgnoringCase(std::string_view whole, std::string_view part);
 

@@ -1,8 +1,10 @@
 // The program: its surroundings on Windows, the form, its window.
 #include "app/form_events.hpp"
 #include "com/client.hpp"
+#include "win32/computer.hpp"
 #include "win32/data_folder.hpp"
 #include "win32/files.hpp"
+#include "win32/log_file.hpp"
 #include "win32/main_window.hpp"
 #include "win32/other_programs.hpp"
 #include "win32/windows_ports.hpp"
@@ -58,8 +60,10 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     win32::CodePageFiles files(data_folder->path, data_folder->other);
     win32::SystemCodePage code_page;
     win32::SystemClock clock;
+    win32::LogFile log(win32::LogFolder(data_folder->path));
+    win32::ThisComputer computer;
     controls::Form1 form({desktop, settings, events, servers, programs, number_format,
-                          message_boxes, files, code_page, clock});
+                          message_boxes, files, code_page, clock, log, computer});
 
     win32::MainWindow window(form, PaceOf(GetCommandLineW()));
     const com::MessageFilterRegistration message_filter(window.Watch());

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "app/form_events.hpp"
+#include "win32/clipboard.hpp"
 #include "win32/file_dialogs.hpp"
 #include "win32/popup_menu.hpp"
 #include "win32/resource.h"
@@ -87,6 +88,7 @@ MainWindow::MainWindow(controls::Form1& form, const app::RecoveryPace& pace)
         app::KeepRecoveryNow(form_);
         ShowPopupMenu(window_, form_, menu, PopupPoint(place));
     };
+    form_.copy_text = [this](const std::string& text) { PutOnClipboard(window_, text); };
     form_.show_save_dialog = [this](controls::FileDialog& dialog) {
         app::KeepRecoveryNow(form_);
         return ShowSaveDialog(window_, dialog);
@@ -104,6 +106,7 @@ MainWindow::~MainWindow() {
     form_.show_soon = nullptr;
     form_.before_call = nullptr;
     form_.show_popup = nullptr;
+    form_.copy_text = nullptr;
     form_.show_save_dialog = nullptr;
     form_.show_open_dialog = nullptr;
     if (window_ != nullptr) {
