@@ -7,6 +7,7 @@
 #include "win32/log_file.hpp"
 #include "win32/main_window.hpp"
 #include "win32/other_programs.hpp"
+#include "win32/safety.hpp"
 #include "win32/windows_ports.hpp"
 
 #include <cwchar>
@@ -42,6 +43,7 @@ app::RecoveryPace PaceOf(std::wstring_view command_line) {
 } // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+    win32::LoadLibrariesOfTheSystemOnly();
     const auto data_folder = win32::ClaimDataFolder();
     if (!data_folder) {
         return 0; // the copy that runs has been brought forward
