@@ -145,12 +145,14 @@ void MainWindow::ApplyDpi(UINT dpi) {
     SendMessageW(pages_.Control(ID_Text1), EM_SETTABSTOPS, tab_stops.size(),
                  reinterpret_cast<LPARAM>(tab_stops.data()));
 
-    com::Owned<HICON> large = LoadIconOfSize(IDI_DORVAK, GetSystemMetricsForDpi(SM_CXICON, dpi));
-    com::Owned<HICON> small = LoadIconOfSize(IDI_DORVAK, GetSystemMetricsForDpi(SM_CXSMICON, dpi));
-    SendMessageW(window_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large.get()));
-    SendMessageW(window_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small.get()));
-    large_icon_ = std::move(large);
-    small_icon_ = std::move(small);
+    com::Owned<HICON> large_icon =
+        LoadIconOfSize(IDI_DORVAK, GetSystemMetricsForDpi(SM_CXICON, dpi));
+    com::Owned<HICON> small_icon =
+        LoadIconOfSize(IDI_DORVAK, GetSystemMetricsForDpi(SM_CXSMICON, dpi));
+    SendMessageW(window_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large_icon.get()));
+    SendMessageW(window_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small_icon.get()));
+    large_icon_ = std::move(large_icon);
+    small_icon_ = std::move(small_icon);
     RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
