@@ -6,6 +6,25 @@ namespace simulator {
 
 namespace {
 
+// The release that the session stands in for: V5 R28 SP4.
+class SystemConfigurationObject : public SessionObject {
+  public:
+    explicit SystemConfigurationObject(LinkPtr link) : SessionObject(std::move(link), nullptr) {}
+
+    [[nodiscard]] const ClassInfo& Class() const override {
+        static const ClassInfo info{
+            "SystemConfiguration",
+            {Number("Version", 5), Number("Release", 28), Number("ServicePack", 4)}};
+        return info;
+    }
+
+  private:
+    static MemberInfo Number(std::string name, std::int32_t number) {
+        return ReadOnly<SystemConfigurationObject>(
+            std::move(name), [number](SystemConfigurationObject&) { return number; });
+    }
+};
+
 class ApplicationObject : public SessionObject {
   public:
     explicit ApplicationObject(LinkPtr link) : SessionObject(std::move(link), nullptr) {}
@@ -13,13 +32,20 @@ class ApplicationObject : public SessionObject {
     [[nodiscard]] const ClassInfo& Class() const override {
         static const ClassInfo info{
             "Application",
-            {ReadOnly<ApplicationObject>("ActiveDocument", [](ApplicationObject& application) {
-                const DocumentPtr active = application.link()->session->ActiveDocument();
-                if (active == nullptr) {
-                    throw Refusal();
-                }
-                return MakeDocument(application.link(), active);
-            })}};
+            {ReadOnly<ApplicationObject>("ActiveDocument",
+                                         [](ApplicationObject& application) {
+                                             const DocumentPtr active =
+                                                 application.link()->session->ActiveDocument();
+                                             if (active == nullptr) {
+                                                 throw Refusal();
+                                             }
+                                             return MakeDocument(application.link(), active);
+                                         }),
+             ReadOnly<ApplicationObject>("Name", [](ApplicationObject&) { return "CNEXT"; }),
+             ReadOnly<ApplicationObject>("SystemConfiguration", [](ApplicationObject& application) {
+                 return automation::ObjectPtr(
+                     std::make_shared<SystemConfigurationObject>(application.link()));
+             })}};
         return info;
     }
 };

@@ -305,9 +305,9 @@ void Sheets(const Options& options) {
 void LargeWalk(const Options& options) {
     constexpr int kSmall = 1410;
     constexpr int kLarge = 1818 + 18180;
-    const std::string small = WriteProduct("Walked", 47, 29, 294);
+    const std::string walked = WriteProduct("Walked", 47, 29, 294);
     const std::string large = WriteProduct("Large", 1818, 10, 2000);
-    const CatiaSession catia({small});
+    const CatiaSession catia({walked});
     const DorvakWindow dorvak;
     const SessionTimes session;
     const double memory_before = WorkingSet(dorvak.Process());

@@ -569,9 +569,13 @@ long long Microseconds(LONG64 ticks) {
 }
 
 void Run(const std::string& name, const std::string& result_path, const Rows& rows) {
-    const auto* const job = std::find_if(std::begin(kJobs), std::end(kJobs),
-                                         [&](const auto& known) { return name == known.name; });
-    if (job == std::end(kJobs)) {
+    const Job* job = nullptr;
+    for (const Job& known : kJobs) {
+        if (name == known.name) {
+            job = &known;
+        }
+    }
+    if (job == nullptr) {
         throw std::runtime_error("there is no job " + name);
     }
     const LONG64 start = Now();

@@ -4,6 +4,7 @@
 #include "partslist/partslist.hpp"
 #include "sheets/sheets.hpp"
 #include "shell/shell.hpp"
+#include "shell/support.hpp"
 #include "structure/structure.hpp"
 #include "tables/tables.hpp"
 
@@ -75,6 +76,12 @@ void BindActions(Form1& form) {
     Bind(form, form.Check2.Click, shell::Check2_Click);
     Bind(form, form.Command18, shell::Command18_Click);
     Bind(form, form.SSTab1.Click, shell::SSTab1_Click);
+    BindRepeatable(form, form.StatusBar1.RightClick, shell::StatusBar1_RightClick);
+    BindRepeatable(form, form.StatusBar1.MenuKey, shell::StatusBar1_MenuKey);
+    Bind(form, form.m_Kopirovat_chybu, shell::m_Kopirovat_chybu_Click);
+    Bind(form, form.m_Slozka_protokolu, shell::m_Slozka_protokolu_Click);
+    Bind(form, form.m_Diagnostika, shell::m_Diagnostika_Click);
+    Bind(form, form.m_O_programu, shell::m_O_programu_Click);
 
     Bind(form, form.Command3, structure::Command3_Click);
     Bind(form, form.Command5, structure::Command5_Click);
@@ -106,7 +113,7 @@ void BindActions(Form1& form) {
     Bind(form, form.Command14.Click, partslist::Command14_Click, form.Combo3.Label());
     Bind(form, form.Command15.Click, partslist::Command15_Click, form.Combo4.Label());
     Bind(form, form.Command17, partslist::Command17_Click);
-    Bind(form, form.Command17.MouseDown, partslist::Command17_MouseDown);
+    Bind(form, form.Command17.MouseDown, partslist::Command17_MouseDown, form.Command17.Caption());
     Bind(form, form.Command27, partslist::Command27_Click);
     Bind(form, form.Command27.MouseDown, partslist::Command27_MouseDown, form.Command27.Caption());
 

@@ -1,5 +1,6 @@
 #include "app/form_events.hpp"
 
+#include "app/action_log.hpp"
 #include "app/recovery.hpp"
 #include "partslist/partslist.hpp"
 #include "shell/shell.hpp"
@@ -56,6 +57,7 @@ void ShowWhatCanBeTakenBack(Form1& form) {
     ShowStep(form.m_Sheet_zpet, "Zpět", form.sheets_history.UndoName());
     ShowStep(form.m_Sheet_znovu, "Znovu", form.sheets_history.RedoName());
     form.m_Sheet_vratit_jmena.enabled = !form.planned_names.empty();
+    form.m_Kopirovat_chybu.enabled = form.last_error.has_value();
 }
 
 // The last of the handlers has ended.
@@ -83,11 +85,13 @@ void Run(Form1& form, const std::function<void()>& handler, const std::string& s
     const auto amount_around = form.StatusBar1.ShownProgress();
     form.StatusBar1.SetProgress(std::nullopt);
     const controls::HandlerRun around = form.innermost;
-    form.innermost = {step.empty() ? "Změna" : step, ++form.runs, {}};
+    form.innermost = {step.empty() ? "Změna" : step, ++form.runs};
     ++form.running_handlers;
+    const BegunAction begun = LogBegin(form, step);
     try {
         handler();
     } catch (const automation::RunTimeError& error) {
+        shell::NoteError(form, error);
         // An action that ended because the window was closed has nothing to report.
         if (shell::IsInterrupt(error)) {
             if (!form.close_requested) {
@@ -98,6 +102,7 @@ void Run(Form1& form, const std::function<void()>& handler, const std::string& s
             form.ports.message_boxes.ShowError(error);
         }
     }
+    LogEnd(form, step, begun);
     --form.running_handlers;
     NoteChanges(form);
     ShowWhatCanBeTakenBack(form);
@@ -115,7 +120,8 @@ void Close(Form1& form) {
     form.close_requested = true;
     form.stop_requested = form.running_handlers > 0;
     form.closing = true;
-    Run(form, [&form] { Form_Unload(form); }, {});
+    Run(
+        form, [&form] { Form_Unload(form); }, "Ukončení");
     form.unloaded = true;
 }
 
@@ -133,18 +139,25 @@ void Dispatch(Form1& form, const std::function<void()>& handler, const std::stri
 }
 
 void Form_Load(Form1& form) {
-    Dispatch(form, [&form] {
-        shell::Vycentruj(form);
-        form.Caption = "Dorvak pro Catii " DORVAK_VERSION_TEXT;
-        shell::LoadConfigurationSetting(form);
-        shell::LoadRedrawingSetting(form);
-        partslist::Nacist_List(form, form.Combo1);
-        partslist::Nacist_List(form, form.Combo2);
-        partslist::Nacist_List(form, form.Combo3);
-        partslist::Nacist_List(form, form.Combo4);
-        PressWithRightButton(form.Command27);
-        form.Check2.SetValue(1);
-    });
+    Dispatch(
+        form,
+        [&form] {
+            shell::Vycentruj(form);
+            form.Caption = "Dorvak pro Catii " DORVAK_VERSION_TEXT;
+            shell::LoadConfigurationSetting(form);
+            shell::LoadRedrawingSetting(form);
+            partslist::Nacist_List(form, form.Combo1);
+            partslist::Nacist_List(form, form.Combo2);
+            partslist::Nacist_List(form, form.Combo3);
+            partslist::Nacist_List(form, form.Combo4);
+            PressWithRightButton(form.Command27);
+            form.Check2.SetValue(1);
+        },
+        "Spuštění " DORVAK_VERSION_TEXT);
+    // Before the first save there is nothing to load.
+    if (form.last_error && form.last_error->error.number == automation::FileNotFound().number) {
+        form.last_error.reset();
+    }
     // What was loaded is where the person begins.
     form.parts_history.Start();
     ShowWhatCanBeTakenBack(form);

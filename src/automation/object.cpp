@@ -1,5 +1,7 @@
 #include "automation/object.hpp"
 
+#include <span>
+#include <string>
 #include <vector>
 
 #include "automation/run_time_error.hpp"
@@ -13,9 +15,20 @@ std::vector<const CallGate*>& Gates() {
     return gates;
 }
 
+std::vector<std::string> Texts(std::span<const Value> values) {
+    std::vector<std::string> texts;
+    for (const Value& value : values) {
+        if (value.Is<std::string>()) {
+            texts.push_back(value.AsText());
+        }
+    }
+    return texts;
+}
+
 // Makes a call once the gate lets it through. Errors of both name the member.
 template <typename Body>
-auto Pass(const std::function<void()>* before_call, const Member& member, Body&& body) {
+auto Pass(const std::function<void()>* before_call, const Member& member,
+          std::span<const Value> given, Body&& body) {
     try {
         if (before_call != nullptr) {
             (*before_call)();
@@ -24,6 +37,7 @@ auto Pass(const std::function<void()>* before_call, const Member& member, Body&&
     } catch (RunTimeError& error) {
         if (error.member.empty()) {
             error.member = std::string(member.object_class) + "." + std::string(member.name);
+            error.given = Texts(given);
         }
         throw;
     }
@@ -32,15 +46,15 @@ auto Pass(const std::function<void()>* before_call, const Member& member, Body&&
 } // namespace
 
 Value Object::get(const Member& member) {
-    return Pass(BeforeCall(), member, [&] { return Get(member); });
+    return Pass(BeforeCall(), member, {}, [&] { return Get(member); });
 }
 
 void Object::put(const Member& member, const Value& value) {
-    Pass(BeforeCall(), member, [&] { Put(member, value); });
+    Pass(BeforeCall(), member, {&value, 1}, [&] { Put(member, value); });
 }
 
 Value Object::call(const Member& member, const Array& arguments) {
-    return Pass(BeforeCall(), member, [&] { return Call(member, arguments); });
+    return Pass(BeforeCall(), member, arguments, [&] { return Call(member, arguments); });
 }
 
 const std::function<void()>* Object::BeforeCall() {

@@ -3,14 +3,16 @@
 #include <exception>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace automation {
 
 // The one error of the whole program: a failed automation call, a failed file operation, an index
 // beyond a control's bounds. `number` is one of the classic run-time error numbers, or the HRESULT
 // of the failed call as a signed number; `description` is the text that the user may see. `member`
-// is the member of CATIA whose call failed ("DrawingTable.Add"), where one did; `reason` says in a
-// Czech sentence what is wrong, where the place that raises it knows more than the number says.
+// is the member of CATIA whose call failed ("DrawingTable.Add"), where one did, and `given` the
+// texts that the call was given, which the description may repeat; `reason` says in a Czech
+// sentence what is wrong, where the place that raises it knows more than the number says.
 class RunTimeError : public std::exception {
   public:
     RunTimeError(long error_number, std::string error_description)
@@ -21,6 +23,7 @@ class RunTimeError : public std::exception {
     long number;
     std::string description;
     std::string member;
+    std::vector<std::string> given;
     std::string reason;
 };
 

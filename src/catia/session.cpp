@@ -26,4 +26,25 @@ Document Application::ActiveDocument() const {
     return Document(object_->get({"Application", "ActiveDocument"}).AsObject());
 }
 
+std::string Application::Name() const {
+    return object_->get({"Application", "Name"}).AsText();
+}
+
+SystemConfiguration Application::SystemConfiguration() const {
+    return catia::SystemConfiguration(
+        object_->get({"Application", "SystemConfiguration"}).AsObject());
+}
+
+int SystemConfiguration::Version() const {
+    return object_->get({"SystemConfiguration", "Version"}).AsInteger();
+}
+
+int SystemConfiguration::Release() const {
+    return object_->get({"SystemConfiguration", "Release"}).AsInteger();
+}
+
+int SystemConfiguration::ServicePack() const {
+    return object_->get({"SystemConfiguration", "ServicePack"}).AsInteger();
+}
+
 } // namespace catia

@@ -47,12 +47,27 @@ class DrawingDocument {
     automation::ObjectPtr object_;
 };
 
+// What CATIA says of itself: V5 R28 SP4 is 5, 28 and 4.
+class SystemConfiguration {
+  public:
+    explicit SystemConfiguration(automation::ObjectPtr object) : object_(std::move(object)) {}
+
+    [[nodiscard]] int Version() const;
+    [[nodiscard]] int Release() const;
+    [[nodiscard]] int ServicePack() const;
+
+  private:
+    automation::ObjectPtr object_;
+};
+
 class Application {
   public:
     explicit Application(automation::ObjectPtr object) : object_(std::move(object)) {}
 
     // Fails when no document is open.
     [[nodiscard]] Document ActiveDocument() const;
+    [[nodiscard]] std::string Name() const;
+    [[nodiscard]] catia::SystemConfiguration SystemConfiguration() const;
 
   private:
     automation::ObjectPtr object_;

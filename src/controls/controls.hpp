@@ -224,6 +224,15 @@ class StatusBar : public Control {
         }
     }
 
+    // What else the person may want to know of the status text; empty for nothing.
+    [[nodiscard]] const std::string& Tip() const { return tip_; }
+    void SetTip(std::string tip) {
+        if (tip != tip_) {
+            tip_ = std::move(tip);
+            Changed();
+        }
+    }
+
     [[nodiscard]] const Explanation& ShownExplanation() const { return explanation_; }
     void SetExplanation(Explanation explanation) {
         explanation_ = std::move(explanation);
@@ -233,10 +242,14 @@ class StatusBar : public Control {
     // How often an explanation was set: each is shown once, also where it says the same again.
     [[nodiscard]] std::uint64_t Explanations() const { return explanations_; }
 
+    Event<> RightClick;
+    Event<> MenuKey; // the popup menu asked for by keyboard
+
   private:
     std::vector<std::string> panels_ = std::vector<std::string>(2);
     ActionState state_ = ActionState::kNone;
     std::optional<Progress> progress_;
+    std::string tip_;
     Explanation explanation_;
     std::uint64_t explanations_ = 0;
 };

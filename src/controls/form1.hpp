@@ -45,12 +45,20 @@ struct Drag {
     std::uint64_t moved = 0;
 };
 
-// One run of an event's handler: what the person did, in words, a number of its own, and what it
-// has announced last on the status line.
+// One run of an event's handler: what the person did, in words, a number of its own, what it has
+// announced last on the status line, and what ended it.
 struct HandlerRun {
     std::string step;
     std::uint64_t number = 0;
-    std::string announcement;
+    std::string announcement = {};
+    std::optional<automation::RunTimeError> error = {};
+};
+
+// An error that has ended an action, for whoever helps the person from afar.
+struct LastError {
+    automation::RunTimeError error;
+    std::string step;
+    std::string time;
 };
 
 // What is known of the recovery file, which holds what a crash would lose. Times are milliseconds
@@ -101,6 +109,7 @@ struct Form1 {
     std::function<void()> show_soon;
     std::function<void()> before_call;
     std::function<void(PopupMenu&, PopupPlace)> show_popup;
+    std::function<void(const std::string&)> copy_text; // to the clipboard
     // Show the file dialog; true when a file was chosen, whose name then stands in the dialog.
     std::function<bool(FileDialog&)> show_save_dialog;
     std::function<bool(FileDialog&)> show_open_dialog;
@@ -205,8 +214,18 @@ struct Form1 {
                        {&m_Sheet_pridej, &m_Sheet_smaz, &m_od4, &m_Sheet_zpet, &m_Sheet_znovu,
                         &m_od5, &m_Sheet_vratit_jmena}};
 
-    // Detection of CATIA: whether the enumeration has seen a window of a session.
+    // Popup menu of the status line
+    MenuItem m_Kopirovat_chybu{"Kopírovat poslední chybu", {}};
+    MenuItem m_Slozka_protokolu{"Otevřít složku protokolu", {}};
+    MenuItem m_od6;
+    MenuItem m_Diagnostika{"Diagnostika", {}};
+    MenuItem m_O_programu{"O programu", {}};
+    PopupMenu m_Stav{
+        "Stav", {&m_Kopirovat_chybu, &m_Slozka_protokolu, &m_od6, &m_Diagnostika, &m_O_programu}};
+
+    // Detection of CATIA: whether the enumeration has seen a window of a session, and which ones.
     bool CatiaNalezena = false;
+    std::vector<platform::WindowHandle> catia_windows;
 
     // The structure walk: the current depth, the assemblies and the leaves met so far.
     int Uroven = 0;
@@ -249,6 +268,9 @@ struct Form1 {
     bool closing = false;
     bool unloaded = false;
 
+    std::optional<LastError> last_error;
+    std::uint64_t calls = 0; // to CATIA so far
+
     // Why the list could not be saved when it was to be saved last.
     std::optional<automation::RunTimeError> save_error;
     // The names of the data files that hold what was not read to its end, and is not to be lost.
@@ -263,6 +285,7 @@ struct Form1 {
         if (stop_requested && !putting_back) {
             throw automation::UserInterrupt();
         }
+        ++calls;
     }};
 };
 

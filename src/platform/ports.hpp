@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "automation/object.hpp"
 #include "automation/run_time_error.hpp"
@@ -63,6 +64,31 @@ class AutomationServers {
     virtual automation::ObjectPtr GetActiveObject(std::string_view program_id) = 0;
 };
 
+// How the rights of another program compare with this program's.
+enum class Rights {
+    kUnknown, // it cannot be asked: another person's, or one with more rights
+    kSame,
+    kMore,
+    kLess,
+};
+
+// The class that stands in the registry under a program id.
+struct Registration {
+    bool found = false;
+    std::string program; // the path of its program; empty where none is named
+};
+
+// What keeps this program and another one apart.
+class Programs {
+  public:
+    virtual ~Programs() = default;
+
+    // Of the program that a window belongs to. The path is empty where it cannot be told.
+    virtual Rights RightsOf(WindowHandle window) = 0;
+    virtual std::string PathOf(WindowHandle window) = 0;
+    virtual Registration RegisteredUnder(std::string_view program_id) = 0;
+};
+
 class NumberFormat {
   public:
     virtual ~NumberFormat() = default;
@@ -87,6 +113,38 @@ class Clock {
 
     // Local time, in seconds with their fraction.
     virtual float SecondsSinceMidnight() = 0;
+    // Local date and time, "2026-03-01 14:32:05.123".
+    virtual std::string Now() = 0;
+    // Seconds of a clock that never goes back.
+    virtual double Seconds() = 0;
+};
+
+// A small text file for whoever helps the person from afar.
+class Log {
+  public:
+    virtual ~Log() = default;
+
+    // The folder where it stands, without a backslash at its end.
+    virtual std::string Folder() = 0;
+    // Appends a line. Ignores a failure.
+    virtual void Write(std::string_view line) = 0;
+    // Opens the folder for the person to see. Raises the classic errors of opening.
+    virtual void ShowFolder() = 0;
+};
+
+// One thing that is known of the computer, in Czech words.
+struct Fact {
+    std::string name;
+    std::string value;
+};
+
+class Computer {
+  public:
+    virtual ~Computer() = default;
+
+    // What may matter where something works elsewhere and not here: versions, languages, screens,
+    // rights.
+    virtual std::vector<Fact> Facts() = 0;
 };
 
 enum class Answer { kYes, kNo, kCancel };
@@ -99,6 +157,7 @@ class MessageBoxes {
     // The default handling of an error that no action trapped: a box with its number and
     // description, titled with the program's title.
     virtual void ShowError(const automation::RunTimeError& error) = 0;
+    virtual void ShowInformation(std::string_view text, std::string_view title) = 0;
     // A question with the buttons Yes and No, titled with the program's title.
     virtual bool AskYesNo(std::string_view question) = 0;
     // A question with the buttons Yes, No and Cancel; closing the box is Cancel.
@@ -155,11 +214,14 @@ struct Ports {
     SettingsStore& settings;
     EventPump& events;
     AutomationServers& automation_servers;
+    Programs& programs;
     NumberFormat& number_format;
     MessageBoxes& message_boxes;
     Files& files;
     CodePage& code_page;
     Clock& clock;
+    Log& log;
+    Computer& computer;
 };
 
 } // namespace platform

@@ -5,6 +5,7 @@
 namespace sheets {
 
 bool IsDrawingExactly(controls::Form1& form, const std::string& document_name) {
+    shell::NoteDocument(form, document_name);
     if (document_name.find("CATDrawing") != std::string::npos) {
         return true;
     }

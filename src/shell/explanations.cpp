@@ -1,6 +1,8 @@
 #include "shell/explanations.hpp"
 
+#include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <string_view>
 
 #include "shell/shell.hpp"
@@ -19,6 +21,10 @@ constexpr long kCallFailed = static_cast<std::int32_t>(0x800706BE);
 constexpr long kServerUnavailable = static_cast<std::int32_t>(0x800706BA);
 constexpr long kDisconnected = static_cast<std::int32_t>(0x80010108);
 
+constexpr const char* kNotConnected =
+    "Okno CATIE je vidět, ale program se s ní nespojil. Spusťte CATII pod stejným uživatelem jako "
+    "tento program, ne jako správce.";
+
 // The word that goes with a number of things: with 1, with 2 to 4, with any other.
 std::string WordFor(long long count, const char* one, const char* few, const char* many) {
     return count == 1 ? one : count >= 2 && count <= 4 ? few : many;
@@ -32,6 +38,78 @@ std::string Counted(long long count, const char* one, const char* few, const cha
 // The end of a sentence; the texts of the system and of CATIA have a point at theirs or have none.
 std::string Ended(const std::string& description) {
     return description.ends_with('.') ? description : description + ".";
+}
+
+bool HasFileName(const std::string& path, std::string_view name) {
+    return text::EqualsIgnoringCase(std::string_view(path).substr(path.rfind('\\') + 1), name);
+}
+
+// What the person does so that CATIA can be reached: its own program enters it in the registry.
+std::string RegisterCatia(const std::string& program) {
+    const std::string command = HasFileName(program, "CNEXT.exe")
+                                    ? "„\"" + program + "\" /regserver“"
+                                    : "„CNEXT.exe /regserver“ ve složce code\\bin CATIE";
+    return " Ukončete CATII, spusťte jako správce příkaz " + command + " a spusťte CATII znovu.";
+}
+
+// The sign that stands for words left out.
+constexpr std::string_view kLeftOut = "…";
+
+void LeaveOut(std::string& text, const std::string& part) {
+    for (std::size_t at = text.find(part); at != std::string::npos;
+         at = text.find(part, at + kLeftOut.size())) {
+        text.replace(at, part.size(), kLeftOut);
+    }
+}
+
+struct Quotes {
+    std::string_view opening;
+    std::string_view closing;
+};
+
+// Leaves out what stands between the quotes, which stay.
+void LeaveOutQuoted(std::string& text, const Quotes& quotes) {
+    std::size_t from = 0;
+    while ((from = text.find(quotes.opening, from)) != std::string::npos) {
+        from += quotes.opening.size();
+        const std::size_t to = text.find(quotes.closing, from);
+        if (to == std::string::npos) {
+            return;
+        }
+        text.replace(from, to - from, kLeftOut);
+        from += kLeftOut.size() + quotes.closing.size();
+    }
+}
+
+// A word with a folder or with the ending of a document.
+bool IsFile(std::string_view word) {
+    return word.find('\\') != std::string_view::npos || text::ContainsIgnoringCase(word, ".CAT");
+}
+
+std::string WithoutFiles(const std::string& text) {
+    std::string rest;
+    for (const std::string_view word : text::Split(text, " ")) {
+        rest += rest.empty() ? "" : " ";
+        rest += IsFile(word) ? kLeftOut : word;
+    }
+    return rest;
+}
+
+// A text of a server may repeat names of documents and parts: what the call was given, and whatever
+// looks like a name.
+std::string WithoutPersonsWords(std::string text, std::vector<std::string> given) {
+    std::ranges::sort(given, std::ranges::greater(),
+                      [](const std::string& part) { return part.size(); });
+    for (const std::string& part : given) {
+        if (!part.empty()) {
+            LeaveOut(text, part);
+        }
+    }
+    for (const Quotes& quotes : {Quotes{"\"", "\""}, Quotes{"„", "“"}, Quotes{"“", "”"},
+                                 Quotes{"«", "»"}, Quotes{" '", "'"}, Quotes{"‘", "’"}}) {
+        LeaveOutQuoted(text, quotes);
+    }
+    return WithoutFiles(text);
 }
 
 std::string AtMember(const automation::RunTimeError& error) {
@@ -65,8 +143,7 @@ std::string Explained(const automation::RunTimeError& error) {
         return "CATIA nevrátila žádný objekt" + at +
                ". Zkontrolujte, zda je výkres otevřený a pohled aktivní.";
     case 429:
-        return "Okno CATIE je vidět, ale program se s ní nespojil. Spusťte CATII pod stejným "
-               "uživatelem jako tento program, ne jako správce.";
+        return kNotConnected;
     case 438:
         return "Objekt CATIE neumí, co je potřeba" + at +
                ". Zkontrolujte, zda je aktivní správný dokument.";
@@ -104,6 +181,35 @@ std::string CatiaIsBusy() {
 std::string CatiaRejectsCalls() {
     return "CATIA teď nepřijímá příkazy, nejspíš čeká na odpověď v otevřeném okně. Klávesa Esc "
            "příkaz přeruší.";
+}
+
+std::string CatiaUnreachable(const UnreachableCatia& state) {
+    if (state.rights == platform::Rights::kMore) {
+        return "CATIA běží jako správce a tento program ne, proto se nespojí. Ukončete CATII a "
+               "spusťte ji bez volby „Spustit jako správce“.";
+    }
+    if (state.rights == platform::Rights::kLess) {
+        return "Tento program běží jako správce a CATIA ne, proto se nespojí. Ukončete ho a "
+               "spusťte bez volby „Spustit jako správce“.";
+    }
+    const std::string& registered = state.registration.program;
+    if (!state.registration.found || registered.empty()) {
+        return "CATIA není na tomto počítači zapsaná pro ovládání jinými programy." +
+               RegisterCatia(state.program);
+    }
+    if (!state.program.empty() && !text::EqualsIgnoringCase(state.program, registered)) {
+        return "Pro ovládání jinými programy je místo běžící CATIE zapsaný program „" + registered +
+               "“." + RegisterCatia(state.program);
+    }
+    return state.rights == platform::Rights::kSame
+               ? "Okno CATIE je vidět, ale CATIA ještě nepřijímá příkazy. Počkejte, až se celá "
+                 "spustí; nepomůže-li to, ukončete ji a spusťte znovu."
+               : kNotConnected;
+}
+
+std::string WorkedOn(const std::string& document, std::size_t windows) {
+    return "Poslední příkaz pracoval s dokumentem „" + document +
+           "“. Otevřená okna CATIE: " + std::to_string(windows) + ".";
 }
 
 std::string TooManyValues(std::size_t line, std::size_t values, std::size_t most) {
@@ -163,6 +269,25 @@ std::string SheetCreated() {
 
 std::string SheetsSwapped() {
     return "Hotovo: prohozeny 2 listy.";
+}
+
+std::string ErrorForLog(const automation::RunTimeError& error) {
+    std::string text = "chyba " + std::to_string(error.number) + AtMember(error) + ": " +
+                       Ended(WithoutPersonsWords(error.description, error.given));
+    if (!error.reason.empty()) {
+        text += " " + WithoutPersonsWords(error.reason, {});
+    }
+    return text;
+}
+
+std::string ErrorReport(const automation::RunTimeError& error, const std::string& step,
+                        const std::string& time) {
+    std::string report =
+        "Chyba: " + std::to_string(error.number) + "\r\nPopis: " + error.description + "\r\n";
+    if (!error.member.empty()) {
+        report += "Volání: " + error.member + "\r\n";
+    }
+    return report + "Příkaz: " + step + "\r\nČas: " + time + "\r\n";
 }
 
 std::string NotSevenColumns(int columns) {

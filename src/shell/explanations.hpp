@@ -7,6 +7,7 @@
 
 #include "automation/run_time_error.hpp"
 #include "controls/controls.hpp"
+#include "platform/ports.hpp"
 
 namespace shell {
 
@@ -18,6 +19,16 @@ std::string Interrupted(const std::string& last_message,
 // A call has been waiting for long: CATIA works, or refuses to take it.
 std::string CatiaIsBusy();
 std::string CatiaRejectsCalls();
+
+// A window of CATIA is there, its automation object is not.
+struct UnreachableCatia {
+    platform::Rights rights = platform::Rights::kUnknown; // of CATIA
+    std::string program;                                  // its path; empty where it is not known
+    platform::Registration registration;                  // of its automation
+};
+std::string CatiaUnreachable(const UnreachableCatia& state);
+// The document of the session that answered, where several windows of CATIA are open.
+std::string WorkedOn(const std::string& document, std::size_t windows);
 
 // Reasons that go into RunTimeError::reason. Lines of the configuration count from 1.
 std::string TooManyValues(std::size_t line, std::size_t values, std::size_t most);
@@ -37,6 +48,12 @@ std::string SheetsNumbered(int sheets);
 std::string SheetsNamed(int sheets);
 std::string SheetCreated();
 std::string SheetsSwapped();
+
+// An error in the log: without what may be the person's own words.
+std::string ErrorForLog(const automation::RunTimeError& error);
+// An error for whoever helps the person from afar, a line each thing.
+std::string ErrorReport(const automation::RunTimeError& error, const std::string& step,
+                        const std::string& time);
 
 // Why a table gave no rows, and which lines a tree leaves out.
 std::string NotSevenColumns(int columns);

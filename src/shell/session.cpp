@@ -1,3 +1,4 @@
+#include "shell/explanations.hpp"
 #include "shell/shell.hpp"
 #include "text/text.hpp"
 
@@ -6,6 +7,24 @@ namespace shell {
 namespace {
 
 constexpr const char* kSearching = "Zjistuju spusteni Catie";
+
+// Of several windows, one whose program could be reached speaks for all.
+UnreachableCatia WhatKeepsCatiaApart(Form1& form) {
+    platform::Programs& programs = form.ports.programs;
+    UnreachableCatia found;
+    found.registration = programs.RegisteredUnder(kCatia);
+    for (const platform::WindowHandle window : form.catia_windows) {
+        const platform::Rights rights = programs.RightsOf(window);
+        if (window == form.catia_windows.front() || rights == platform::Rights::kSame) {
+            found.rights = rights;
+            found.program = programs.PathOf(window);
+        }
+        if (rights == platform::Rights::kSame) {
+            break;
+        }
+    }
+    return found;
+}
 
 } // namespace
 
@@ -21,6 +40,7 @@ long Projdi_Okno(Form1& form, platform::WindowHandle window) {
     }
     if (IsCatiaTitle(title)) {
         form.CatiaNalezena = true;
+        form.catia_windows.push_back(window);
     }
     return 1;
 }
@@ -28,6 +48,7 @@ long Projdi_Okno(Form1& form, platform::WindowHandle window) {
 bool Hledani_Catie(Form1& form) {
     form.List1.Clear();
     form.CatiaNalezena = false;
+    form.catia_windows.clear();
     form.ports.desktop_windows.EnumWindows(
         [&form](platform::WindowHandle window) { return Projdi_Okno(form, window); });
     return form.CatiaNalezena;
@@ -35,6 +56,7 @@ bool Hledani_Catie(Form1& form) {
 
 bool Spusteni_Catie(Form1& form) {
     stat(form, kSearching);
+    form.StatusBar1.SetTip({});
     const bool found = Hledani_Catie(form);
     if (form.Check2.Value() == 1) {
         Nastav_Navrch(form, form.hWnd);
@@ -52,7 +74,14 @@ void Command26_Click(Form1& form) {
 }
 
 catia::Application CatiaApplication(Form1& form) {
-    return catia::Application(form.ports.automation_servers.GetActiveObject("Catia.application"));
+    try {
+        return catia::Application(form.ports.automation_servers.GetActiveObject(kCatia));
+    } catch (const automation::RunTimeError& error) {
+        if (form.catia_windows.empty()) {
+            throw;
+        }
+        throw automation::WithReason(error, CatiaUnreachable(WhatKeepsCatiaApart(form)));
+    }
 }
 
 catia::Application WaitForCatia(Form1& form) {
@@ -60,7 +89,13 @@ catia::Application WaitForCatia(Form1& form) {
     return CatiaApplication(form);
 }
 
+void NoteDocument(Form1& form, const std::string& name) {
+    const std::size_t windows = form.catia_windows.size();
+    form.StatusBar1.SetTip(windows > 1 ? WorkedOn(name, windows) : std::string());
+}
+
 bool IsDrawing(Form1& form, const std::string& document_name) {
+    NoteDocument(form, document_name);
     if (text::ContainsIgnoringCase(document_name, ".CATDrawing")) {
         return true;
     }

@@ -8,6 +8,9 @@
 //   Command19_Click  "Reset"
 //   Command26_Click  "procesy"
 //   SSTab1_Click     a tab of the window
+//   StatusBar1_RightClick, StatusBar1_MenuKey   the status line's popup menu, whose actions stand
+//   in
+//                                               support.hpp
 #pragma once
 
 #include <string>
@@ -26,6 +29,8 @@ void Command18_Click(Form1& form);
 void Command19_Click(Form1& form);
 void Command26_Click(Form1& form);
 void SSTab1_Click(Form1& form);
+void StatusBar1_RightClick(Form1& form);
+void StatusBar1_MenuKey(Form1& form);
 
 // Puts the window into the middle of the screen.
 void Vycentruj(Form1& form);
@@ -46,6 +51,8 @@ void Refuse(Form1& form, const std::string& message);
 void Explain(Form1& form, const std::string& text);
 // The action has ended by an error: why, in a balloon.
 void ExplainError(Form1& form, const automation::RunTimeError& error);
+// Keeps an error that has ended an action for the log and for the person to copy.
+void NoteError(Form1& form, const automation::RunTimeError& error);
 // Shows the number of parts-list rows beside the status line.
 void ShowRowCount(Form1& form);
 void SetMousePointer(Form1& form, controls::MousePointer pointer);
@@ -98,6 +105,9 @@ void TrapToStatus(Form1& form, Body&& body) {
     Trap(body, [&form](const automation::RunTimeError& error) { ShowError(form, error); });
 }
 
+// The class of CATIA's application object.
+inline constexpr const char* kCatia = "Catia.application";
+
 // Whether a window of this title belongs to a CATIA V5 session: the title begins with
 // "CATIASessionWnd" or "CATIA V5", in any letter case. The words further in do not count.
 bool IsCatiaTitle(std::string_view title);
@@ -112,10 +122,14 @@ bool Hledani_Catie(Form1& form);
 long Projdi_Okno(Form1& form, platform::WindowHandle window);
 
 // The application object of the running session, obtained anew for each action. Raises 429 when it
-// cannot be had; never starts CATIA.
+// cannot be had, with what keeps the session's window and the program apart; never starts CATIA.
 catia::Application CatiaApplication(Form1& form);
 // The same, after the announcement of the waiting.
 catia::Application WaitForCatia(Form1& form);
+
+// The action works on the document of that name. Where several windows of CATIA are there, the tip
+// of the status line says so: only one of the sessions answers.
+void NoteDocument(Form1& form, const std::string& name);
 
 // Whether a document of that name is a drawing, with its extension in any letter case; says so
 // where it is not.

@@ -42,7 +42,15 @@ void Explain(Form1& form, const std::string& text) {
     form.StatusBar1.SetExplanation({.text = text, .is_error = false});
 }
 
+void NoteError(Form1& form, const automation::RunTimeError& error) {
+    form.innermost.error = error;
+    if (!IsInterrupt(error)) {
+        form.last_error = {error, form.innermost.step, form.ports.clock.Now()};
+    }
+}
+
 void ExplainError(Form1& form, const automation::RunTimeError& error) {
+    NoteError(form, error);
     controls::StatusBar& bar = form.StatusBar1;
     bar.SetState(ActionState::kFailed);
     bar.SetExplanation({.text = IsInterrupt(error)
@@ -60,12 +68,15 @@ std::string ErrorText(const automation::RunTimeError& error) {
 }
 
 void ShowError(Form1& form, const automation::RunTimeError& error, const std::string& words) {
+    NoteError(form, error);
     controls::StatusBar& bar = form.StatusBar1;
     const std::string came_to = form.innermost.announcement;
     stat(form, words + ErrorText(error));
     bar.SetState(ActionState::kFailed);
     if (IsInterrupt(error)) {
         bar.SetExplanation({.text = Interrupted(came_to, bar.ShownProgress()), .is_error = true});
+    } else if (!error.reason.empty()) {
+        bar.SetExplanation({.text = error.reason, .is_error = true});
     }
     controls::Raise(form.show_now); // a box may follow
 }

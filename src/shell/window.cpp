@@ -51,6 +51,14 @@ void SSTab1_Click(Form1& form) {
     }
 }
 
+void StatusBar1_RightClick(Form1& form) {
+    form.show_popup(form.m_Stav, controls::PopupPlace::kPointer);
+}
+
+void StatusBar1_MenuKey(Form1& form) {
+    form.show_popup(form.m_Stav, controls::PopupPlace::kCurrentRow);
+}
+
 void Vycentruj(Form1& form) {
     form.Left = (form.ports.desktop_windows.ScreenWidth() - form.Width) / 2;
     form.Top = (form.ports.desktop_windows.ScreenHeight() - form.Height) / 2;

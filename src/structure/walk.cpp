@@ -20,7 +20,9 @@ void WalkActiveProduct(Form1& form) {
     form.PocetPartu = 0;
 
     const catia::Document document = shell::WaitForCatia(form).ActiveDocument();
-    if (!text::ContainsIgnoringCase(document.Name(), ".CATProduct")) {
+    const std::string name = document.Name();
+    shell::NoteDocument(form, name);
+    if (!text::ContainsIgnoringCase(name, ".CATProduct")) {
         shell::SetMousePointer(form, controls::MousePointer::kDefault);
         shell::Refuse(form, "Neni aktivni CATProduct");
         return;

@@ -156,6 +156,14 @@ std::string PlainDecimal(double number) {
     return plain + digits.substr(0, before_point) + "." + digits.substr(before_point);
 }
 
+std::string FixedDecimal(double number, int digits) {
+    std::array<char, 400> written{}; // for every double
+    auto* const end = std::to_chars(written.data(), written.data() + written.size(), number,
+                                    std::chars_format::fixed, digits)
+                          .ptr;
+    return {written.data(), end};
+}
+
 bool StartsWithIgnoringCase(std::string_view whole, std::string_view part) {
     return whole.size() >= part.size() &&
            std::equal(part.begin(), part.end(), whole.begin(), EqualIgnoringCase);
@@ -168,6 +176,21 @@ bool EqualsIgnoringCase(std::string_view left, std::string_view right) {
 bool ContainsIgnoringCase(std::string_view whole, std::string_view part) {
     return part.empty() || std::search(whole.begin(), whole.end(), part.begin(), part.end(),
                                        EqualIgnoringCase) != whole.end();
+}
+
+std::string_view ProgramOf(std::string_view command_line) {
+    constexpr std::string_view kExtension = ".exe";
+    command_line = TrimBlanks(command_line);
+    if (command_line.starts_with('"')) {
+        command_line.remove_prefix(1);
+        return command_line.substr(0, command_line.find('"'));
+    }
+    for (std::size_t at = 0; at < command_line.size(); ++at) {
+        if (StartsWithIgnoringCase(command_line.substr(at), kExtension)) {
+            return command_line.substr(0, at + kExtension.size());
+        }
+    }
+    return command_line;
 }
 
 } // namespace text

@@ -43,6 +43,9 @@ std::string FourDigits(std::size_t number);
 // digits, which spare it the noise of binary fractions. `number` is finite.
 std::string PlainDecimal(double number);
 
+// `number` with so many digits behind the point: "0.044".
+std::string FixedDecimal(double number, int digits);
+
 // Whether `whole` contains `part`, which is ASCII, without regard to the case of ASCII letters.
 bool ContainsIgnoringCase(std::string_view whole, std::string_view part);
 
@@ -51,5 +54,9 @@ bool EqualsIgnoringCase(std::string_view left, std::string_view right);
 
 // Whether `whole` begins with `part`, compared like ContainsIgnoringCase.
 bool StartsWithIgnoringCase(std::string_view whole, std::string_view part);
+
+// The path of the program that a command line starts: between quotes where it begins with one, else
+// up to its ".exe", blanks included.
+std::string_view ProgramOf(std::string_view command_line);
 
 } // namespace text

@@ -104,6 +104,10 @@ inline constexpr auto kControlTable = std::to_array<ControlRow>({
     {ID_m_Sheet_zpet, &controls::Form1::m_Sheet_zpet},
     {ID_m_Sheet_znovu, &controls::Form1::m_Sheet_znovu},
     {ID_m_Sheet_vratit_jmena, &controls::Form1::m_Sheet_vratit_jmena},
+    {ID_m_Kopirovat_chybu, &controls::Form1::m_Kopirovat_chybu},
+    {ID_m_Slozka_protokolu, &controls::Form1::m_Slozka_protokolu},
+    {ID_m_Diagnostika, &controls::Form1::m_Diagnostika},
+    {ID_m_O_programu, &controls::Form1::m_O_programu},
 });
 
 } // namespace win32

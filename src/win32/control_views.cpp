@@ -81,7 +81,7 @@ struct MakeView {
         return std::make_unique<TabControlView>(Window(), form.*tab_control, run_event);
     }
     std::unique_ptr<View> operator()(controls::StatusBar controls::Form1::*status_bar) const {
-        return std::make_unique<StatusBarView>(Window(), form.*status_bar);
+        return std::make_unique<StatusBarView>(Window(), form.*status_bar, run_event);
     }
     std::unique_ptr<View> operator()(controls::Frame controls::Form1::*frame) const {
         ShowText(Window(), (form.*frame).caption); // and never changes

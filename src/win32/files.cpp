@@ -105,10 +105,10 @@ void CheckWritable(const std::wstring& path, int tries) {
 }
 
 // FILE_RENAME_REPLACE_IF_EXISTS and FILE_RENAME_POSIX_SEMANTICS, and the information class that
-// takes them, which older headers lack.
+// takes them, FileRenameInfoEx; older headers lack them.
 constexpr DWORD kReplaceIfExists = 1;
 constexpr DWORD kPosixSemantics = 2;
-constexpr auto FileRenameInfoEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(22);
+constexpr auto kRenameInfoEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(22);
 
 // A file that is being written beside another one. It goes when it does not come to take the other
 // one's place. Nobody else can open it meanwhile. It always has the same name, so that a killed
@@ -153,7 +153,7 @@ class FileBeside {
         }
         const DWORD error = WhenFree(
             [this] {
-                return Rename(FileRenameInfoEx, kReplaceIfExists | kPosixSemantics) ||
+                return Rename(kRenameInfoEx, kReplaceIfExists | kPosixSemantics) ||
                                Rename(FileRenameInfo, kReplaceIfExists)
                            ? DWORD{ERROR_SUCCESS}
                            : GetLastError();

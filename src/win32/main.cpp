@@ -1,9 +1,13 @@
 // The program: its surroundings on Windows, the form, its window.
 #include "app/form_events.hpp"
 #include "com/client.hpp"
+#include "win32/computer.hpp"
 #include "win32/data_folder.hpp"
 #include "win32/files.hpp"
+#include "win32/log_file.hpp"
 #include "win32/main_window.hpp"
+#include "win32/other_programs.hpp"
+#include "win32/safety.hpp"
 #include "win32/windows_ports.hpp"
 
 #include <cwchar>
@@ -39,6 +43,7 @@ app::RecoveryPace PaceOf(std::wstring_view command_line) {
 } // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+    win32::LoadLibrariesOfTheSystemOnly();
     const auto data_folder = win32::ClaimDataFolder();
     if (!data_folder) {
         return 0; // the copy that runs has been brought forward
@@ -51,13 +56,16 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     win32::RegistrySettings settings;
     win32::WindowEventPump events;
     win32::ComServers servers;
+    win32::OtherPrograms programs;
     win32::UserNumberFormat number_format;
     win32::WindowMessageBoxes message_boxes;
     win32::CodePageFiles files(data_folder->path, data_folder->other);
     win32::SystemCodePage code_page;
     win32::SystemClock clock;
-    controls::Form1 form({desktop, settings, events, servers, number_format, message_boxes, files,
-                          code_page, clock});
+    win32::LogFile log(win32::LogFolder(data_folder->path));
+    win32::ThisComputer computer;
+    controls::Form1 form({desktop, settings, events, servers, programs, number_format,
+                          message_boxes, files, code_page, clock, log, computer});
 
     win32::MainWindow window(form, PaceOf(GetCommandLineW()));
     const com::MessageFilterRegistration message_filter(window.Watch());

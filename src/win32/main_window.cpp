@@ -5,6 +5,7 @@
 #include <array>
 
 #include "app/form_events.hpp"
+#include "win32/clipboard.hpp"
 #include "win32/file_dialogs.hpp"
 #include "win32/popup_menu.hpp"
 #include "win32/resource.h"
@@ -88,6 +89,7 @@ MainWindow::MainWindow(controls::Form1& form, const app::RecoveryPace& pace)
         app::KeepRecoveryNow(form_);
         ShowPopupMenu(window_, form_, menu, PopupPoint(place));
     };
+    form_.copy_text = [this](const std::string& text) { PutOnClipboard(window_, text); };
     form_.show_save_dialog = [this](controls::FileDialog& dialog) {
         app::KeepRecoveryNow(form_);
         return ShowSaveDialog(window_, dialog);
@@ -105,6 +107,7 @@ MainWindow::~MainWindow() {
     form_.show_soon = nullptr;
     form_.before_call = nullptr;
     form_.show_popup = nullptr;
+    form_.copy_text = nullptr;
     form_.show_save_dialog = nullptr;
     form_.show_open_dialog = nullptr;
     if (window_ != nullptr) {
@@ -143,12 +146,14 @@ void MainWindow::ApplyDpi(UINT dpi) {
     SendMessageW(pages_.Control(ID_Text1), EM_SETTABSTOPS, tab_stops.size(),
                  reinterpret_cast<LPARAM>(tab_stops.data()));
 
-    com::Owned<HICON> large = LoadIconOfSize(IDI_DORVAK, GetSystemMetricsForDpi(SM_CXICON, dpi));
-    com::Owned<HICON> small = LoadIconOfSize(IDI_DORVAK, GetSystemMetricsForDpi(SM_CXSMICON, dpi));
-    SendMessageW(window_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large.get()));
-    SendMessageW(window_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small.get()));
-    large_icon_ = std::move(large);
-    small_icon_ = std::move(small);
+    com::Owned<HICON> large_icon =
+        LoadIconOfSize(IDI_DORVAK, GetSystemMetricsForDpi(SM_CXICON, dpi));
+    com::Owned<HICON> small_icon =
+        LoadIconOfSize(IDI_DORVAK, GetSystemMetricsForDpi(SM_CXSMICON, dpi));
+    SendMessageW(window_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large_icon.get()));
+    SendMessageW(window_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small_icon.get()));
+    large_icon_ = std::move(large_icon);
+    small_icon_ = std::move(small_icon);
     RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 

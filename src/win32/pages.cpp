@@ -6,14 +6,29 @@
 
 #include "com/utf.hpp"
 #include "win32/resource.h"
+#include "win32/system_library.hpp"
 
 namespace win32 {
+
+namespace {
+
+// The tab control's background shows through a page.
+void ShowTabsBehind(HWND page) {
+    using EnableTexture = HRESULT(WINAPI*)(HWND, DWORD);
+    static const auto enable_texture =
+        SystemFunction<EnableTexture>(L"uxtheme.dll", "EnableThemeDialogTexture");
+    if (enable_texture != nullptr) {
+        enable_texture(page, ETDT_ENABLETAB);
+    }
+}
+
+} // namespace
 
 void LeaveDpiChangesToTheProgram(HWND dialog) {
     using SetBehavior = BOOL(WINAPI*)(HWND, int, int);
     constexpr int kDisableAll = 1;
-    const auto set_behavior = reinterpret_cast<SetBehavior>(reinterpret_cast<void*>(
-        GetProcAddress(GetModuleHandleW(L"user32.dll"), "SetDialogDpiChangeBehavior")));
+    static const auto set_behavior =
+        SystemFunction<SetBehavior>(L"user32.dll", "SetDialogDpiChangeBehavior");
     if (set_behavior != nullptr) { // since Windows 10 1703
         set_behavior(dialog, kDisableAll, kDisableAll);
     }
@@ -49,7 +64,7 @@ void Pages::Create(std::size_t page) {
                                      main_window_, procedure_, owner_);
     SetWindowLongPtrW(window, GWLP_ID, ID_PAGE1 + index);
     LeaveDpiChangesToTheProgram(window);
-    EnableThemeDialogTexture(window, ETDT_ENABLETAB);
+    ShowTabsBehind(window);
     RECT units{0, 0, 4, 8};
     MapDialogRect(window, &units);
     RECT client;

@@ -104,6 +104,10 @@
 #define ID_m_Sheet_zpet 2010
 #define ID_m_Sheet_znovu 2011
 #define ID_m_Sheet_vratit_jmena 2012
+#define ID_m_Kopirovat_chybu 2031
+#define ID_m_Slozka_protokolu 2032
+#define ID_m_Diagnostika 2033
+#define ID_m_O_programu 2034
 
 // In the input box
 #define ID_InputBox_Prompt 2101

@@ -347,10 +347,53 @@ LRESULT TabControlView::OnNotify(NMHDR& header) {
     return 0;
 }
 
-StatusBarView::StatusBarView(HWND window, const controls::StatusBar& status_bar)
-    : View(window), status_bar_(status_bar),
+StatusBarView::StatusBarView(HWND window, const controls::StatusBar& status_bar, RunEvent run_event)
+    : View(window), status_bar_(status_bar), run_event_(std::move(run_event)),
       progress_bar_(CreateWindowExW(0, PROGRESS_CLASSW, nullptr, WS_CHILD | PBS_SMOOTH, 0, 0, 0, 0,
-                                    window, nullptr, GetModuleHandleW(nullptr), nullptr)) {}
+                                    window, nullptr, GetModuleHandleW(nullptr), nullptr)) {
+    SetWindowSubclass(Window(), WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+}
+
+StatusBarView::~StatusBarView() {
+    RemoveWindowSubclass(Window(), WindowProcedure, kSubclass);
+}
+
+// The panel is painted whole, since drawing the rectangle again would take it away.
+LRESULT StatusBarView::PaintWithFocus(WPARAM w, LPARAM l) const {
+    RECT panel;
+    SendMessageW(Window(), SB_GETRECT, 0, reinterpret_cast<LPARAM>(&panel));
+    InvalidateRect(Window(), &panel, TRUE);
+    const LRESULT result = DefSubclassProc(Window(), WM_PAINT, w, l);
+    InflateRect(&panel, -1, -1);
+    const HDC screen = GetDC(Window());
+    DrawFocusRect(screen, &panel);
+    ReleaseDC(Window(), screen);
+    return result;
+}
+
+LRESULT CALLBACK StatusBarView::WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
+                                                UINT_PTR, DWORD_PTR view) {
+    auto& self = *reinterpret_cast<StatusBarView*>(view);
+    switch (message) {
+    case WM_CONTEXTMENU:
+        self.run_event_([&] {
+            controls::Raise(l == -1 ? self.status_bar_.MenuKey : self.status_bar_.RightClick);
+        });
+        return 0;
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+        InvalidateRect(window, nullptr, TRUE);
+        break;
+    case WM_PAINT:
+        if (GetFocus() == window) {
+            return self.PaintWithFocus(w, l);
+        }
+        break;
+    default:
+        break;
+    }
+    return DefSubclassProc(window, message, w, l);
+}
 
 void StatusBarView::SetDpi(UINT dpi) {
     RECT bar;
@@ -416,6 +459,17 @@ bool StatusBarView::ShowNotice(std::string_view text) {
     return true;
 }
 
+void StatusBarView::ShowTip() {
+    if (status_bar_.Tip() == shown_tip_) {
+        return;
+    }
+    shown_tip_ = status_bar_.Tip();
+    RECT panel;
+    SendMessageW(Window(), SB_GETRECT, 0, reinterpret_cast<LPARAM>(&panel));
+    panel.left += Scaled(kIconEdge + 8, GetDpiForWindow(Window()));
+    text_tip_.Show(Window(), shown_tip_, panel);
+}
+
 void StatusBarView::ShowProgress() {
     const auto& progress = status_bar_.ShownProgress();
     if (progress == shown_progress_) {
@@ -462,6 +516,7 @@ void StatusBarView::Refresh() {
         }
     }
     ShowProgress();
+    ShowTip();
     UpdateWindow(Window());
 }
 

@@ -173,9 +173,11 @@ class TabControlView : public View {
     RunEvent run_event_;
 };
 
+// The tab key comes to the bar as well, after the page: its popup menu is there for the keyboard.
 class StatusBarView : public View {
   public:
-    StatusBarView(HWND window, const controls::StatusBar& status_bar);
+    StatusBarView(HWND window, const controls::StatusBar& status_bar, RunEvent run_event);
+    ~StatusBarView() override;
 
     // Shows what changed at once, without waiting for a paint message. An explanation comes as a
     // balloon as soon as the bar is in sight; it stays in the tip of the icon.
@@ -191,10 +193,15 @@ class StatusBarView : public View {
   private:
     void ShowIcon();
     void ShowProgress();
+    void ShowTip();
+    LRESULT PaintWithFocus(WPARAM w, LPARAM l) const;
+    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
+                                            UINT_PTR id, DWORD_PTR view);
     [[nodiscard]] bool InSight() const;
     [[nodiscard]] POINT BalloonPoint() const;
 
     const controls::StatusBar& status_bar_;
+    RunEvent run_event_;
     std::uint64_t shown_revision_ = UINT64_MAX;
     std::array<std::string, 2> shown_; // by panel
     controls::ActionState shown_state_ = controls::ActionState::kNone;
@@ -203,7 +210,9 @@ class StatusBarView : public View {
     HWND progress_bar_; // at the lower edge of the first panel
     std::optional<controls::Progress> shown_progress_;
     Balloon balloon_;
-    ToolTip tip_;
+    ToolTip tip_;      // of the icon
+    ToolTip text_tip_; // of the text beside it
+    std::string shown_tip_;
 };
 
 // A view subclasses its window once.

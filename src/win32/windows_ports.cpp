@@ -5,6 +5,8 @@
 #include <commctrl.h>
 
 #include <array>
+#include <chrono>
+#include <cstdio>
 #include <memory>
 #include <vector>
 
@@ -126,6 +128,21 @@ float SystemClock::SecondsSinceMidnight() {
     return static_cast<float>(seconds + now.wMilliseconds / 1000.0);
 }
 
+std::string SystemClock::Now() {
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    std::array<char, 32> text{};
+    const int length =
+        std::snprintf(text.data(), text.size(), "%04u-%02u-%02u %02u:%02u:%02u.%03u", now.wYear,
+                      now.wMonth, now.wDay, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds);
+    return {text.data(), static_cast<std::size_t>(length)};
+}
+
+double SystemClock::Seconds() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
+
 int WindowMessageBoxes::Show(const std::wstring& text, const wchar_t* title, UINT style) const {
     controls::Raise(opening);
     return MessageBoxW(owner, text.c_str(), title, style);
@@ -134,6 +151,10 @@ int WindowMessageBoxes::Show(const std::wstring& text, const wchar_t* title, UIN
 void WindowMessageBoxes::ShowError(const automation::RunTimeError& error) {
     const std::string text = std::to_string(error.number) + "\n" + error.description;
     Show(com::Widen(text), kTitle, MB_OK | MB_ICONERROR);
+}
+
+void WindowMessageBoxes::ShowInformation(std::string_view text, std::string_view title) {
+    Show(com::Widen(text), com::Widen(title).c_str(), MB_OK | MB_ICONINFORMATION);
 }
 
 bool WindowMessageBoxes::AskYesNo(std::string_view question) {

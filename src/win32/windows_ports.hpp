@@ -53,11 +53,14 @@ class SystemCodePage : public platform::CodePage {
 class SystemClock : public platform::Clock {
   public:
     float SecondsSinceMidnight() override;
+    std::string Now() override;
+    double Seconds() override;
 };
 
 class WindowMessageBoxes : public platform::MessageBoxes {
   public:
     void ShowError(const automation::RunTimeError& error) override;
+    void ShowInformation(std::string_view text, std::string_view title) override;
     bool AskYesNo(std::string_view question) override;
     platform::Answer AskYesNoCancel(std::string_view question, std::string_view title) override;
     platform::AfterFailedSave AskAfterFailedSave(std::string_view reason) override;

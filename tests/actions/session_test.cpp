@@ -3,10 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "shell/shell.hpp"
-#include "tests/support/headless_form.hpp"
+#include "tests/support/action_test.hpp"
 
 namespace {
 
+using testing_support::AddRow;
 using testing_support::HeadlessForm;
 using testing_support::kFormWindow;
 
@@ -105,6 +106,119 @@ TEST_F(Detection, AnApplicationThatCannotBeHadIsError429) {
     } catch (const automation::RunTimeError& error) {
         EXPECT_EQ(shell::ErrorText(error), "429 ActiveX component can't create object");
     }
+}
+
+// A window of CATIA is there, its application cannot be had.
+struct Unreachable : Detection {
+    Unreachable() {
+        desktop.titles = {"Explorer", "CATIA V5 - [a.CATDrawing]"};
+        AddRow(form.ListView1, {"Part", "0001", "1", "", "", "", ""});
+    }
+    // Of the main job, which shows no error on the status line.
+    std::string Explanation() {
+        form.Command11.Click();
+        EXPECT_EQ(Status(), "Cekam na Catii");
+        return form.StatusBar1.ShownExplanation().text;
+    }
+};
+
+TEST_F(Unreachable, CatiaWithOtherRightsSaysWhichOfTheTwoIsToBeStartedAnew) {
+    programs.rights[2] = platform::Rights::kMore;
+    EXPECT_EQ(Explanation(),
+              "CATIA běží jako správce a tento program ne, proto se nespojí. Ukončete CATII a "
+              "spusťte ji bez volby „Spustit jako správce“.");
+    programs.rights[2] = platform::Rights::kLess;
+    EXPECT_EQ(Explanation(), "Tento program běží jako správce a CATIA ne, proto se nespojí. "
+                             "Ukončete ho a spusťte bez volby „Spustit jako správce“.");
+}
+
+TEST_F(Unreachable, CatiaThatIsNotRegisteredSaysTheCommandThatDoesIt) {
+    const std::string expected =
+        "CATIA není na tomto počítači zapsaná pro ovládání jinými programy. Ukončete CATII, "
+        "spusťte jako správce příkaz „\"C:\\CATIA\\code\\bin\\CNEXT.exe\" /regserver“ a spusťte "
+        "CATII znovu.";
+    programs.registration = {};
+    EXPECT_EQ(Explanation(), expected);
+    programs.registration.found = true; // but no program stands there
+    EXPECT_EQ(Explanation(), expected);
+    programs.path.clear();
+    EXPECT_EQ(Explanation(), "CATIA není na tomto počítači zapsaná pro ovládání jinými programy. "
+                             "Ukončete CATII, spusťte jako správce příkaz „CNEXT.exe /regserver“ "
+                             "ve složce code\\bin CATIE a spusťte CATII znovu.");
+}
+
+TEST_F(Unreachable, AnotherRegisteredProgramIsNamed) {
+    programs.registration.program = "D:\\Other\\3DEXPERIENCE.exe";
+    EXPECT_EQ(Explanation(),
+              "Pro ovládání jinými programy je místo běžící CATIE zapsaný program "
+              "„D:\\Other\\3DEXPERIENCE.exe“. Ukončete CATII, spusťte jako správce příkaz "
+              "„\"C:\\CATIA\\code\\bin\\CNEXT.exe\" /regserver“ a spusťte CATII znovu.");
+    programs.registration.program = "c:\\catia\\CODE\\bin\\cnext.EXE"; // the same after all
+    EXPECT_EQ(Explanation(), "Okno CATIE je vidět, ale CATIA ještě nepřijímá příkazy. Počkejte, až "
+                             "se celá spustí; nepomůže-li to, ukončete ji a spusťte znovu.");
+}
+
+TEST_F(Unreachable, WhereNothingCanBeToldTheCommonReasonIsGiven) {
+    programs.rights[2] = platform::Rights::kUnknown;
+    programs.path.clear();
+    EXPECT_EQ(Explanation(), "Okno CATIE je vidět, ale program se s ní nespojil. Spusťte CATII pod "
+                             "stejným uživatelem jako tento program, ne jako správce.");
+}
+
+TEST_F(Unreachable, OfSeveralWindowsOneOfTheSameRightsCounts) {
+    desktop.titles.emplace_back("CATIA V5 - [b.CATPart]");
+    programs.rights[2] = platform::Rights::kMore;
+    EXPECT_TRUE(Explanation().starts_with("Okno CATIE je vidět, ale CATIA ještě"));
+    programs.rights[3] = platform::Rights::kMore;
+    EXPECT_TRUE(Explanation().starts_with("CATIA běží jako správce"));
+}
+
+TEST_F(Unreachable, TheReasonStandsBesideAnErrorOnTheStatusLineToo) {
+    programs.rights[2] = platform::Rights::kMore;
+    for (auto* button : {&form.Command3, &form.Command21, &form.Command24}) {
+        button->Click();
+        EXPECT_EQ(Status(), "429 ActiveX component can't create object");
+        EXPECT_TRUE(form.StatusBar1.ShownExplanation().text.starts_with("CATIA běží jako správce"));
+        EXPECT_TRUE(form.StatusBar1.ShownExplanation().is_error);
+    }
+}
+
+TEST_F(Unreachable, WithoutAWindowThereIsNoExplanation) {
+    desktop.titles = {"Explorer"};
+    form.Command11.Click();
+    EXPECT_EQ(Status(), "Zjistuju spusteni Catie");
+    EXPECT_EQ(form.StatusBar1.ShownExplanation().text, "");
+}
+
+// Several windows of CATIA, of whose sessions one answers.
+struct SeveralSessions : testing_support::ActionTest {
+    SeveralSessions() { AddRow(form.ListView1, {"Part", "0001", "1", "", "", "", ""}); }
+    void OpenBeside(std::string_view document) {
+        Open(document);
+        desktop.titles.emplace_back("CATIA V5 - [Other.CATPart]");
+    }
+};
+
+TEST_F(SeveralSessions, TheTipNamesTheDocumentThatTheLastActionWorkedOn) {
+    const char* tip =
+        "Poslední příkaz pracoval s dokumentem „D.CATDrawing“. Otevřená okna CATIE: 2.";
+    for (auto* button : {&form.Command8, &form.Command9, &form.Command21, &form.Command24,
+                         &form.Command29, &form.Command31}) {
+        form.StatusBar1.SetTip({});
+        OpenBeside("DrawingDocument D.CATDrawing\nsheet A active\n  view V\nsheet B\n");
+        button->Click();
+        EXPECT_EQ(form.StatusBar1.Tip(), tip) << button->Caption();
+    }
+    OpenBeside("ProductDocument P.CATProduct\nproduct A\n");
+    form.Command3.Click();
+    EXPECT_EQ(form.StatusBar1.Tip(),
+              "Poslední příkaz pracoval s dokumentem „P.CATProduct“. Otevřená okna CATIE: 2.");
+    form.Command8.Click(); // it is no drawing
+    EXPECT_EQ(form.StatusBar1.Tip(),
+              "Poslední příkaz pracoval s dokumentem „P.CATProduct“. Otevřená okna CATIE: 2.");
+    Open("ProductDocument P.CATProduct\nproduct A\n");
+    form.Command3.Click();
+    EXPECT_EQ(form.StatusBar1.Tip(), "") << "one window needs no telling";
 }
 
 } // namespace

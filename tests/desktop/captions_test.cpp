@@ -101,7 +101,8 @@ TEST_F(Captions, Tabs) {
 }
 
 TEST_F(Captions, MenuEntries) {
-    for (const controls::PopupMenu* menu : {&form_.form.m_Tabulka, &form_.form.m_sheets}) {
+    for (const controls::PopupMenu* menu :
+         {&form_.form.m_Tabulka, &form_.form.m_sheets, &form_.form.m_Stav}) {
         Texts expected;
         for (const controls::MenuItem* item : menu->items) {
             expected.push_back(item->caption);

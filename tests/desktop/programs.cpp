@@ -49,6 +49,13 @@ std::string TemporaryPath(const std::string& file_name) {
     return (std::filesystem::temp_directory_path() / file_name).string();
 }
 
+void KeepLogsApart() {
+    const std::string folder = TemporaryPath("dorvak-tests-local");
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    _putenv_s("LOCALAPPDATA", folder.c_str());
+}
+
 ProgramFolder::ProgramFolder() {
     static int number = 0;
     path_ = TemporaryPath("dorvak-test-" + std::to_string(GetCurrentProcessId()) + "-" +

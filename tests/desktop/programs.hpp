@@ -16,6 +16,9 @@ namespace driver {
 std::string Environment(const std::string& name);
 // The path of a sample, "tables\\tables.txt".
 std::string SamplePath(const std::string& name);
+// Lets the programs that are started write their log into a folder of the tests' own, which the
+// environment variable LOCALAPPDATA names from now on.
+void KeepLogsApart();
 // A path in the folder for temporary files.
 std::string TemporaryPath(const std::string& file_name);
 

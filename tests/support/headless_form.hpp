@@ -102,6 +102,22 @@ struct SessionServers : platform::AutomationServers {
     }
 };
 
+// Every window belongs to one program, which is the one that is registered.
+struct OneProgram : platform::Programs {
+    std::map<platform::WindowHandle, platform::Rights> rights; // that are not the same
+    std::string path = "C:\\CATIA\\code\\bin\\CNEXT.exe";
+    platform::Registration registration{true, path};
+
+    platform::Rights RightsOf(platform::WindowHandle window) override {
+        const auto found = rights.find(window);
+        return found == rights.end() ? platform::Rights::kSame : found->second;
+    }
+    std::string PathOf(platform::WindowHandle /*window*/) override { return path; }
+    platform::Registration RegisteredUnder(std::string_view program_id) override {
+        return program_id == "Catia.application" ? registration : platform::Registration{};
+    }
+};
+
 // Numbers with a decimal comma, as Czech users write them.
 struct CzechNumbers : platform::NumberFormat {
     std::optional<double> ReadNumber(std::string_view text) override {
@@ -133,6 +149,13 @@ struct RecordedBoxes : platform::MessageBoxes {
     // What the person answers to failed saves, in turn; then to close without saving.
     std::deque<platform::AfterFailedSave> after_failed_save;
     std::vector<std::string> failed_saves; // the reasons that were shown
+
+    std::vector<std::string> informed; // texts and titles of boxes that ask nothing
+
+    void ShowInformation(std::string_view text, std::string_view title) override {
+        informed.emplace_back(text);
+        informed.emplace_back(title);
+    }
 
     bool cannot_ask = false;
 
@@ -175,6 +198,30 @@ struct FixedClock : platform::Clock {
     float seconds = 45296.25F;
 
     float SecondsSinceMidnight() override { return seconds; }
+    std::string Now() override { return "2026-03-01 14:32:05.123"; }
+    // A quarter of a second later whenever it is asked.
+    double Seconds() override { return 0.25 * ++asked; }
+
+    int asked = 0;
+};
+
+struct MemoryLog : platform::Log {
+    std::vector<std::string> lines;
+    int times_shown = 0;
+    bool broken = false;
+
+    std::string Folder() override { return "C:\\Local\\Dorvak"; }
+    void Write(std::string_view line) override { lines.emplace_back(line); }
+    void ShowFolder() override {
+        if (broken) {
+            throw automation::FileNotFound();
+        }
+        ++times_shown;
+    }
+};
+
+struct FixedComputer : platform::Computer {
+    std::vector<platform::Fact> Facts() override { return {{"Windows", "11"}, {"Jazyk", "cs"}}; }
 };
 
 // Files by their paths. A path can be made to fail, in reading or in writing.
@@ -247,8 +294,8 @@ struct MemoryFiles : platform::Files {
 class HeadlessForm {
   public:
     HeadlessForm()
-        : form({desktop, settings, events, servers, number_format, message_boxes, files, code_page,
-                clock}) {
+        : form({desktop, settings, events, servers, programs, number_format, message_boxes, files,
+                code_page, clock, log, computer}) {
         form.hWnd = kFormWindow;
         form.Width = 9600;
         form.Height = 7155;
@@ -261,6 +308,7 @@ class HeadlessForm {
         form.show_popup = [this](controls::PopupMenu& menu, controls::PopupPlace place) {
             popups.emplace_back(menu.caption, place);
         };
+        form.copy_text = [this](const std::string& text) { copied.push_back(text); };
         form.show_save_dialog = form.show_open_dialog = [this](controls::FileDialog& dialog) {
             dialogs.push_back(dialog);
             if (chosen_file) {
@@ -294,11 +342,15 @@ class HeadlessForm {
     MemorySettings settings;
     ScriptedEvents events;
     SessionServers servers;
+    OneProgram programs;
     CzechNumbers number_format;
     RecordedBoxes message_boxes;
     MemoryFiles files;
     WesternCodePage code_page;
     FixedClock clock;
+    MemoryLog log;
+    FixedComputer computer;
+    std::vector<std::string> copied; // to the clipboard
     // What the person does in the file dialog: the file chosen, nothing for cancelling.
     std::optional<std::string> chosen_file;
     std::vector<controls::FileDialog> dialogs; // as they were shown

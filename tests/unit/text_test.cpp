@@ -25,6 +25,24 @@ TEST(TrimBlanks, RemovesBlanksOnly) {
     EXPECT_EQ(text::TrimBlanks(""), "");
 }
 
+TEST(FixedDecimal, HasAsManyDigitsAsWanted) {
+    EXPECT_EQ(text::FixedDecimal(0.0444, 3), "0.044");
+    EXPECT_EQ(text::FixedDecimal(12, 2), "12.00");
+    EXPECT_EQ(text::FixedDecimal(-1.5, 0), "-2");
+    EXPECT_EQ(text::FixedDecimal(1e300, 2).size(), 304U);
+}
+
+TEST(ProgramOf, TakesWhatStandsBetweenQuotes) {
+    EXPECT_EQ(text::ProgramOf("\"C:\\A b\\CNEXT.exe\" -Embedding"), "C:\\A b\\CNEXT.exe");
+    EXPECT_EQ(text::ProgramOf("  \"C:\\never closed"), "C:\\never closed");
+}
+
+TEST(ProgramOf, TakesBlanksUpToTheExtension) {
+    EXPECT_EQ(text::ProgramOf("C:\\A b\\CNEXT.EXE /automation"), "C:\\A b\\CNEXT.EXE");
+    EXPECT_EQ(text::ProgramOf("C:\\A b\\server /automation"), "C:\\A b\\server /automation");
+    EXPECT_EQ(text::ProgramOf(""), "");
+}
+
 TEST(LeadingNumber, ReadsSignDigitsFractionAndExponent) {
     EXPECT_EQ(text::LeadingNumber("12"), 12);
     EXPECT_EQ(text::LeadingNumber("-12.5"), -12.5);

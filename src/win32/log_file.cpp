@@ -1,0 +1,80 @@
+#include "win32/log_file.hpp"
+
+#include <array>
+#include <utility>
+
+#include <windows.h>
+
+#include "com/owned.hpp"
+#include "com/utf.hpp"
+
+namespace win32 {
+
+namespace {
+
+constexpr std::string_view kSignature = "\xEF\xBB\xBF"; // of a text in UTF-8
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+com::OwnedHandle OpenToAppend(const std::wstring& path) {
+    const HANDLE file =
+        CreateFileW(path.c_str(), FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, kShareAll,
+                    nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    return com::OwnedHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+}
+
+long long SizeOf(const com::OwnedHandle& file) {
+    LARGE_INTEGER size{};
+    GetFileSizeEx(file.get(), &size);
+    return size.QuadPart;
+}
+
+} // namespace
+
+LogFile::LogFile(std::string folder, long long limit) : folder_(std::move(folder)), limit_(limit) {
+    CreateDirectoryW(com::Widen(folder_).c_str(), nullptr);
+}
+
+void LogFile::Write(std::string_view line) {
+    const std::wstring path = com::Widen(folder_ + "\\dorvak.log");
+    com::OwnedHandle file = OpenToAppend(path);
+    std::string bytes = std::string(line) + "\r\n";
+    if (file && SizeOf(file) + static_cast<long long>(bytes.size()) > limit_) {
+        file.reset();
+        MoveFileExW(path.c_str(), com::Widen(folder_ + "\\dorvak.old.log").c_str(),
+                    MOVEFILE_REPLACE_EXISTING);
+        file = OpenToAppend(path);
+    }
+    if (!file) {
+        return;
+    }
+    if (SizeOf(file) == 0) {
+        bytes.insert(0, kSignature);
+    }
+    DWORD written = 0;
+    WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+}
+
+void LogFile::ShowFolder() {
+    std::array<wchar_t, MAX_PATH> windows{};
+    GetWindowsDirectoryW(windows.data(), static_cast<UINT>(windows.size()));
+    const std::wstring explorer = std::wstring(windows.data()) + L"\\explorer.exe";
+    std::wstring command = L"\"" + explorer + L"\" \"" + com::Widen(folder_) + L"\"";
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process{};
+    if (CreateProcessW(explorer.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                       nullptr, &start, &process) == FALSE) {
+        throw automation::FileNotFound();
+    }
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+}
+
+std::string LogFolder(const std::string& otherwise) {
+    constexpr DWORD kLongest = 32768;
+    std::wstring path(kLongest, L'\0');
+    path.resize(GetEnvironmentVariableW(L"LOCALAPPDATA", path.data(), kLongest));
+    return path.empty() ? otherwise : com::Narrow(path) + "\\Dorvak";
+}
+
+} // namespace win32

@@ -1,0 +1,142 @@
+// The built program: what its file says of its safety.
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
+
+#include "com/utf.hpp"
+#include "fixture.hpp"
+
+using namespace driver;
+
+namespace {
+
+std::string Lower(std::string text) {
+    std::ranges::transform(text, text.begin(), [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    });
+    return text;
+}
+
+// A program's file, by the places that its parts have in memory.
+class ProgramFile {
+  public:
+    explicit ProgramFile(const std::string& path) {
+        std::ifstream file(std::filesystem::path(com::Widen(path)), std::ios::binary);
+        bytes_.assign(std::istreambuf_iterator<char>(file), {});
+        const auto dos = Part<IMAGE_DOS_HEADER>(0);
+        headers_ = Part<IMAGE_NT_HEADERS64>(static_cast<std::size_t>(dos.e_lfanew));
+        const std::size_t sections = static_cast<std::size_t>(dos.e_lfanew) +
+                                     offsetof(IMAGE_NT_HEADERS64, OptionalHeader) +
+                                     headers_.FileHeader.SizeOfOptionalHeader;
+        for (std::size_t i = 0; i < headers_.FileHeader.NumberOfSections; ++i) {
+            sections_.push_back(
+                Part<IMAGE_SECTION_HEADER>(sections + i * sizeof(IMAGE_SECTION_HEADER)));
+        }
+    }
+
+    [[nodiscard]] const IMAGE_NT_HEADERS64& Headers() const { return headers_; }
+    [[nodiscard]] const std::vector<IMAGE_SECTION_HEADER>& Sections() const { return sections_; }
+    [[nodiscard]] IMAGE_DATA_DIRECTORY Directory(std::size_t index) const {
+        return headers_.OptionalHeader.DataDirectory[index];
+    }
+
+    // The libraries that Windows loads before the program runs.
+    [[nodiscard]] std::set<std::string> Imports() const {
+        std::set<std::string> names;
+        DWORD place = Directory(IMAGE_DIRECTORY_ENTRY_IMPORT).VirtualAddress;
+        for (;; place += static_cast<DWORD>(sizeof(IMAGE_IMPORT_DESCRIPTOR))) {
+            const auto import = Part<IMAGE_IMPORT_DESCRIPTOR>(OffsetOf(place));
+            if (import.Name == 0) {
+                return names;
+            }
+            names.insert(Lower(bytes_.substr(OffsetOf(import.Name)).c_str()));
+        }
+    }
+
+  private:
+    template <typename Kind>
+    [[nodiscard]] Kind Part(std::size_t offset) const {
+        Kind part{};
+        if (offset + sizeof part > bytes_.size()) {
+            throw std::runtime_error("the program's file ends early");
+        }
+        std::memcpy(&part, bytes_.data() + offset, sizeof part);
+        return part;
+    }
+    [[nodiscard]] std::size_t OffsetOf(DWORD place) const {
+        for (const IMAGE_SECTION_HEADER& section : sections_) {
+            if (place >= section.VirtualAddress &&
+                place - section.VirtualAddress < section.SizeOfRawData) {
+                return place - section.VirtualAddress + section.PointerToRawData;
+            }
+        }
+        throw std::runtime_error("a place outside of the program's sections");
+    }
+
+    std::string bytes_;
+    IMAGE_NT_HEADERS64 headers_{};
+    std::vector<IMAGE_SECTION_HEADER> sections_;
+};
+
+std::string Manifest(const std::string& path) {
+    const HMODULE file =
+        LoadLibraryExW(com::Widen(path).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    const HRSRC place = FindResourceW(file, MAKEINTRESOURCEW(1), MAKEINTRESOURCEW(24));
+    const HGLOBAL manifest = LoadResource(file, place);
+    std::string text(static_cast<const char*>(LockResource(manifest)), SizeofResource(file, place));
+    FreeLibrary(file);
+    return text;
+}
+
+class BuiltFile : public DesktopTest {
+  protected:
+    const std::string path_ =
+        std::filesystem::path(Environment("DORVAK_EXE")).make_preferred().string();
+    const ProgramFile file_{path_};
+};
+
+} // namespace
+
+TEST_F(BuiltFile, StandsAtAnAddressThatNobodyKnowsAndRunsNoData) {
+    const WORD marks = file_.Headers().OptionalHeader.DllCharacteristics;
+    EXPECT_NE(marks & IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE, 0);
+    EXPECT_NE(marks & IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA, 0);
+    EXPECT_NE(marks & IMAGE_DLLCHARACTERISTICS_NX_COMPAT, 0);
+#ifdef _MSC_VER
+    EXPECT_NE(marks & IMAGE_DLLCHARACTERISTICS_GUARD_CF, 0);
+#endif
+    // Without its relocations it could not stand anywhere else.
+    EXPECT_EQ(file_.Headers().FileHeader.Characteristics & IMAGE_FILE_RELOCS_STRIPPED, 0);
+    EXPECT_GT(file_.Directory(IMAGE_DIRECTORY_ENTRY_BASERELOC).Size, 0U);
+    for (const IMAGE_SECTION_HEADER& section : file_.Sections()) {
+        constexpr DWORD kBoth = IMAGE_SCN_MEM_WRITE | IMAGE_SCN_MEM_EXECUTE;
+        EXPECT_NE(section.Characteristics & kBoth, kBoth);
+    }
+}
+
+// Those that Windows never takes from the program's folder: it knows them, and of the common
+// controls the manifest says which.
+TEST_F(BuiltFile, IsLinkedWithLibrariesThatWindowsKnowsAndNoOther) {
+    const std::set<std::string> known{
+        "advapi32.dll", "comctl32.dll", "comdlg32.dll", "gdi32.dll",   "kernel32.dll",
+        "msvcrt.dll",   "ole32.dll",    "oleaut32.dll", "shell32.dll", "user32.dll"};
+    const auto imports = file_.Imports();
+    EXPECT_TRUE(imports.contains("kernel32.dll"));
+    EXPECT_TRUE(imports.contains("comctl32.dll"));
+    for (const std::string& import : imports) {
+        EXPECT_TRUE(known.contains(import)) << import;
+    }
+}
+
+TEST_F(BuiltFile, AsksForNoMoreThanThePersonsRights) {
+    const std::string manifest = Manifest(path_);
+    EXPECT_NE(manifest.find(R"(level="asInvoker" uiAccess="false")"), std::string::npos);
+    EXPECT_EQ(manifest.find("requireAdministrator"), std::string::npos);
+    EXPECT_EQ(manifest.find("highestAvailable"), std::string::npos);
+    EXPECT_NE(manifest.find("Microsoft.Windows.Common-Controls\" version=\"6.0.0.0\""),
+              std::string::npos);
+}
