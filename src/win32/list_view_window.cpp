@@ -80,20 +80,23 @@ void ListViewWindow::SetDpi(UINT dpi) {
 }
 
 void ListViewWindow::EndAfterWholeRow() const {
-    const auto height_of_rows = [this](WPARAM rows) {
-        constexpr LPARAM kAsItIs = MAKELPARAM(-1, -1);
-        return static_cast<int>(
-            HIWORD(SendMessageW(Window(), LVM_APPROXIMATEVIEWRECT, rows, kAsItIs)));
-    };
-    const int row = height_of_rows(2) - height_of_rows(1);
+    const bool empty = shown_count_ == 0;
+    if (empty) { // only a row says how high it is
+        ListView_SetItemCountEx(Window(), 1, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+    }
+    RECT row{};
+    ListView_GetItemRect(Window(), 0, &row, LVIR_BOUNDS);
+    if (empty) {
+        ListView_SetItemCountEx(Window(), 0, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+    }
     RECT header{};
     RECT client;
     RECT outer;
     GetClientRect(ListView_GetHeader(Window()), &header);
     GetClientRect(Window(), &client);
     GetWindowRect(Window(), &outer);
-    if (row > 0) {
-        const int part = (client.bottom - header.bottom) % row;
+    if (row.bottom > row.top) {
+        const int part = (client.bottom - header.bottom) % (row.bottom - row.top);
         SetWindowPos(Window(), nullptr, 0, 0, outer.right - outer.left,
                      outer.bottom - outer.top - part, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     }

@@ -2,6 +2,7 @@
 
 #include <windowsx.h>
 
+#include <algorithm>
 #include <array>
 
 #include "app/form_events.hpp"
@@ -399,6 +400,12 @@ std::optional<LRESULT> MainWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         EnumChildWindows(window_, PassOn, static_cast<LPARAM>(message));
         RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
         return std::nullopt;
+    case WM_GETMINMAXINFO: { // of its full height also where the screen is lower
+        POINT& most = reinterpret_cast<MINMAXINFO*>(l)->ptMaxTrackSize;
+        most.x = std::max<LONG>(most.x, Pixels(form_.Width, LayoutDpi()));
+        most.y = std::max<LONG>(most.y, Pixels(kDesignHeight, LayoutDpi()));
+        return 0;
+    }
     case WM_DISPLAYCHANGE: // a monitor may be gone
         MoveIn();
         return std::nullopt;
