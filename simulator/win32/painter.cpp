@@ -29,9 +29,18 @@ constexpr COLORREF kTreeLine = RGB(0x86, 0x93, 0xba);
 constexpr COLORREF kAssembly = RGB(0xf5, 0xc8, 0x42);
 constexpr COLORREF kPart = RGB(0x9f, 0xd4, 0x7a);
 
-constexpr int kMargin = 14; // pixels around the sheet or the tree
+constexpr int kMargin = 14; // pixels around the sheet
+
+// Of the tree, in pixels at 96 DPI.
+constexpr int kTreeMargin = 14;
 constexpr int kTreeLineHeight = 20;
 constexpr int kTreeIndent = 22;
+constexpr int kTreeMark = 12; // the edge of the square before a name
+constexpr int kTextHeight = 13;
+
+int Scaled(int pixels, UINT dpi) {
+    return MulDiv(pixels, static_cast<int>(dpi), USER_DEFAULT_SCREEN_DPI);
+}
 
 // A drawing object chosen into a device context for as long as it lives.
 class Chosen {
@@ -235,8 +244,9 @@ class SheetPainter {
 // by their number of lines, so that a large product costs what a small one does.
 class TreePainter {
   public:
-    TreePainter(HDC dc, const RECT& area, int first_line)
-        : dc_(dc), area_(area), first_(first_line), last_(first_line + TreeLinesIn(area)) {}
+    TreePainter(HDC dc, const RECT& area, UINT dpi, int first_line)
+        : dc_(dc), area_(area), dpi_(dpi), first_(first_line),
+          last_(first_line + TreeLinesIn(area, dpi)) {}
 
     void Paint(const Product& product, int depth) {
         if (line_ >= first_) {
@@ -276,36 +286,44 @@ class TreePainter {
 
   private:
     void PaintLine(const Product& product, int depth) {
-        const int top = area_.top + kMargin + (line_ - first_) * kTreeLineHeight;
-        const int left = area_.left + kMargin + depth * kTreeIndent;
-        const int middle = top + kTreeLineHeight / 2;
+        const int height = Pixels(kTreeLineHeight);
+        const int indent = Pixels(kTreeIndent);
+        const int half_mark = Pixels(kTreeMark) / 2;
+        const int first_left = area_.left + Pixels(kTreeMargin);
+        const int top = area_.top + Pixels(kTreeMargin) + (line_ - first_) * height;
+        const int left = first_left + depth * indent;
+        const int middle = top + height / 2;
         {
             const Chosen pen(dc_, CreatePen(PS_SOLID, 1, kTreeLine));
             for (int level = 1; level <= depth; ++level) {
-                const int x = area_.left + kMargin + (level - 1) * kTreeIndent + 6;
+                const int x = first_left + (level - 1) * indent + half_mark;
                 MoveToEx(dc_, x, top, nullptr);
-                LineTo(dc_, x, level == depth ? middle + 1 : top + kTreeLineHeight);
+                LineTo(dc_, x, level == depth ? middle + 1 : top + height);
             }
             if (depth > 0) {
-                MoveToEx(dc_, left - kTreeIndent + 6, middle, nullptr);
+                MoveToEx(dc_, left - indent + half_mark, middle, nullptr);
                 LineTo(dc_, left, middle);
             }
         }
         const bool assembly = !product.instances.empty();
-        const RECT mark{left, middle - 6, left + 12, middle + 6};
+        RECT mark{left, middle - half_mark, left + 2 * half_mark, middle + half_mark};
+        RECT box{mark.right + half_mark, top, area_.right, top + height};
         Fill(dc_, mark, kTreeTop);
-        Fill(dc_, {mark.left + 1, mark.top + 1, mark.right - 1, mark.bottom - 1},
-             assembly ? kAssembly : kPart);
+        InflateRect(&mark, -1, -1);
+        Fill(dc_, mark, assembly ? kAssembly : kPart);
         if (assembly) {
-            Fill(dc_, {mark.left + 4, mark.top + 4, mark.right - 4, mark.bottom - 4}, kTreeTop);
+            InflateRect(&mark, -half_mark / 2, -half_mark / 2);
+            Fill(dc_, mark, kTreeTop);
         }
         const std::wstring text = com::Widen(product.part_number);
-        RECT box{mark.right + 6, top, area_.right, top + kTreeLineHeight};
         DrawTextW(dc_, text.c_str(), -1, &box, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
     }
 
+    [[nodiscard]] int Pixels(int length) const { return Scaled(length, dpi_); }
+
     HDC dc_;
     RECT area_;
+    UINT dpi_;
     int first_;
     int last_;
     int line_ = 0;
@@ -335,10 +353,10 @@ void PaintNote(HDC dc, RECT area, const wchar_t* note) {
 
 } // namespace
 
-void PaintDocument(HDC dc, const RECT& area, const Document* document, int first_line) {
-    const Chosen font(dc, CreateFontW(-13, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
-                                      OUT_TT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY,
-                                      DEFAULT_PITCH | FF_SWISS, L"Segoe UI"));
+void PaintDocument(HDC dc, const RECT& area, UINT dpi, const Document* document, int first_line) {
+    const Chosen font(dc, CreateFontW(-Scaled(kTextHeight, dpi), 0, 0, 0, FW_NORMAL, FALSE, FALSE,
+                                      FALSE, DEFAULT_CHARSET, OUT_TT_PRECIS, CLIP_DEFAULT_PRECIS,
+                                      CLEARTYPE_QUALITY, DEFAULT_PITCH | FF_SWISS, L"Segoe UI"));
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, kTreeText);
     if (document != nullptr && document->kind == DocumentKind::kDrawing) {
@@ -352,7 +370,7 @@ void PaintDocument(HDC dc, const RECT& area, const Document* document, int first
     } else if (document->product == nullptr) {
         PaintNote(dc, area, com::Widen(document->name).c_str());
     } else {
-        TreePainter(dc, area, first_line).Paint(*document->product, 0);
+        TreePainter(dc, area, dpi, first_line).Paint(*document->product, 0);
     }
 }
 
@@ -375,11 +393,12 @@ std::shared_ptr<Table> TableAt(const RECT& area, const Document& document, POINT
 }
 
 int TreeLines(const Product& product) {
-    return TreePainter(nullptr, {}, 0).Lines(product);
+    return TreePainter(nullptr, {}, USER_DEFAULT_SCREEN_DPI, 0).Lines(product);
 }
 
-int TreeLinesIn(const RECT& area) {
-    return std::max<int>((area.bottom - area.top - 2 * kMargin) / kTreeLineHeight, 1);
+int TreeLinesIn(const RECT& area, UINT dpi) {
+    const int height = area.bottom - area.top - 2 * Scaled(kTreeMargin, dpi);
+    return std::max(height / Scaled(kTreeLineHeight, dpi), 1);
 }
 
 } // namespace simulator

@@ -10,9 +10,9 @@
 
 namespace simulator {
 
-// Draws `document` (none when null) into the area `area` of `dc`. `first_line` is the first visible
-// line of a product's tree.
-void PaintDocument(HDC dc, const RECT& area, const Document* document, int first_line);
+// Draws `document` (none when null) into the area `area` of `dc`, on a monitor of that DPI.
+// `first_line` is the first visible line of a product's tree.
+void PaintDocument(HDC dc, const RECT& area, UINT dpi, const Document* document, int first_line);
 
 // The table of the active sheet under `point`, in the area that the sheet was drawn into; null
 // where there is none.
@@ -20,6 +20,6 @@ std::shared_ptr<Table> TableAt(const RECT& area, const Document& document, POINT
 
 // How many lines a product's tree has, and how many fit into `area`.
 int TreeLines(const Product& product);
-int TreeLinesIn(const RECT& area);
+int TreeLinesIn(const RECT& area, UINT dpi);
 
 } // namespace simulator

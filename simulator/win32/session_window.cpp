@@ -141,6 +141,12 @@ LRESULT SessionWindow::Handle(UINT message, WPARAM w, LPARAM l) {
     case WM_SIZE:
         LayOut();
         return 0;
+    case WM_DPICHANGED: {
+        const RECT& place = *reinterpret_cast<const RECT*>(l);
+        SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
+                     place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+        return 0;
+    }
     case WM_ERASEBKGND:
         return 1; // painted whole
     case WM_PAINT:
@@ -214,7 +220,8 @@ void SessionWindow::Paint() {
     const com::Owned<HBITMAP> bitmap(
         CreateCompatibleBitmap(dc, std::max(area.right, 1L), std::max(area.bottom, 1L)));
     const HGDIOBJ before = SelectObject(memory, bitmap.get());
-    PaintDocument(memory, area, session_.ActiveDocument().get(), first_line_);
+    PaintDocument(memory, area, GetDpiForWindow(window_), session_.ActiveDocument().get(),
+                  first_line_);
     BitBlt(dc, 0, 0, area.right, area.bottom, memory, 0, 0, SRCCOPY);
     SelectObject(memory, before);
     DeleteDC(memory);
@@ -276,7 +283,8 @@ void SessionWindow::UpdateScrollBar() {
     info.cbSize = sizeof info;
     info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
     info.nMax = tree ? TreeLines(*document->product) - 1 : 0;
-    info.nPage = tree ? static_cast<UINT>(TreeLinesIn(DocumentArea())) : 1;
+    info.nPage =
+        tree ? static_cast<UINT>(TreeLinesIn(DocumentArea(), GetDpiForWindow(window_))) : 1;
     info.nPos = first_line_;
     first_line_ = SetScrollInfo(window_, SB_VERT, &info, TRUE);
 }

@@ -15,9 +15,11 @@ namespace {
 ListViewWindow::Look LookOf(int id) {
     switch (id) {
     case ID_ListView1:
-        return {.column_widths = {188, 50, 50, 44, 96, 96, 94}, .check_boxes = true};
+        return {.column_widths = {188, 50, 50, 44, 96, 96, 94},
+                .check_boxes = true,
+                .whole_rows = true};
     case ID_ListView2:
-        return {.column_widths = {122, 48}, .check_boxes = false};
+        return {.column_widths = {122, 48}};
     case ID_ListView3:
         return {.column_widths = {154, 154, 0}, .check_boxes = true};
     default:

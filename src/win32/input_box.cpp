@@ -16,7 +16,32 @@ struct InputBox {
     com::Owned<HFONT> font;
 };
 
+// The resource's places follow the DPI alone; the font follows the text size, too.
+void FollowTextSize(HWND dialog) {
+    const auto enlarged = [dpi = static_cast<int>(GetDpiForWindow(dialog))](LONG length) {
+        return platform::Proportion(length, static_cast<int>(LayoutDpi()), dpi);
+    };
+    RECT outer;
+    RECT client;
+    GetWindowRect(dialog, &outer);
+    GetClientRect(dialog, &client);
+    SetWindowPos(dialog, nullptr, 0, 0,
+                 outer.right - outer.left + enlarged(client.right) - client.right,
+                 outer.bottom - outer.top + enlarged(client.bottom) - client.bottom,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        RECT place;
+        GetWindowRect(child, &place);
+        MapWindowPoints(HWND_DESKTOP, dialog, reinterpret_cast<POINT*>(&place), 2);
+        SetWindowPos(child, nullptr, enlarged(place.left), enlarged(place.top),
+                     enlarged(place.right - place.left), enlarged(place.bottom - place.top),
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+}
+
 void Fill(HWND dialog, InputBox& box) {
+    FollowTextSize(dialog);
     box.font = MessageFont(GetDpiForWindow(dialog));
     for (const int id : {ID_InputBox_Prompt, ID_InputBox_Text, IDOK, IDCANCEL}) {
         SendDlgItemMessageW(dialog, id, WM_SETFONT, reinterpret_cast<WPARAM>(box.font.get()),

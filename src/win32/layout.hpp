@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "com/owned.hpp"
+#include "platform/screen.hpp"
 
 namespace win32 {
 
@@ -34,23 +35,22 @@ class Layout {
     std::vector<PlacedWindow> places_;
 };
 
-// Design pixels, of which there are 96 to the inch, as pixels at `dpi`.
-inline int Scaled(int design_pixels, UINT dpi) {
-    return MulDiv(design_pixels, static_cast<int>(dpi), 96);
-}
+using platform::Pixels;
+using platform::Scaled;
+using platform::Twips;
 
-// Twips, of which there are 1440 to the inch, as pixels at `dpi`, and back.
-inline constexpr int kTwipsPerInch = 1440;
-inline int Pixels(int twips, UINT dpi) {
-    return MulDiv(twips, static_cast<int>(dpi), kTwipsPerInch);
-}
-inline int Twips(int pixels, UINT dpi) {
-    return MulDiv(pixels, kTwipsPerInch, static_cast<int>(dpi));
-}
+// The DPI that the window is laid out for: its monitor's, times the person's "text size".
+UINT LayoutDpi();
+// Says what the monitor's DPI is, and reads the text size anew.
+void NoteMonitorDpi(UINT monitor_dpi);
 
-// The system's font for messages and dialogs, at `dpi`.
-com::Owned<HFONT> MessageFont(UINT dpi);
+// The system's font for messages and dialogs on a monitor of that DPI, no larger than the layout
+// has room for. It follows the text size by itself.
+com::Owned<HFONT> MessageFont(UINT monitor_dpi);
 // An icon of the resources with an edge of `size` pixels.
 com::Owned<HICON> LoadIconOfSize(int resource, int size);
+
+// Where a window of that place stands without reaching beyond the monitors' work areas.
+RECT MovedIn(const RECT& window);
 
 } // namespace win32

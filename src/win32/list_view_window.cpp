@@ -58,10 +58,71 @@ ListViewWindow::~ListViewWindow() {
 }
 
 void ListViewWindow::SetDpi(UINT dpi) {
+    const bool fills = shown_dpi_ == 0 || FillsWidth();
     int index = 0;
     for (const int width : look_.column_widths) {
-        ListView_SetColumnWidth(Window(), index, Scaled(width, dpi));
+        // The person may have changed it.
+        const int scaled =
+            shown_dpi_ == 0
+                ? Scaled(width, dpi)
+                : platform::Proportion(ListView_GetColumnWidth(Window(), index),
+                                       static_cast<int>(dpi), static_cast<int>(shown_dpi_));
+        ListView_SetColumnWidth(Window(), index, scaled);
         ++index;
+    }
+    shown_dpi_ = dpi;
+    if (look_.whole_rows) {
+        EndAfterWholeRow();
+    }
+    if (fills) {
+        FillWidth();
+    }
+}
+
+void ListViewWindow::EndAfterWholeRow() const {
+    const bool empty = shown_count_ == 0;
+    if (empty) { // only a row says how high it is
+        ListView_SetItemCountEx(Window(), 1, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+    }
+    RECT row{};
+    ListView_GetItemRect(Window(), 0, &row, LVIR_BOUNDS);
+    if (empty) {
+        ListView_SetItemCountEx(Window(), 0, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+    }
+    RECT header{};
+    RECT client;
+    RECT outer;
+    GetClientRect(ListView_GetHeader(Window()), &header);
+    GetClientRect(Window(), &client);
+    GetWindowRect(Window(), &outer);
+    if (row.bottom > row.top) {
+        const int part = (client.bottom - header.bottom) % (row.bottom - row.top);
+        SetWindowPos(Window(), nullptr, 0, 0, outer.right - outer.left,
+                     outer.bottom - outer.top - part, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+}
+
+int ListViewWindow::ColumnsWidth() const {
+    int width = 0;
+    for (int column = 0; column < static_cast<int>(look_.column_widths.size()); ++column) {
+        width += ListView_GetColumnWidth(Window(), column);
+    }
+    return width;
+}
+
+// The last column in sight takes what the others leave.
+void ListViewWindow::FillWidth() {
+    RECT client;
+    GetClientRect(Window(), &client);
+    auto last = static_cast<int>(look_.column_widths.size()) - 1;
+    while (last > 0 && ListView_GetColumnWidth(Window(), last) == 0) {
+        --last;
+    }
+    const int left_over = client.right - ColumnsWidth();
+    const int width = ListView_GetColumnWidth(Window(), last) + left_over;
+    if (width > 0) {
+        filled_width_ = client.right;
+        ListView_SetColumnWidth(Window(), last, width);
     }
 }
 
@@ -266,6 +327,14 @@ LRESULT CALLBACK ListViewWindow::WindowProcedure(HWND, UINT message, WPARAM w, L
 
 LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
     switch (message) {
+    case WM_SIZE: {
+        const bool fills = FillsWidth();
+        const LRESULT result = DefSubclassProc(Window(), message, w, l);
+        if (fills) {
+            FillWidth();
+        }
+        return result;
+    }
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
         return OnButtonDown(message, w, l);

@@ -17,8 +17,9 @@ namespace win32 {
 class ListViewWindow : public View {
   public:
     struct Look {
-        std::vector<int> column_widths; // in design pixels
+        std::vector<int> column_widths; // in design pixels; the last one in sight fills the list
         bool check_boxes = false;
+        bool whole_rows = false; // no part of a row at the lower edge: the list is that much lower
     };
 
     ListViewWindow(HWND window, controls::ListView& list, Look look, RunEvent run_event);
@@ -63,6 +64,13 @@ class ListViewWindow : public View {
     void Toggle(std::size_t row);
     void PushSelection();
     void PushSelectedRows();
+    void EndAfterWholeRow() const;
+    // Whether the columns fill the list: not where the person has made them wider or narrower.
+    [[nodiscard]] bool FillsWidth() const {
+        return shown_dpi_ != 0 && ColumnsWidth() == filled_width_;
+    }
+    [[nodiscard]] int ColumnsWidth() const;
+    void FillWidth();
     void SetItemState(int item, UINT state, UINT mask) const;
     [[nodiscard]] bool HasItemState(int item, UINT state) const;
     void CopySelection() const;
@@ -70,6 +78,9 @@ class ListViewWindow : public View {
     controls::ListView& list_;
     Look look_;
     RunEvent run_event_;
+
+    UINT shown_dpi_ = 0;
+    int filled_width_ = 0; // of the list, when its columns were made to fill it
 
     std::uint64_t shown_revision_ = UINT64_MAX;
     std::size_t shown_count_ = 0;

@@ -2,6 +2,7 @@
 
 #include <windowsx.h>
 
+#include <algorithm>
 #include <array>
 
 #include "app/form_events.hpp"
@@ -59,20 +60,24 @@ bool IsField(HWND window) {
     return lstrcmpiW(name.data(), WC_EDITW) == 0;
 }
 
-int DesignWidth(HWND window) { // in twips
-    const UINT dpi = GetDpiForWindow(window);
-    RECT frame{0, 0, Scaled(kDesignClientWidth, dpi), 0};
+int DesignWidth(HWND window, UINT monitor_dpi) { // in twips
+    RECT frame{0, 0, Scaled(kDesignClientWidth, LayoutDpi()), 0};
     AdjustWindowRectExForDpi(&frame, static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)),
                              FALSE, static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE)),
-                             dpi);
-    return Twips(frame.right - frame.left, dpi);
+                             monitor_dpi);
+    return Twips(frame.right - frame.left, LayoutDpi());
+}
+
+BOOL CALLBACK PassOn(HWND window, LPARAM message) {
+    SendMessageW(window, static_cast<UINT>(message), 0, 0);
+    return TRUE;
 }
 
 } // namespace
 
 MainWindow::MainWindow(controls::Form1& form, const app::RecoveryPace& pace)
     : form_(form), pace_(pace), window_(CreateMainWindow(WindowProcedure)),
-      layout_(CollectLayout(window_)),
+      monitor_dpi_(GetDpiForWindow(window_)), layout_(CollectLayout(window_)),
       pages_(window_, form.SSTab1, PageProcedure, reinterpret_cast<LPARAM>(this), layout_),
       views_(form, pages_, [this](const auto& event) { RunEvent(event); }),
       taskbar_button_(window_), refresher_(form, window_, pages_, views_, taskbar_button_),
@@ -80,7 +85,9 @@ MainWindow::MainWindow(controls::Form1& form, const app::RecoveryPace& pace)
                       [this](const auto& event) { RunAtOnce(event); }) {
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     form_.hWnd = reinterpret_cast<platform::WindowHandle>(window_);
-    form_.Width = DesignWidth(window_);
+    NoteMonitorDpi(monitor_dpi_);
+    laid_out_dpi_ = LayoutDpi();
+    form_.Width = DesignWidth(window_, monitor_dpi_);
     form_.Height = kDesignHeight;
     form_.show_now = [this] { refresher_.StatusAndPointer(); };
     form_.show_soon = [this] { refresher_.StatusSoon(); };
@@ -99,7 +106,7 @@ MainWindow::MainWindow(controls::Form1& form, const app::RecoveryPace& pace)
         return ShowOpenDialog(window_, dialog);
     };
     refresher_.Place();
-    ApplyDpi(GetDpiForWindow(window_));
+    LayOut();
 }
 
 MainWindow::~MainWindow() {
@@ -116,40 +123,79 @@ MainWindow::~MainWindow() {
 }
 
 // The collapsed window shows the upper part of what stands at full height.
-void MainWindow::PlaceFrom(std::size_t first, UINT dpi) const {
+void MainWindow::PlaceFrom(std::size_t first) const {
     RECT client;
     RECT outer;
     GetClientRect(window_, &client);
     GetWindowRect(window_, &outer);
     const int frame = outer.bottom - outer.top - client.bottom;
-    layout_.Place(client.right, Pixels(kDesignHeight, dpi) - frame, font_.get(), first);
+    layout_.Place(client.right, Pixels(kDesignHeight, laid_out_dpi_) - frame, font_.get(), first);
 }
 
 // All pages but the first one, when the window has been painted.
 void MainWindow::MakeOtherPages() {
     const std::size_t placed = layout_.Count();
     const std::size_t made = views_.All().size();
-    const UINT dpi = GetDpiForWindow(window_);
     pages_.CreateOthers();
     views_.MakeOthers();
-    PlaceFrom(placed, dpi);
-    views_.SetDpi(dpi, made);
+    if (IsIconic(window_) != FALSE) {
+        laid_out_dpi_ = 0; // there is no room to lay them out in: when it is restored
+    } else {
+        PlaceFrom(placed);
+        views_.SetDpi(laid_out_dpi_, made);
+    }
     refresher_.Complete();
 }
 
-void MainWindow::ApplyDpi(UINT dpi) {
-    const com::Owned<HFONT> font_before = std::exchange(font_, MessageFont(dpi));
-    PlaceFrom(0, dpi);
-    views_.SetDpi(dpi);
+// Brings the window to the size and the layout of the monitor that it stands on and of the person's
+// text size: a minimised one when it is restored. A window that the person is moving is left where
+// the mouse holds it.
+void MainWindow::Rescale(const std::optional<POINT>& corner) {
+    NoteMonitorDpi(monitor_dpi_);
+    if (IsIconic(window_) != FALSE || LayoutDpi() == laid_out_dpi_) {
+        return;
+    }
+    laid_out_dpi_ = LayoutDpi();
+    RECT place;
+    GetWindowRect(window_, &place);
+    SetWindowPos(window_, nullptr, corner ? corner->x : place.left, corner ? corner->y : place.top,
+                 Pixels(form_.Width, laid_out_dpi_), Pixels(form_.Height, laid_out_dpi_),
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+    LayOut();
+    if (!person_moves_it_) {
+        MoveIn();
+    }
+}
+
+// Not while it is minimised: when it is restored.
+void MainWindow::MoveIn() {
+    may_be_outside_ = IsIconic(window_) != FALSE;
+    if (may_be_outside_) {
+        return;
+    }
+    RECT place;
+    GetWindowRect(window_, &place);
+    const RECT inside = MovedIn(place);
+    if (inside.left != place.left || inside.top != place.top) {
+        SetWindowPos(window_, nullptr, inside.left, inside.top, 0, 0,
+                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+}
+
+void MainWindow::LayOut() {
+    const com::Owned<HFONT> font_before = std::exchange(font_, MessageFont(monitor_dpi_));
+    PlaceFrom(0);
+    views_.SetDpi(laid_out_dpi_);
     // Depth, part number and paths of the structure text under one another.
     const std::array<UINT, 4> tab_stops{12, 80, 240, 400};
     SendMessageW(pages_.Control(ID_Text1), EM_SETTABSTOPS, tab_stops.size(),
                  reinterpret_cast<LPARAM>(tab_stops.data()));
 
-    com::Owned<HICON> large_icon =
-        LoadIconOfSize(IDI_DORVAK, GetSystemMetricsForDpi(SM_CXICON, dpi));
-    com::Owned<HICON> small_icon =
-        LoadIconOfSize(IDI_DORVAK, GetSystemMetricsForDpi(SM_CXSMICON, dpi));
+    const auto icon = [this](int metric) {
+        return LoadIconOfSize(IDI_DORVAK, GetSystemMetricsForDpi(metric, monitor_dpi_));
+    };
+    com::Owned<HICON> large_icon = icon(SM_CXICON);
+    com::Owned<HICON> small_icon = icon(SM_CXSMICON);
     SendMessageW(window_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large_icon.get()));
     SendMessageW(window_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small_icon.get()));
     large_icon_ = std::move(large_icon);
@@ -334,6 +380,10 @@ std::optional<LRESULT> MainWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         return std::nullopt;
     case WM_SIZE:
         if (w != SIZE_MINIMIZED) {
+            Rescale();
+            if (may_be_outside_) {
+                MoveIn();
+            }
             RunEvent([this] { app::Form_Resize(form_); });
         }
         views_.StatusBar().PlaceBalloon();
@@ -343,12 +393,33 @@ std::optional<LRESULT> MainWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         return std::nullopt;
     case WM_DPICHANGED: {
         const RECT& suggested = *reinterpret_cast<const RECT*>(l);
-        const UINT dpi = HIWORD(w);
-        SetWindowPos(window_, nullptr, suggested.left, suggested.top, Pixels(form_.Width, dpi),
-                     Pixels(form_.Height, dpi), SWP_NOZORDER | SWP_NOACTIVATE);
-        ApplyDpi(dpi);
+        monitor_dpi_ = HIWORD(w);
+        Rescale(POINT{suggested.left, suggested.top});
         return 0;
     }
+    case WM_SETTINGCHANGE:
+        if (w == SPI_SETNONCLIENTMETRICS) {
+            laid_out_dpi_ = 0; // fonts and the title bar may be others
+        }
+        Rescale();
+        return std::nullopt;
+    case WM_SYSCOLORCHANGE:
+        EnumChildWindows(window_, PassOn, static_cast<LPARAM>(message));
+        RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+        return std::nullopt;
+    case WM_GETMINMAXINFO: { // of its full height also where the screen is lower
+        POINT& most = reinterpret_cast<MINMAXINFO*>(l)->ptMaxTrackSize;
+        most.x = std::max<LONG>(most.x, Pixels(form_.Width, LayoutDpi()));
+        most.y = std::max<LONG>(most.y, Pixels(kDesignHeight, LayoutDpi()));
+        return 0;
+    }
+    case WM_DISPLAYCHANGE: // a monitor may be gone
+        MoveIn();
+        return std::nullopt;
+    case WM_ENTERSIZEMOVE:
+    case WM_EXITSIZEMOVE:
+        person_moves_it_ = message == WM_ENTERSIZEMOVE;
+        return std::nullopt;
     case WM_CLOSE:
         RunAtOnce([this] { app::RequestClose(form_); });
         return 0;

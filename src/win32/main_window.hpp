@@ -47,8 +47,10 @@ class MainWindow {
     LRESULT OnNotify(NMHDR& header);
     [[nodiscard]] POINT PopupPoint(controls::PopupPlace place) const;
     void HandleMessage(MSG& message);
-    void ApplyDpi(UINT dpi);
-    void PlaceFrom(std::size_t first, UINT dpi) const;
+    void Rescale(const std::optional<POINT>& corner = std::nullopt);
+    void MoveIn();
+    void LayOut();
+    void PlaceFrom(std::size_t first) const;
     void MakeOtherPages();
     void RunEvent(const std::function<void()>& event);
     void RunAtOnce(const std::function<void()>& event);
@@ -58,6 +60,10 @@ class MainWindow {
     controls::Form1& form_;
     app::RecoveryPace pace_;
     HWND window_;
+    UINT monitor_dpi_;
+    UINT laid_out_dpi_ = 0; // that the window has its size and layout for; 0 where it has none
+    bool may_be_outside_ = false; // of the monitors, while it is minimised
+    bool person_moves_it_ = false;
     Layout layout_;
     Pages pages_;
     ControlViews views_;

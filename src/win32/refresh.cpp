@@ -21,6 +21,10 @@ double Milliseconds() {
     return static_cast<double>(now.QuadPart) * 1000 / static_cast<double>(frequency.QuadPart);
 }
 
+bool IsSame(POINT one, POINT other) {
+    return one.x == other.x && one.y == other.y;
+}
+
 } // namespace
 
 Refresher::Refresher(controls::Form1& form, HWND window, Pages& pages, const ControlViews& views,
@@ -82,15 +86,25 @@ void Refresher::Everything(bool with_status, bool with_contents) {
 void Refresher::Place() {
     const bool moved = form_.Left != shown_place_.left || form_.Top != shown_place_.top;
     const bool resized = form_.Width != shown_place_.right || form_.Height != shown_place_.bottom;
-    if (!moved && !resized) {
+    if ((!moved && !resized) || IsIconic(window_) != FALSE) {
         return;
     }
     shown_place_ = {form_.Left, form_.Top, form_.Width, form_.Height};
-    const UINT dpi = GetDpiForWindow(window_);
-    SetWindowPos(window_, nullptr, Pixels(form_.Left, dpi), Pixels(form_.Top, dpi),
-                 Pixels(form_.Width, dpi), Pixels(form_.Height, dpi),
-                 SWP_NOZORDER | SWP_NOACTIVATE | (moved ? 0U : SWP_NOMOVE) |
-                     (resized ? 0U : SWP_NOSIZE));
+    const UINT dpi = LayoutDpi();
+    const SIZE size{Pixels(form_.Width, dpi), Pixels(form_.Height, dpi)};
+    RECT before;
+    GetWindowRect(window_, &before);
+    POINT corner{before.left, before.top};
+    if (moved) {
+        corner = {Pixels(form_.Left, dpi), Pixels(form_.Top, dpi)};
+    } else if (size.cy < before.bottom - before.top && IsSame(corner, grown_at_)) {
+        corner = stood_at_;
+    }
+    const RECT inside = MovedIn({corner.x, corner.y, corner.x + size.cx, corner.y + size.cy});
+    grown_at_ = {inside.left, inside.top};
+    stood_at_ = moved ? grown_at_ : corner;
+    SetWindowPos(window_, nullptr, inside.left, inside.top, size.cx, size.cy,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Refresher::StatusSoon() {

@@ -31,7 +31,8 @@ class Refresher {
     void StatusAndPointer();
     void StatusSoon();
     // The window's place and size, where the program changed them: the person may have moved the
-    // window meanwhile.
+    // window meanwhile. It does not come to reach beyond the work area; a collapsed window that had
+    // to be moved for its full height goes back when it is collapsed again. A minimised one waits.
     void Place();
 
   private:
@@ -46,6 +47,8 @@ class Refresher {
 
     std::string shown_caption_;
     RECT shown_place_{}; // left, top, width, height as last applied, in twips
+    POINT grown_at_{};   // where the window stood with its last size,
+    POINT stood_at_{};   // and before it was moved for that
     controls::MousePointer shown_pointer_ = controls::MousePointer::kDefault;
     ULONGLONG next_status_ = 0; // in milliseconds of the system's tick count
     bool status_waits_ = false; // for the timer

@@ -11,10 +11,33 @@ namespace {
 
 constexpr int kWidestTip = 360; // design pixels
 
-HWND CreateTip(DWORD style) {
-    return CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
-                           WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX | style, 0, 0, 0, 0, nullptr,
-                           nullptr, GetModuleHandleW(nullptr), nullptr);
+constexpr UINT_PTR kInFront = 1; // the subclass
+
+// In front of the window from the moment that the tip shows, until it is hidden.
+LRESULT CALLBACK TipProcedure(HWND tip, UINT message, WPARAM w, LPARAM l, UINT_PTR,
+                              DWORD_PTR window) {
+    const LRESULT result = DefSubclassProc(tip, message, w, l);
+    if (message == WM_WINDOWPOSCHANGED) {
+        const UINT change = reinterpret_cast<const WINDOWPOS*>(l)->flags;
+        if ((change & SWP_SHOWWINDOW) != 0) {
+            const HWND owner = GetAncestor(reinterpret_cast<HWND>(window), GA_ROOT);
+            SetWindowLongPtrW(tip, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
+            SetWindowPos(tip, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        } else if ((change & SWP_HIDEWINDOW) != 0) {
+            SetWindowLongPtrW(tip, GWLP_HWNDPARENT, 0);
+        }
+    } else if (message == WM_NCDESTROY) {
+        RemoveWindowSubclass(tip, TipProcedure, kInFront);
+    }
+    return result;
+}
+
+HWND CreateTip(HWND window, DWORD style) {
+    const HWND tip = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                                     WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX | style, 0, 0, 0, 0,
+                                     nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    KeepInFront(tip, window);
+    return tip;
 }
 
 TTTOOLINFOW Tool(HWND window, UINT flags, std::wstring& text) {
@@ -33,6 +56,11 @@ LPARAM Pointer(TTTOOLINFOW& tool) {
 
 } // namespace
 
+void KeepInFront(HWND tip, HWND window) {
+    SetWindowLongPtrW(tip, GWLP_HWNDPARENT, 0);
+    SetWindowSubclass(tip, TipProcedure, kInFront, reinterpret_cast<DWORD_PTR>(window));
+}
+
 ToolTip::~ToolTip() {
     if (tip_ != nullptr) {
         DestroyWindow(tip_);
@@ -48,10 +76,10 @@ void ToolTip::Show(HWND window, std::string_view text, const std::optional<RECT>
     TTTOOLINFOW tool = Tool(window, TTF_SUBCLASS | (area ? 0U : TTF_IDISHWND), wide);
     tool.rect = area.value_or(RECT{});
     if (tip_ == nullptr) {
-        tip_ = CreateTip(0);
-        SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, Scaled(kWidestTip, GetDpiForWindow(window)));
+        tip_ = CreateTip(window, 0);
         SendMessageW(tip_, TTM_ADDTOOLW, 0, Pointer(tool));
     }
+    SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, Scaled(kWidestTip, LayoutDpi()));
     SendMessageW(tip_, TTM_NEWTOOLRECTW, 0, Pointer(tool));
     SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, Pointer(tool));
     SendMessageW(tip_, TTM_ACTIVATE, text.empty() ? FALSE : TRUE, 0);
@@ -67,19 +95,18 @@ void Balloon::Show(HWND window, std::string_view text, bool is_error, POINT at) 
     std::wstring wide = com::Widen(text);
     window_ = window;
     if (tip_ == nullptr) {
-        tip_ = CreateTip(TTS_BALLOON);
+        tip_ = CreateTip(window_, TTS_BALLOON);
         std::wstring nothing;
         TTTOOLINFOW tool = Tool(window_, TTF_TRACK | TTF_ABSOLUTE, nothing);
         SendMessageW(tip_, TTM_ADDTOOLW, 0, Pointer(tool));
     }
     TTTOOLINFOW tool = Tool(window_, TTF_TRACK | TTF_ABSOLUTE, wide);
-    SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, Scaled(kWidestTip, GetDpiForWindow(window_)));
+    SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, Scaled(kWidestTip, LayoutDpi()));
     SendMessageW(tip_, TTM_SETTITLEW, is_error ? TTI_ERROR : TTI_INFO,
                  reinterpret_cast<LPARAM>(is_error ? L"Nedokončeno" : L"Dorvak"));
     SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, Pointer(tool));
     Move(at);
     SendMessageW(tip_, TTM_TRACKACTIVATE, TRUE, Pointer(tool));
-    SetWindowPos(tip_, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     shown_ = true;
 }
 

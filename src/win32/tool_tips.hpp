@@ -1,5 +1,4 @@
 // The yellow tips: one that comes while the mouse rests on a place, and one that stands by itself.
-// They are topmost and have no owner: Wine does not put a window on top that owns another.
 #pragma once
 
 #include <optional>
@@ -9,6 +8,11 @@
 #include <windows.h>
 
 namespace win32 {
+
+// Keeps a tip before the window that it belongs to, `window` or the one that `window` stands in,
+// also while that is topmost: the tip is topmost too, and owned by it. It is owned only while it
+// shows: Wine does not put a window on top that owns another.
+void KeepInFront(HWND tip, HWND window);
 
 class ToolTip {
   public:

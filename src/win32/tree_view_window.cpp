@@ -18,9 +18,7 @@ TreeViewWindow::TreeViewWindow(HWND window, controls::TreeView& tree, RunEvent r
     // Check boxes asked for at creation do not take states; they must come afterwards.
     SetWindowLongPtrW(Window(), GWL_STYLE, GetWindowLongPtrW(Window(), GWL_STYLE) | TVS_CHECKBOXES);
     SendMessageW(Window(), TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
-    // The tips of cut-off names belong to the main window, and Wine does not put a window on top
-    // that owns another. They are topmost themselves and do not need an owner.
-    SetWindowLongPtrW(TreeView_GetToolTips(Window()), GWLP_HWNDPARENT, 0);
+    KeepInFront(TreeView_GetToolTips(Window()), Window()); // the tips of cut-off names
     SetWindowSubclass(Window(), WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
 
@@ -54,7 +52,14 @@ void TreeViewWindow::Refresh() {
     }
     if (const auto node = tree_.TakeNodeToShow(); node && *node <= items_.size()) {
         TreeView_EnsureVisible(Window(), items_[*node - 1]);
+        ScrollToLeft();
     }
+}
+
+// Showing a node with a long name scrolls the check boxes out of sight.
+void TreeViewWindow::ScrollToLeft() const {
+    SendMessageW(Window(), WM_HSCROLL, SB_LEFT, 0);
+    SendMessageW(Window(), WM_HSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 0), 0); // all that Wine knows
 }
 
 void TreeViewWindow::Rebuild() {

@@ -26,6 +26,7 @@ class TreeViewWindow : public View {
                                             UINT_PTR id, DWORD_PTR self);
     bool OnMessage(UINT message, WPARAM w, LPARAM l);
     void Rebuild();
+    void ScrollToLeft() const;
     void UpdateCheck(HTREEITEM handle);
     void UpdateVisibleChecks();
     void Toggle(HTREEITEM item);

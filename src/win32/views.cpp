@@ -421,7 +421,7 @@ bool StatusBarView::InSight() const {
 
 // Below the icon, so that the text stays readable.
 POINT StatusBarView::BalloonPoint() const {
-    const UINT dpi = GetDpiForWindow(Window());
+    const UINT dpi = LayoutDpi();
     RECT bar;
     GetClientRect(Window(), &bar);
     POINT point{Scaled(kIconEdge / 2 + 4, dpi), bar.bottom - Scaled(3, dpi)};
@@ -438,7 +438,7 @@ void StatusBarView::PlaceBalloon() {
 }
 
 void StatusBarView::ShowIcon() {
-    const UINT dpi = GetDpiForWindow(Window());
+    const UINT dpi = LayoutDpi();
     const controls::ActionState state = status_bar_.State();
     com::Owned<HICON> icon;
     if (state != controls::ActionState::kNone) {
@@ -491,7 +491,7 @@ void StatusBarView::Refresh() {
     if (status_bar_.Explanations() != shown_explanations_ &&
         (explanation.text.empty() || InSight())) {
         shown_explanations_ = status_bar_.Explanations();
-        const UINT dpi = GetDpiForWindow(Window());
+        const UINT dpi = LayoutDpi();
         tip_.Show(Window(), explanation.text, RECT{0, 0, Scaled(kIconEdge + 8, dpi), 100});
         if (explanation.text.empty()) {
             balloon_.Hide();

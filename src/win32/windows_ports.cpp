@@ -35,9 +35,10 @@ BOOL CALLBACK VisitWindow(HWND window, LPARAM callback) {
                : FALSE;
 }
 
+// In the twips that the window is placed and measured in: what the screen's own DPI was when the
+// person signed in may be another.
 int ScreenTwips(int metric) {
-    const UINT dpi = GetDpiForSystem();
-    return Twips(GetSystemMetricsForDpi(metric, dpi), dpi);
+    return Twips(GetSystemMetrics(metric), LayoutDpi());
 }
 
 automation::RunTimeError RegistryRefusal() {

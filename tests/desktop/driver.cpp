@@ -430,6 +430,20 @@ void BringToFront(HWND window) {
     Sleep(Milliseconds(100));
 }
 
+bool StandsBefore(HWND upper, HWND lower) {
+    HWND next = upper;
+    while (next != nullptr && next != lower) {
+        next = GetWindow(next, GW_HWNDNEXT);
+    }
+    return upper != lower && next == lower;
+}
+
+void TellDpi(HWND window, UINT dpi, const RECT& place) {
+    const RemoteMemory memory(window, sizeof place);
+    memory.Write(place);
+    Send(window, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), memory.Address());
+}
+
 void MoveMouse(HWND window, POINT point) {
     MoveMouseTo(OnScreen(window, point), window);
 }
@@ -535,6 +549,13 @@ std::string StatusText(HWND status_bar, int panel) {
     return memory.ReadText(0, length + 1024);
 }
 
+SIZE IdealSize(HWND button) {
+    const RemoteMemory memory(button, sizeof(SIZE));
+    memory.Write(SIZE{});
+    Send(button, BCM_GETIDEALSIZE, 0, memory.Address());
+    return memory.Read<SIZE>();
+}
+
 std::vector<std::string> ListBoxItems(HWND list_box) {
     return Items(list_box, LB_GETCOUNT, LB_GETTEXTLEN, LB_GETTEXT);
 }
@@ -619,21 +640,30 @@ POINT RowCheckPoint(HWND list, int row) {
     });
 }
 
+int ColumnWidth(HWND list, int column) {
+    return static_cast<int>(Send(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column)));
+}
+
 std::vector<TreeItem> TreeItems(HWND tree) {
     std::vector<TreeItem> items;
     AddTreeItems(tree, NextItem(tree, TVGN_ROOT, nullptr), 0, items);
     return items;
 }
 
-POINT TreeCheckPoint(HWND tree, HTREEITEM item) {
-    Send(tree, TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
-    const RemoteMemory memory(tree, std::max(sizeof(RECT), sizeof(TVHITTESTINFO)));
+RECT TreeLabel(HWND tree, HTREEITEM item) {
+    const RemoteMemory memory(tree, sizeof(RECT));
     memory.Write(
         reinterpret_cast<std::uintptr_t>(item)); // the rectangle's first bytes say which item
     if (Send(tree, TVM_GETITEMRECT, TRUE, memory.Address()) == 0) {
         Fail("the tree item is out of sight");
     }
-    const RECT label = memory.Read<RECT>();
+    return memory.Read<RECT>();
+}
+
+POINT TreeCheckPoint(HWND tree, HTREEITEM item) {
+    Send(tree, TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
+    const RECT label = TreeLabel(tree, item);
+    const RemoteMemory memory(tree, sizeof(TVHITTESTINFO));
     return CheckPoint(tree, {label.left, (label.top + label.bottom) / 2}, [&](POINT point) {
         TVHITTESTINFO hit{};
         hit.pt = point;

@@ -67,6 +67,11 @@ RECT Place(HWND window); // on the screen, in pixels
 bool Topmost(HWND window);
 bool Ticked(HWND check_box);
 void BringToFront(HWND window);
+// Whether `upper` stands before `lower` on the screen.
+bool StandsBefore(HWND upper, HWND lower);
+// Tells the window what Windows tells it when the DPI of its monitor changes, and the place that it
+// suggests.
+void TellDpi(HWND window, UINT dpi, const RECT& place);
 
 // Mouse and keyboard ------------------------------------------------------------------------------
 
@@ -90,6 +95,8 @@ void PasteText(HWND edit, const std::string& text);
 // Controls ----------------------------------------------------------------------------------------
 
 std::string StatusText(HWND status_bar, int panel); // panels count from 0
+// What a button or check box needs for its caption.
+SIZE IdealSize(HWND button);
 std::vector<std::string> ListBoxItems(HWND list_box);
 std::vector<std::string> ComboBoxItems(HWND combo_box);
 void ClickTab(HWND tab_control, int tab); // tabs count from 0
@@ -105,6 +112,7 @@ bool RowSelected(HWND list, int row);
 int FocusedRow(HWND list);               // -1 for none
 POINT RowPoint(HWND list, int row);      // in the row's name
 POINT RowCheckPoint(HWND list, int row); // in the row's check box
+int ColumnWidth(HWND list, int column);
 
 // Tree views.
 struct TreeItem {
@@ -117,6 +125,7 @@ struct TreeItem {
 // Every node from the top down, children under their parents.
 std::vector<TreeItem> TreeItems(HWND tree);
 POINT TreeCheckPoint(HWND tree, HTREEITEM item); // scrolls the item into sight
+RECT TreeLabel(HWND tree, HTREEITEM item);       // in client coordinates, of one in sight
 
 // The popup menu that is open on the desktop.
 HWND WaitForPopupMenu();

@@ -115,3 +115,10 @@ TEST_F(Tree, ALineWithAnUnknownParentIsSkippedAndReported) {
     EXPECT_EQ(TreeItems(View())[1].text, "Part");
     dorvak_.WaitForStatus("Preskoceno radku: 1 prvni je radek 2");
 }
+
+TEST_F(Tree, ALongNameLeavesTheCheckBoxesInSight) {
+    const std::string name(80, 'W');
+    BuildTree(dorvak_, "\r\n0\t" + name + "\r\n1\tPart 1\t" + name);
+    const RECT label = TreeLabel(View(), TreeItems(View()).front().item);
+    EXPECT_GT(label.left, 2 * 16) << "beside the check box and the image";
+}
