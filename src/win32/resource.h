@@ -104,6 +104,8 @@
 #define ID_m_Sheet_zpet 2010
 #define ID_m_Sheet_znovu 2011
 #define ID_m_Sheet_vratit_jmena 2012
+#define ID_m_Ulozit_pracovni 2031
+#define ID_m_Otevrit_pracovni 2032
 
 // In the input box
 #define ID_InputBox_Prompt 2101

@@ -64,7 +64,8 @@ class View {
 
 class ButtonView : public View {
   public:
-    ButtonView(HWND window, controls::Button& button, RunEvent run_event);
+    // `access_key` is 0 for none.
+    ButtonView(HWND window, controls::Button& button, char access_key, RunEvent run_event);
     ~ButtonView() override;
 
     void Refresh() override;
@@ -77,6 +78,7 @@ class ButtonView : public View {
                                             UINT_PTR id, DWORD_PTR view);
 
     controls::Button& button_;
+    char access_key_;
     RunEvent run_event_;
     std::uint64_t shown_revision_ = UINT64_MAX;
     bool shown_enabled_ = true;
@@ -87,14 +89,22 @@ class ButtonView : public View {
 class CheckBoxView : public View {
   public:
     CheckBoxView(HWND window, controls::CheckBox& check_box, RunEvent run_event);
+    ~CheckBoxView() override;
 
     void Refresh() override;
+    void Pull() override;
     void OnCommand(UINT code) override;
 
   private:
+    void Changed();
+    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
+                                            UINT_PTR id, DWORD_PTR view);
+
     controls::CheckBox& check_box_;
     RunEvent run_event_;
     std::uint64_t shown_revision_ = UINT64_MAX;
+    bool changed_by_person_ = false;
+    bool refreshing_ = false;
 };
 
 class TextBoxView : public View {
@@ -123,7 +133,7 @@ class TextBoxView : public View {
 
 class ComboBoxView : public View {
   public:
-    ComboBoxView(HWND window, HWND label, controls::ComboBox& combo_box, RunEvent run_event);
+    ComboBoxView(HWND window, controls::ComboBox& combo_box, RunEvent run_event);
     ~ComboBoxView() override;
 
     void Refresh() override;
@@ -134,6 +144,8 @@ class ComboBoxView : public View {
   private:
     // Makes the drop-down list wide enough for its values, within the window's width.
     void FitDropDown() const;
+    // What is marked in the drop-down list is not to be remembered any more.
+    void ForgetMarked();
     static LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM w, LPARAM l, UINT_PTR id,
                                           DWORD_PTR view);
 
@@ -142,6 +154,7 @@ class ComboBoxView : public View {
     RunEvent run_event_;
     std::uint64_t shown_revision_ = UINT64_MAX;
     std::size_t shown_items_ = 0;
+    std::uint64_t shown_removals_ = 0;
     bool changed_by_person_ = false;
     bool refreshing_ = false;
 };
@@ -190,6 +203,8 @@ class StatusBarView : public View {
   private:
     void ShowIcon();
     void ShowProgress();
+    // The whole text as a tip where it does not fit into the panel.
+    void ShowCutText();
     [[nodiscard]] bool InSight() const;
     [[nodiscard]] POINT BalloonPoint() const;
 
