@@ -86,8 +86,9 @@ std::string TipOfStatusText(HWND status_bar) {
 TEST(StatusText, IsATipWhereItIsCut) {
     const HWND form = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 500, 100,
                                       nullptr, nullptr, nullptr, nullptr);
-    const HWND bar = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE, 0, 80, 500,
-                                     20, form, nullptr, nullptr, nullptr);
+    const HWND bar = CreateWindowExW(0, STATUSCLASSNAMEW, L"",
+                                     WS_CHILD | WS_VISIBLE | CCS_NORESIZE | CCS_NOPARENTALIGN, 0,
+                                     80, 500, 20, form, nullptr, nullptr, nullptr);
     {
         controls::StatusBar status;
         win32::StatusBarView view(bar, status);
@@ -177,6 +178,7 @@ TEST_F(Keyboard, OpensTheMenuOfTheSaveButtonAndForgetsAValue) {
     WaitUntil("the pickers enabled", [&] { return IsWindowEnabled(picker) != FALSE; });
     for (const char* value : {"C45", "S235", "S355"}) {
         PressKey('M', {VK_MENU});
+        PressKey('A', {VK_CONTROL}); // the focus may be there already
         TypeText(std::string(value) + "\r");
         WaitForText("the material", value, [&] { return Cell(List(), 0, kMaterial); });
     }
