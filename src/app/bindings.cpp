@@ -104,6 +104,10 @@ void BindActions(Form1& form) {
     Bind(form, form.m_Smazat, partslist::m_Smazat_Click);
     Bind(form, form.m_Zpet, partslist::m_Zpet_Click);
     Bind(form, form.m_Znovu, partslist::m_Znovu_Click);
+    Bind(form, form.Combo1.Forget, partslist::Combo1_Forget);
+    Bind(form, form.Combo2.Forget, partslist::Combo2_Forget);
+    Bind(form, form.Combo3.Forget, partslist::Combo3_Forget);
+    Bind(form, form.Combo4.Forget, partslist::Combo4_Forget);
     Bind(form, form.Combo1.KeyPress, partslist::Combo1_KeyPress, form.Combo1.Label());
     Bind(form, form.Combo2.KeyPress, partslist::Combo2_KeyPress, form.Combo2.Label());
     Bind(form, form.Combo3.KeyPress, partslist::Combo3_KeyPress, form.Combo3.Label());
@@ -114,8 +118,12 @@ void BindActions(Form1& form) {
     Bind(form, form.Command15.Click, partslist::Command15_Click, form.Combo4.Label());
     Bind(form, form.Command17, partslist::Command17_Click);
     Bind(form, form.Command17.MouseDown, partslist::Command17_MouseDown, form.Command17.Caption());
+    BindRepeatable(form, form.Command17.MenuKey, partslist::Command17_MenuKey);
+    Bind(form, form.m_Ulozit_pracovni, partslist::m_Ulozit_pracovni_Click);
     Bind(form, form.Command27, partslist::Command27_Click);
     Bind(form, form.Command27.MouseDown, partslist::Command27_MouseDown, form.Command27.Caption());
+    BindRepeatable(form, form.Command27.MenuKey, partslist::Command27_MenuKey);
+    Bind(form, form.m_Otevrit_pracovni, partslist::m_Otevrit_pracovni_Click);
 
     Bind(form, form.Command19, shell::Command19_Click);
     // A second table may be wanted while the first one is being made.
@@ -148,6 +156,7 @@ void BindActions(Form1& form) {
     Bind(form, form.Command28.Click, sheets::Command28_Click, kRenaming);
     Bind(form, form.Command35, sheets::Command35_Click);
     Bind(form, form.Command20, sheets::Command20_Click);
+    Bind(form, form.Text6.KeyPress, sheets::Text6_KeyPress, form.Command20.Caption());
     Bind(form, form.Command22, sheets::Command22_Click);
     Bind(form, form.Command23, sheets::Command23_Click);
     Bind(form, form.Command24, sheets::Command24_Click);
@@ -156,6 +165,7 @@ void BindActions(Form1& form) {
     Bind(form, form.Command29, sheets::Command29_Click);
     Bind(form, form.Command33, sheets::Command33_Click);
     Bind(form, form.Command32, sheets::Command32_Click);
+    Bind(form, form.Text7.KeyPress, sheets::Text7_KeyPress, form.Command32.Caption());
     Bind(form, form.Command31, sheets::Command31_Click);
 }
 

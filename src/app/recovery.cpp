@@ -224,7 +224,7 @@ bool DealWithLeftover(Form1& form, const std::string& path) {
 std::uint64_t Version(Form1& form) {
     std::uint64_t version = form.parts_history.Changes() + form.working_saves;
     for (const ComboBox* picker : Pickers(form)) {
-        version += picker->Items().size();
+        version += picker->Items().size() + 2 * picker->Removals();
     }
     return version;
 }

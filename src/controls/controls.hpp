@@ -62,6 +62,7 @@ class Button : public Control {
 
     Event<> Click;
     Event<int, int, int, int> MouseDown; // button, shift state, x, y
+    Event<> MenuKey;                     // the popup menu asked for by keyboard
 
   private:
     std::string caption_;
@@ -148,16 +149,26 @@ class ComboBox : public Control {
         items_.push_back(std::move(item));
         Changed();
     }
+    // Items count from 0.
+    void RemoveItem(std::size_t item) {
+        items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(item));
+        ++removals_;
+        Changed();
+    }
+    // How often one was removed: while it stays the same, items have only been added at the end.
+    [[nodiscard]] std::uint64_t Removals() const { return removals_; }
 
     void UserChange(std::string text) { text_ = std::move(text); }
 
-    Event<int> KeyPress; // the key's character code, kEnterKey for Enter
+    Event<int> KeyPress;       // the key's character code, kEnterKey for Enter
+    Event<std::size_t> Forget; // an item that is not to be remembered any more
 
   private:
     std::string label_;
     std::string tag_;
     std::string text_;
     std::vector<std::string> items_;
+    std::uint64_t removals_ = 0;
     bool enabled_ = false;
 };
 

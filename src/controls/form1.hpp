@@ -12,7 +12,8 @@ namespace controls {
 
 enum class MousePointer { kDefault, kHourglass };
 
-// Where a popup menu opens: at the mouse, or, when the keyboard asked for it, at the current row.
+// Where a popup menu opens: at the mouse, or, when the keyboard asked for it, at the current row of
+// the list that has the focus, or at the control that has it.
 enum class PopupPlace { kPointer, kCurrentRow };
 
 // The factory default of the table configuration, each line ended by CR LF.
@@ -201,6 +202,12 @@ struct Form1 {
     PopupMenu m_Tabulka{"Tabulka",
                         {&m_poslat_jako_tabulku, &m_vlozit_do_tabulky, &m_od2, &m_Poslat_jako_text,
                          &m_od1, &m_Pridat, &m_Smazat, &m_od3, &m_Zpet, &m_Znovu}};
+
+    // Popup menus of the buttons that save and open lists, for the keyboard
+    MenuItem m_Ulozit_pracovni{"Uložit do pracovního souboru", {}};
+    PopupMenu m_Ulozeni{"Uložení", {&m_Ulozit_pracovni}};
+    MenuItem m_Otevrit_pracovni{"Otevřít pracovní soubor", {}};
+    PopupMenu m_Otevreni{"Otevření", {&m_Otevrit_pracovni}};
 
     // Popup menu of the sheet list
     MenuItem m_Sheet_pridej{"Pridat", {}};

@@ -84,21 +84,6 @@ void ListView::Remove(std::size_t row) {
     ContentChanged();
 }
 
-void ListView::Move(std::size_t row, std::size_t to) {
-    const auto from = rows_.begin() + static_cast<std::ptrdiff_t>(Index(row));
-    const auto target = rows_.begin() + static_cast<std::ptrdiff_t>(Index(to));
-    const std::uint64_t current_id = current_ ? Row(*current_).id : 0;
-    if (from < target) {
-        std::rotate(from, from + 1, target + 1);
-    } else {
-        std::rotate(target, from, from + 1);
-    }
-    if (current_) {
-        current_ = RowWithId(current_id);
-    }
-    ContentChanged();
-}
-
 void ListView::Clear() {
     rows_.clear();
     current_.reset();

@@ -38,8 +38,6 @@ class ListView : public Control {
     // Appends a row (or sorts it in, while the list is sorted) and returns its number.
     std::size_t Add(std::string text);
     void Remove(std::size_t row);
-    // Takes the row out and puts it where row `to` stands, which makes room.
-    void Move(std::size_t row, std::size_t to);
     // Removes all rows, and the tip, which spoke of one of them. The rows to come are another list:
     // it is not sorted.
     void Clear();

@@ -55,6 +55,18 @@ void ShowInPicker(controls::ComboBox& picker, controls::Button& apply, const std
     apply.SetEnabled(true);
 }
 
+// Puts row `moved` where row `target` stands; `target_index` says from which side it comes. The
+// list is left sorted, and numbered already: it may be saved at the yield that follows a drag.
+void DropOn(ListView& list, std::size_t moved, std::size_t target, std::size_t target_index) {
+    PadPositions(list);
+    shell::MoveRow(list, kPosition, moved, target, target_index);
+    NumberRows(list);
+}
+
+void OpenMenu(Form1& form, controls::PopupPlace place) {
+    shell::OpenListMenu(form, form.ListView1, form.m_Tabulka, form.m_Smazat, place);
+}
+
 void Drop(Form1& form, int x, int y) {
     ListView& list = form.ListView1;
     const auto pressed = shell::DraggedRow(form, list, form.parts_drag);
@@ -69,10 +81,8 @@ void Drop(Form1& form, int x, int y) {
     if (target_name.empty() || target_name == list.Row(*pressed).text) {
         return;
     }
-    const std::size_t moved = shell::MovedRow(list, form.parts_drag);
-    PadPositions(list);
-    shell::MoveRow(list, kPosition, moved, *target, list.RowWithText(target_name).value_or(0));
-    NumberRows(list); // before the yield: the list may be saved there
+    DropOn(list, shell::MovedRow(list, form.parts_drag), *target,
+           list.RowWithText(target_name).value_or(0));
     if (shell::YieldWhileSorted(form, list)) {
         NumberRows(list);
     }
@@ -99,7 +109,7 @@ void ListView1_ItemCheck(Form1& form, std::size_t row) {
 
 void ListView1_MouseDown(Form1& form, int button, int /*shift*/, int x, int y) {
     if (button == controls::kRightButton) {
-        form.show_popup(form.m_Tabulka, controls::PopupPlace::kPointer);
+        OpenMenu(form, controls::PopupPlace::kPointer);
         return;
     }
     shell::PressRow(form.ListView1, form.parts_drag, x, y);
@@ -113,14 +123,15 @@ void ListView1_MouseUp(Form1& form, int button, int /*shift*/, int x, int y) {
 }
 
 void ListView1_MenuKey(Form1& form) {
-    form.show_popup(form.m_Tabulka, controls::PopupPlace::kCurrentRow);
+    OpenMenu(form, controls::PopupPlace::kCurrentRow);
 }
 
 void ListView1_MoveKey(Form1& form, int rows) {
-    if (const auto moved = shell::NeighbourOfCurrentRow(form.ListView1, rows)) {
-        form.ListView1.Move(*form.ListView1.CurrentRow(), *moved);
-        form.ListView1.EnsureVisible(*moved);
-        NumberRows(form.ListView1);
+    ListView& list = form.ListView1;
+    if (const auto neighbour = shell::NeighbourOfCurrentRow(list, rows)) {
+        DropOn(list, *list.CurrentRow(), *neighbour, *neighbour);
+        list.SetUnsorted();
+        list.EnsureVisible(*list.CurrentRow());
     }
 }
 

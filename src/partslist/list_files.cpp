@@ -169,6 +169,15 @@ void Command17_MouseDown(Form1& form, int button, int /*shift*/, int /*x*/, int 
     TrapSaving(form, [&form] { SaveToWorkingFile(form); });
 }
 
+void Command17_MenuKey(Form1& form) {
+    form.m_Ulozit_pracovni.enabled = form.ListView1.Count() > 0;
+    form.show_popup(form.m_Ulozeni, controls::PopupPlace::kCurrentRow);
+}
+
+void m_Ulozit_pracovni_Click(Form1& form) {
+    Command17_MouseDown(form, controls::kRightButton, 0, 0, 0);
+}
+
 bool SaveBeforeClosing(Form1& form) {
     // A right click on the save button keeps the working list.
     const auto save = [&form] {
@@ -205,6 +214,14 @@ void Command27_MouseDown(Form1& form, int button, int /*shift*/, int /*x*/, int 
         return;
     }
     TrapLoading(form, [&form] { LoadWorkingFile(form); });
+}
+
+void Command27_MenuKey(Form1& form) {
+    form.show_popup(form.m_Otevreni, controls::PopupPlace::kCurrentRow);
+}
+
+void m_Otevrit_pracovni_Click(Form1& form) {
+    Command27_MouseDown(form, controls::kRightButton, 0, 0, 0);
 }
 
 } // namespace partslist

@@ -13,11 +13,16 @@
 //   m_Zpet_Click, m_Znovu_Click  "Zpět", "Znovu"
 //   ListView1_Rename     a name typed into a row
 //   Combo1_KeyPress to Combo4_KeyPress  a key in a picker: Enter applies its text
+//   Combo1_Forget to Combo4_Forget  a value of a picker is not to be remembered any more
 //   Command12_Click to Command15_Click  the picture buttons beside the pickers, likewise
 //   Command17_Click      "Uložení  tabulky": the list into a chosen file
 //   Command17_MouseDown  the right button on it: the list into the working file
+//   Command17_MenuKey    the popup menu on it by keyboard
+//   m_Ulozit_pracovni_Click  its entry: what the right button does
 //   Command27_Click      "Otevreni tabulky": the list from a chosen file
 //   Command27_MouseDown  the right button on it: the list from the working file
+//   Command27_MenuKey    the popup menu on it by keyboard
+//   m_Otevrit_pracovni_Click  its entry: what the right button does
 #pragma once
 
 #include "controls/form1.hpp"
@@ -44,6 +49,10 @@ void Combo1_KeyPress(Form1& form, int key);
 void Combo2_KeyPress(Form1& form, int key);
 void Combo3_KeyPress(Form1& form, int key);
 void Combo4_KeyPress(Form1& form, int key);
+void Combo1_Forget(Form1& form, std::size_t item);
+void Combo2_Forget(Form1& form, std::size_t item);
+void Combo3_Forget(Form1& form, std::size_t item);
+void Combo4_Forget(Form1& form, std::size_t item);
 void Command12_Click(Form1& form);
 void Command13_Click(Form1& form);
 void Command14_Click(Form1& form);
@@ -56,10 +65,14 @@ void Ulozit_List(Form1& form, const controls::ComboBox& list);
 
 void Command17_Click(Form1& form);
 void Command17_MouseDown(Form1& form, int button, int shift, int x, int y);
+void Command17_MenuKey(Form1& form);
+void m_Ulozit_pracovni_Click(Form1& form);
 // Saves the working list as the program closes, and asks what to do where that fails, unless
 // Windows ends the session. Whether nothing is left to be saved, also where the person wants it so.
 bool SaveBeforeClosing(Form1& form);
 void Command27_Click(Form1& form);
 void Command27_MouseDown(Form1& form, int button, int shift, int x, int y);
+void Command27_MenuKey(Form1& form);
+void m_Otevrit_pracovni_Click(Form1& form);
 
 } // namespace partslist

@@ -12,6 +12,10 @@ namespace {
 
 using controls::ComboBox;
 
+std::string ValueFileName(const ComboBox& picker) {
+    return picker.Tag() + ".txt";
+}
+
 // Gives the picker's text to the field of every selected row, and remembers it.
 void Apply(Form1& form, ComboBox& picker, controls::PartField field) {
     controls::ListView& list = form.ListView1;
@@ -32,8 +36,20 @@ void ApplyOnEnter(Form1& form, ComboBox& picker, controls::PartField field, int 
     }
 }
 
-std::string ValueFileName(const ComboBox& picker) {
-    return picker.Tag() + ".txt";
+// The closing keeps the file of a picker without values as it is, so the last one goes out of it at
+// once.
+void ForgetItem(Form1& form, ComboBox& picker, std::size_t item) {
+    if (item >= picker.Items().size()) {
+        return;
+    }
+    picker.RemoveItem(item);
+    const std::string path = DataFile(form, ValueFileName(picker));
+    if (picker.Items().empty() && form.ports.files.Exists(path)) {
+        TrapSaving(form, [&] {
+            KeepUnreadFile(form, ValueFileName(picker));
+            form.ports.files.Write(path, "");
+        });
+    }
 }
 
 bool IsBlank(std::string_view value) {
@@ -53,6 +69,19 @@ void Combo3_KeyPress(Form1& form, int key) {
 }
 void Combo4_KeyPress(Form1& form, int key) {
     ApplyOnEnter(form, form.Combo4, kQuantity, key);
+}
+
+void Combo1_Forget(Form1& form, std::size_t item) {
+    ForgetItem(form, form.Combo1, item);
+}
+void Combo2_Forget(Form1& form, std::size_t item) {
+    ForgetItem(form, form.Combo2, item);
+}
+void Combo3_Forget(Form1& form, std::size_t item) {
+    ForgetItem(form, form.Combo3, item);
+}
+void Combo4_Forget(Form1& form, std::size_t item) {
+    ForgetItem(form, form.Combo4, item);
 }
 
 void Command12_Click(Form1& form) {

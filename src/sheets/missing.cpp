@@ -45,6 +45,12 @@ void Command32_Click(Form1& form) {
     }
 }
 
+void Text7_KeyPress(Form1& form, int key) {
+    if (key == controls::kEnterKey) {
+        Command32_Click(form);
+    }
+}
+
 void Command31_Click(Form1& form) {
     shell::TrapToStatus(form, [&form] {
         if (const auto drawing = DrawingOf(form, shell::CatiaApplication(form).ActiveDocument())) {

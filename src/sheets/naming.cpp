@@ -112,6 +112,12 @@ void Command20_Click(Form1& form) {
     shell::stat(form, "Ocislovano: " + text::PlainDecimal(number - 1));
 }
 
+void Text6_KeyPress(Form1& form, int key) {
+    if (key == controls::kEnterKey) {
+        Command20_Click(form);
+    }
+}
+
 void Command22_Click(Form1& form) {
     ListView& list = form.ListView3;
     if (list.Count() == 0) {

@@ -66,6 +66,10 @@ void WriteSortKeys(ListView& list) {
     }
 }
 
+void OpenMenu(Form1& form, controls::PopupPlace place) {
+    shell::OpenListMenu(form, form.ListView3, form.m_sheets, form.m_Sheet_smaz, place);
+}
+
 void Press(Form1& form, int x, int y) {
     ListView& list = form.ListView3;
     if (list.Count() == 0) {
@@ -131,7 +135,7 @@ void ListView3_ItemCheck(Form1& form, std::size_t row) {
 
 void ListView3_MouseDown(Form1& form, int button, int /*shift*/, int x, int y) {
     if (button == controls::kRightButton) {
-        form.show_popup(form.m_sheets, controls::PopupPlace::kPointer);
+        OpenMenu(form, controls::PopupPlace::kPointer);
         return;
     }
     shell::TrapToStatus(form, [&] { Press(form, x, y); });
@@ -145,15 +149,17 @@ void ListView3_MouseUp(Form1& form, int button, int /*shift*/, int x, int y) {
 }
 
 void ListView3_MenuKey(Form1& form) {
-    form.show_popup(form.m_sheets, controls::PopupPlace::kCurrentRow);
+    OpenMenu(form, controls::PopupPlace::kCurrentRow);
 }
 
 void ListView3_MoveKey(Form1& form, int rows) {
     ListView& list = form.ListView3;
-    const auto moved = shell::NeighbourOfCurrentRow(list, rows);
-    if (moved && list.Row(*moved).tag.empty() && list.Row(*list.CurrentRow()).tag.empty()) {
-        list.Move(*list.CurrentRow(), *moved);
-        list.EnsureVisible(*moved);
+    const auto neighbour = shell::NeighbourOfCurrentRow(list, rows);
+    if (neighbour && list.Row(*neighbour).tag.empty() && list.Row(*list.CurrentRow()).tag.empty()) {
+        WriteSortKeys(list);
+        shell::MoveRow(list, controls::kSortKey, *list.CurrentRow(), *neighbour, *neighbour);
+        list.SetUnsorted();
+        list.EnsureVisible(*list.CurrentRow());
     }
 }
 

@@ -17,6 +17,7 @@
 //   Command28_Click      the picture button beside it, likewise
 //   Command35_Click      "Sheet generovat"
 //   Command20_Click      "Udělej" in "Číslovat Sheet od"
+//   Text6_KeyPress       Enter in its field, likewise
 //   Command22_Click      "Udělej" in "Jména z tabulky"
 //   Command23_Click      "Přejmenuj Sheet v Catii"
 //   Command24_Click      "Sheet cislovani"
@@ -25,6 +26,7 @@
 //   Command29_Click      "Sheet prehazovani"
 //   Command33_Click      "Schazi"
 //   Command32_Click      "Udělej" in "Pridat Sheety"
+//   Text7_KeyPress       Enter in its field, likewise
 //   Command31_Click      "Sheet Vytvorit"
 //
 // What fails in CATIA is shown on the status line; what was already done stays done.
@@ -53,6 +55,7 @@ void Command28_Click(Form1& form);
 void Command35_Click(Form1& form);
 
 void Command20_Click(Form1& form);
+void Text6_KeyPress(Form1& form, int key);
 void Command22_Click(Form1& form);
 void Command23_Click(Form1& form);
 void Command24_Click(Form1& form);
@@ -63,6 +66,7 @@ void Command29_Click(Form1& form);
 
 void Command33_Click(Form1& form);
 void Command32_Click(Form1& form);
+void Text7_KeyPress(Form1& form, int key);
 void Command31_Click(Form1& form);
 
 } // namespace sheets

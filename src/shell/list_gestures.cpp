@@ -72,6 +72,12 @@ void MoveRow(ListView& list, std::size_t key, std::size_t moved, std::size_t tar
     list.SetSorted(key);
 }
 
+void OpenListMenu(controls::Form1& form, const ListView& list, controls::PopupMenu& menu,
+                  controls::MenuItem& remove, controls::PopupPlace place) {
+    remove.enabled = list.CurrentRow().has_value();
+    form.show_popup(menu, place);
+}
+
 bool YieldWhileSorted(controls::Form1& form, ListView& list) {
     const struct SortedWhile {
         ListView& list;

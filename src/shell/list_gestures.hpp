@@ -33,6 +33,10 @@ std::optional<std::size_t> NeighbourOfCurrentRow(const controls::ListView& list,
 void MoveRow(controls::ListView& list, std::size_t key, std::size_t moved, std::size_t target,
              std::size_t target_index);
 
+// Shows a list's popup menu, whose `remove` is offered where there is a row to be removed.
+void OpenListMenu(controls::Form1& form, const controls::ListView& list, controls::PopupMenu& menu,
+                  controls::MenuItem& remove, controls::PopupPlace place);
+
 // Yields once while the list is sorted, and ends the sorting. Whether it is still the list that was
 // sorted, and not one that was filled anew meanwhile. Raises 18 where the window was closed.
 bool YieldWhileSorted(controls::Form1& form, controls::ListView& list);

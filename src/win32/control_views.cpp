@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "shell/list_gestures.hpp"
+#include "win32/access_keys.hpp"
 #include "win32/control_table.hpp"
 #include "win32/list_view_window.hpp"
 #include "win32/tree_view_window.hpp"
@@ -55,17 +56,19 @@ struct MakeView {
     [[nodiscard]] HWND Window() const { return pages.Control(row.id); }
 
     std::unique_ptr<View> operator()(controls::Button controls::Form1::*button) const {
-        return std::make_unique<ButtonView>(Window(), form.*button, run_event);
+        return std::make_unique<ButtonView>(Window(), form.*button, row.help.access_key, run_event);
     }
     std::unique_ptr<View> operator()(controls::CheckBox controls::Form1::*check_box) const {
+        ShowText(Window(), WithAccessKey((form.*check_box).Caption(), row.help.access_key));
         return std::make_unique<CheckBoxView>(Window(), form.*check_box, run_event);
     }
     std::unique_ptr<View> operator()(controls::TextBox controls::Form1::*text_box) const {
         return std::make_unique<TextBoxView>(Window(), form.*text_box, run_event);
     }
     std::unique_ptr<View> operator()(controls::ComboBox controls::Form1::*combo_box) const {
-        return std::make_unique<ComboBoxView>(Window(), pages.Control(row.label_id),
-                                              form.*combo_box, run_event);
+        ShowText(pages.Control(row.help.label_id),
+                 WithAccessKey((form.*combo_box).Label(), row.help.access_key));
+        return std::make_unique<ComboBoxView>(Window(), form.*combo_box, run_event);
     }
     std::unique_ptr<View> operator()(controls::ListBox controls::Form1::*list_box) const {
         return std::make_unique<ListBoxView>(Window(), form.*list_box);
@@ -86,7 +89,8 @@ struct MakeView {
         return std::make_unique<StatusBarView>(Window(), form.*status_bar, run_event);
     }
     std::unique_ptr<View> operator()(controls::Frame controls::Form1::*frame) const {
-        ShowText(Window(), (form.*frame).caption); // and never changes
+        // It never changes.
+        ShowText(Window(), WithAccessKey((form.*frame).caption, row.help.access_key));
         return nullptr;
     }
     std::unique_ptr<View> operator()(controls::MenuItem controls::Form1::* /*item*/) const {
@@ -117,6 +121,26 @@ void ControlViews::MakeOthers() {
     }
 }
 
+void ControlViews::Explain() {
+    const AccessibleNames names;
+    for (const ControlRow& row : kControlTable) {
+        const HWND window = pages_.Control(row.id);
+        const std::string_view tip = row.help.tip;
+        if (window == nullptr) {
+            continue; // an entry of a menu
+        }
+        names.SetName(window, row.help.name);
+        names.SetHelp(window, tip);
+        const auto* button = std::get_if<controls::Button controls::Form1::*>(&row.member);
+        if (button != nullptr && (form_.**button).Caption().empty()) {
+            ShowText(window, row.help.name); // a picture is drawn in its place
+        }
+        if (!tip.empty()) {
+            tips_.Add(window, tip);
+        }
+    }
+}
+
 View* ControlViews::Of(HWND window) const {
     const auto found = std::ranges::find(views_, window, &View::Window);
     return found == views_.end() ? nullptr : found->get();
@@ -126,6 +150,7 @@ void ControlViews::SetDpi(UINT dpi, std::size_t first) const {
     for (std::size_t view = first; view < views_.size(); ++view) {
         views_[view]->SetDpi(dpi);
     }
+    tips_.Place();
 }
 
 } // namespace win32

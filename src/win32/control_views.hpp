@@ -5,7 +5,9 @@
 #include <vector>
 
 #include "controls/form1.hpp"
+#include "win32/accessible_names.hpp"
 #include "win32/pages.hpp"
+#include "win32/tool_tips.hpp"
 #include "win32/views.hpp"
 
 namespace win32 {
@@ -16,6 +18,8 @@ class ControlViews {
     ControlViews(controls::Form1& form, const Pages& pages, RunEvent run_event);
     // Makes the views of the controls on pages that have been created meanwhile.
     void MakeOthers();
+    // Gives the controls their tips and the names that are read aloud; once, when all are there.
+    void Explain();
 
     [[nodiscard]] const std::vector<std::unique_ptr<View>>& All() const { return views_; }
     [[nodiscard]] StatusBarView& StatusBar() const { return *status_bar_; }
@@ -31,6 +35,7 @@ class ControlViews {
     RunEvent run_event_;
     std::vector<std::unique_ptr<View>> views_;
     StatusBarView* status_bar_ = nullptr;
+    ControlTips tips_;
 };
 
 } // namespace win32

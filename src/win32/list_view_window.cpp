@@ -18,6 +18,22 @@ int ToItem(std::size_t row) {
 
 WNDPROC own_header_procedure = nullptr; // of the headers' class
 
+bool IsHighContrast() {
+    HIGHCONTRASTW contrast{};
+    contrast.cbSize = sizeof contrast;
+    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != FALSE &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
+// Two parts of a colour on five of another.
+COLORREF Mixed(COLORREF colour, COLORREF ground) {
+    const auto part = [&](int shift) {
+        const auto of = [shift](COLORREF from) { return from >> shift & 0xFFU; };
+        return (2 * of(colour) + 5 * of(ground)) / 7 << shift;
+    };
+    return part(0) | part(8) | part(16);
+}
+
 POINT PointOf(LPARAM l) {
     return {GET_X_LPARAM(l), GET_Y_LPARAM(l)};
 }
@@ -266,7 +282,7 @@ LRESULT ListViewWindow::OnNotify(NMHDR& header) {
         return TRUE;
     }
     case NM_CUSTOMDRAW:
-        return OnCustomDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
+        return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
     default:
         return 0;
     }
@@ -371,6 +387,11 @@ LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         break;
     case WM_KEYDOWN:
         return OnKeyDown(w) ? 0 : OnKey(message, w, l);
+    case LVM_SETITEMSTATE:
+        if (OnSetState(w, *reinterpret_cast<const LVITEMW*>(l))) {
+            return TRUE;
+        }
+        break;
     case WM_SYSKEYDOWN:
         if (w == VK_UP || w == VK_DOWN) {
             run_event_([this, w] { list_.UserMoveKey(w == VK_DOWN ? 1 : -1); });
@@ -548,6 +569,20 @@ void ListViewWindow::Toggle(std::size_t row) {
     });
 }
 
+// Programs that work the window for the person set a check box as an item's state, which a virtual
+// list has none of.
+bool ListViewWindow::OnSetState(WPARAM item, const LVITEMW& change) {
+    const auto row = static_cast<std::size_t>(item) + 1;
+    if (!look_.check_boxes || change.stateMask != LVIS_STATEIMAGEMASK || row < 1 ||
+        row > list_.Count()) {
+        return false;
+    }
+    if ((change.state & LVIS_STATEIMAGEMASK) != CheckState(list_.Row(row).checked)) {
+        Toggle(row);
+    }
+    return true;
+}
+
 void ListViewWindow::DragOver(POINT at) {
     RECT client;
     GetClientRect(Window(), &client);
@@ -592,12 +627,30 @@ void ListViewWindow::ShowDropMark(std::optional<std::size_t> row) {
     drop_row_ = row;
 }
 
-LRESULT ListViewWindow::OnCustomDraw(const NMLVCUSTOMDRAW& draw) const {
+// Windows shows a list's selected rows in the colour of its frame while the focus is elsewhere.
+// They decide what the fields beside the list write, so they get a clear tint.
+void ListViewWindow::TintSelectedRow(NMLVCUSTOMDRAW& draw) const {
+    if (!is_tinted_ || !HasItemState(static_cast<int>(draw.nmcd.dwItemSpec), LVIS_SELECTED)) {
+        return;
+    }
+    draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
+    if (IsHighContrast()) {
+        draw.clrText = GetSysColor(COLOR_HIGHLIGHTTEXT);
+        draw.clrTextBk = GetSysColor(COLOR_HIGHLIGHT);
+    } else {
+        draw.clrText = GetSysColor(COLOR_WINDOWTEXT);
+        draw.clrTextBk = Mixed(GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_WINDOW));
+    }
+}
+
+LRESULT ListViewWindow::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
     switch (draw.nmcd.dwDrawStage) {
     case CDDS_PREPAINT:
-        return drop_row_ ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
+        is_tinted_ = GetFocus() != Window() && selected_count_ > 0;
+        return drop_row_ || is_tinted_ ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
     case CDDS_ITEMPREPAINT:
-        return CDRF_NOTIFYPOSTPAINT;
+        TintSelectedRow(draw);
+        return drop_row_ ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
     case CDDS_ITEMPOSTPAINT: {
         // A line at the edge where the dragged row would land: above a row before it, below a row
         // after it.

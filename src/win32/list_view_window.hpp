@@ -57,7 +57,9 @@ class ListViewWindow : public View {
     void RaiseMouseUp(int button, POINT at);
     void DragOver(POINT at);
     void ShowDropMark(std::optional<std::size_t> row);
-    LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& draw) const;
+    LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
+    void TintSelectedRow(NMLVCUSTOMDRAW& draw) const;
+    bool OnSetState(WPARAM item, const LVITEMW& change);
     void OnGetDisplayInfo(LVITEMW& item);
     [[nodiscard]] LRESULT FindByPrefix(const NMLVFINDITEMW& find) const;
     [[nodiscard]] std::optional<std::size_t> RowAt(POINT at, UINT* flags = nullptr) const;
@@ -98,6 +100,8 @@ class ListViewWindow : public View {
 
     std::uint64_t edited_row_ = 0; // by its id
     bool ending_edit_ = false;
+
+    bool is_tinted_ = false; // while it paints: selected rows, since the focus is elsewhere
 
     bool left_down_ = false;
     bool on_check_box_ = false;

@@ -22,8 +22,6 @@ constexpr UINT kDestroyMessage = WM_APP + 1;
 constexpr UINT kOtherPagesMessage = WM_APP + 2;
 constexpr UINT_PTR kRecoveryTimer = 1;
 
-constexpr std::size_t kSheetsTab = 4;
-
 // How long a yield handles messages when they keep coming.
 constexpr ULONGLONG kLongestYield = 200; // milliseconds
 
@@ -58,6 +56,29 @@ bool IsField(HWND window) {
     std::array<wchar_t, 16> name{};
     GetClassNameW(window, name.data(), static_cast<int>(name.size()));
     return lstrcmpiW(name.data(), WC_EDITW) == 0;
+}
+
+// Whether the key has been held since the message before.
+bool IsRepeated(const MSG& message) {
+    return (HIWORD(message.lParam) & KF_REPEAT) != 0;
+}
+
+// Whether a dialog would press a button for this key, and ours does not: for a key that is held,
+// once more, and for a letter without Alt.
+bool IsNoPress(const MSG& message) {
+    const auto wants = [&message](LRESULT what) {
+        return (SendMessageW(message.hwnd, WM_GETDLGCODE, 0, 0) & what) != 0;
+    };
+    switch (message.message) {
+    case WM_SYSCHAR:
+        return IsRepeated(message);
+    case WM_CHAR:
+        return !wants(DLGC_WANTCHARS | DLGC_WANTALLKEYS);
+    case WM_KEYDOWN:
+        return message.wParam == VK_RETURN && IsRepeated(message) && !wants(DLGC_WANTALLKEYS);
+    default:
+        return false;
+    }
 }
 
 int DesignWidth(HWND window, UINT monitor_dpi) { // in twips
@@ -145,6 +166,7 @@ void MainWindow::MakeOtherPages() {
         views_.SetDpi(laid_out_dpi_, made);
     }
     refresher_.Complete();
+    views_.Explain();
 }
 
 // Brings the window to the size and the layout of the monitor that it stands on and of the person's
@@ -232,17 +254,36 @@ int MainWindow::Run() {
     return static_cast<int>(message.wParam);
 }
 
-// Ctrl+Z and Ctrl+Y. In a field they are the field's own.
-bool MainWindow::TakeUndoKey(const MSG& message) {
-    if (message.message != WM_KEYDOWN || (message.wParam != 'Z' && message.wParam != 'Y') ||
-        GetKeyState(VK_CONTROL) >= 0 || GetKeyState(VK_MENU) < 0 || IsField(message.hwnd)) {
+app::Focus MainWindow::FocusOf(HWND window) const {
+    return window == pages_.Control(ID_ListView1)   ? app::Focus::kPartsList
+           : window == pages_.Control(ID_ListView3) ? app::Focus::kSheetList
+           : IsField(window)                        ? app::Focus::kField
+                                                    : app::Focus::kElsewhere;
+}
+
+// Only while nothing modal is open: boxes, menus and dialogs take their keys themselves.
+bool MainWindow::TakeKey(const MSG& message) {
+    if (IsNoPress(message)) {
+        return true;
+    }
+    if (message.message != WM_KEYDOWN) {
         return false;
     }
-    const bool sheets = form_.SSTab1.Tab() == kSheetsTab;
-    const controls::MenuItem& undo = sheets ? form_.m_Sheet_zpet : form_.m_Zpet;
-    const controls::MenuItem& redo = sheets ? form_.m_Sheet_znovu : form_.m_Znovu;
-    const controls::MenuItem& item = message.wParam == 'Z' ? undo : redo;
-    RunEvent([&item] { controls::Raise(item.Click); });
+    const auto pressed = [](int key) { return GetKeyState(key) < 0; };
+    const app::Key key{.code = static_cast<int>(message.wParam),
+                       .control = pressed(VK_CONTROL),
+                       .shift = pressed(VK_SHIFT),
+                       .alt = pressed(VK_MENU),
+                       .repeated = IsRepeated(message)};
+    const auto action = app::ActionOfKey(form_, key, FocusOf(message.hwnd));
+    if (!action) {
+        return false;
+    }
+    const std::size_t page = form_.SSTab1.Tab();
+    RunEvent(action);
+    if (window_ != nullptr && form_.SSTab1.Tab() != page) {
+        pages_.FocusShown();
+    }
     return true;
 }
 
@@ -262,7 +303,7 @@ void MainWindow::HandleMessage(MSG& message) {
     if (is_press && window_ != nullptr) {
         views_.StatusBar().HideBalloon();
     }
-    if (window_ != nullptr && (between_yields_.TakeStopKey(message) || TakeUndoKey(message))) {
+    if (window_ != nullptr && (between_yields_.TakeStopKey(message) || TakeKey(message))) {
         return;
     }
     if (window_ == nullptr || IsDialogMessageW(window_, &message) == FALSE) {

@@ -4,6 +4,7 @@
 
 #include <optional>
 
+#include "app/keys.hpp"
 #include "app/recovery.hpp"
 #include "com/owned.hpp"
 #include "controls/form1.hpp"
@@ -54,7 +55,8 @@ class MainWindow {
     void MakeOtherPages();
     void RunEvent(const std::function<void()>& event);
     void RunAtOnce(const std::function<void()>& event);
-    bool TakeUndoKey(const MSG& message);
+    bool TakeKey(const MSG& message);
+    [[nodiscard]] app::Focus FocusOf(HWND window) const;
     void KeepRecovery();
 
     controls::Form1& form_;

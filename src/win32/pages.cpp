@@ -96,4 +96,11 @@ void Pages::Show(std::size_t page) {
     SendMessageW(tabs_, TCM_SETCURSEL, page, 0);
 }
 
+void Pages::FocusShown() const {
+    const HWND first = GetNextDlgTabItem(pages_[shown_], nullptr, FALSE);
+    if (first != nullptr && GetFocus() != tabs_) {
+        SendMessageW(main_window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(first), TRUE);
+    }
+}
+
 } // namespace win32

@@ -25,6 +25,8 @@ class Pages {
     [[nodiscard]] HWND Control(int id) const;
     // Pages count from 0. One that is not there yet comes when it is shown next.
     void Show(std::size_t page);
+    // Gives the focus to the first control of the page that is shown, unless the tabs have it.
+    void FocusShown() const;
 
   private:
     void Create(std::size_t page);

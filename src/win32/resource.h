@@ -108,6 +108,8 @@
 #define ID_m_Slozka_protokolu 2032
 #define ID_m_Diagnostika 2033
 #define ID_m_O_programu 2034
+#define ID_m_Ulozit_pracovni 2035
+#define ID_m_Otevrit_pracovni 2036
 
 // In the input box
 #define ID_InputBox_Prompt 2101

@@ -40,13 +40,23 @@ HWND CreateTip(HWND window, DWORD style) {
     return tip;
 }
 
-TTTOOLINFOW Tool(HWND window, UINT flags, std::wstring& text) {
+TTTOOLINFOW Tool(HWND window, UINT flags, std::wstring& text, UINT_PTR part = 0) {
     TTTOOLINFOW tool{};
     tool.cbSize = sizeof tool;
     tool.uFlags = flags;
     tool.hwnd = window;
-    tool.uId = (flags & TTF_IDISHWND) != 0 ? reinterpret_cast<UINT_PTR>(window) : 1;
+    tool.uId = (flags & TTF_IDISHWND) != 0 ? reinterpret_cast<UINT_PTR>(window) : part + 1;
     tool.lpszText = text.data();
+    return tool;
+}
+
+// The part of its parent that a control stands in.
+TTTOOLINFOW PlaceOf(HWND control, std::wstring& text) {
+    const HWND parent = GetParent(control);
+    TTTOOLINFOW tool = Tool(parent, TTF_SUBCLASS | TTF_TRANSPARENT, text,
+                            static_cast<UINT_PTR>(GetDlgCtrlID(control)));
+    GetWindowRect(control, &tool.rect);
+    MapWindowPoints(HWND_DESKTOP, parent, reinterpret_cast<POINT*>(&tool.rect), 2);
     return tool;
 }
 
@@ -67,22 +77,65 @@ ToolTip::~ToolTip() {
     }
 }
 
-void ToolTip::Show(HWND window, std::string_view text, const std::optional<RECT>& area) {
-    if (text == shown_) {
+void ToolTip::Show(HWND window, std::string_view text, const std::optional<RECT>& area,
+                   std::size_t part) {
+    Shown& shown = shown_.at(part);
+    const RECT rect = area && !text.empty() ? *area : RECT{};
+    if (text == shown.text && EqualRect(&rect, &shown.area) != FALSE) {
         return;
     }
-    shown_ = text;
-    std::wstring wide = com::Widen(text);
-    TTTOOLINFOW tool = Tool(window, TTF_SUBCLASS | (area ? 0U : TTF_IDISHWND), wide);
-    tool.rect = area.value_or(RECT{});
+    shown = {std::string(text), rect};
+    const auto tool_of = [&](std::size_t of_part, std::wstring& wide) {
+        TTTOOLINFOW tool = Tool(window, TTF_SUBCLASS | (area ? 0U : TTF_IDISHWND), wide, of_part);
+        tool.rect = shown_.at(of_part).area;
+        return tool;
+    };
     if (tip_ == nullptr) {
         tip_ = CreateTip(window, 0);
-        SendMessageW(tip_, TTM_ADDTOOLW, 0, Pointer(tool));
+        SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, Scaled(kWidestTip, LayoutDpi()));
+        for (std::size_t each = 0; each < (area ? shown_.size() : 1); ++each) {
+            std::wstring nothing;
+            TTTOOLINFOW tool = tool_of(each, nothing);
+            SendMessageW(tip_, TTM_ADDTOOLW, 0, Pointer(tool));
+        }
     }
-    SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, Scaled(kWidestTip, LayoutDpi()));
+    std::wstring wide = com::Widen(text);
+    TTTOOLINFOW tool = tool_of(part, wide);
     SendMessageW(tip_, TTM_NEWTOOLRECTW, 0, Pointer(tool));
     SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, Pointer(tool));
-    SendMessageW(tip_, TTM_ACTIVATE, text.empty() ? FALSE : TRUE, 0);
+    const bool any = !shown_[0].text.empty() || !shown_[1].text.empty();
+    SendMessageW(tip_, TTM_ACTIVATE, any ? TRUE : FALSE, 0);
+}
+
+ControlTips::~ControlTips() {
+    if (tip_ != nullptr) {
+        DestroyWindow(tip_);
+    }
+}
+
+void ControlTips::Add(HWND control, std::string_view text) {
+    if (tip_ == nullptr) {
+        constexpr LPARAM kToRead = 20000; // milliseconds
+        tip_ = CreateTip(control, 0);
+        SendMessageW(tip_, TTM_SETDELAYTIME, TTDT_AUTOPOP, kToRead);
+    }
+    std::wstring wide = com::Widen(text);
+    TTTOOLINFOW tool = Tool(control, TTF_SUBCLASS | TTF_IDISHWND | TTF_TRANSPARENT, wide);
+    SendMessageW(tip_, TTM_ADDTOOLW, 0, Pointer(tool));
+    if (IsWindowEnabled(control) == FALSE) {
+        // The mouse does not see it; its parent's does.
+        TTTOOLINFOW place = PlaceOf(control, wide);
+        SendMessageW(tip_, TTM_ADDTOOLW, 0, Pointer(place));
+        controls_.push_back(control);
+    }
+}
+
+void ControlTips::Place() const {
+    for (const HWND control : controls_) {
+        std::wstring nothing;
+        TTTOOLINFOW place = PlaceOf(control, nothing);
+        SendMessageW(tip_, TTM_NEWTOOLRECTW, 0, Pointer(place));
+    }
 }
 
 Balloon::~Balloon() {

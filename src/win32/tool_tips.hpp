@@ -1,9 +1,11 @@
 // The yellow tips: one that comes while the mouse rests on a place, and one that stands by itself.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <windows.h>
 
@@ -21,13 +23,35 @@ class ToolTip {
     ToolTip(const ToolTip&) = delete;
     ToolTip& operator=(const ToolTip&) = delete;
 
-    // The tip of `window`, or of the part of it that `area` gives in client coordinates. No tip
-    // where the text is empty.
-    void Show(HWND window, std::string_view text, const std::optional<RECT>& area = std::nullopt);
+    // The tip of `window`, or of one of two parts of it that `area` gives in client coordinates. No
+    // tip where the text is empty.
+    void Show(HWND window, std::string_view text, const std::optional<RECT>& area = std::nullopt,
+              std::size_t part = 0);
+
+  private:
+    struct Shown {
+        std::string text;
+        RECT area{};
+    };
+    HWND tip_ = nullptr;
+    std::array<Shown, 2> shown_; // by part
+};
+
+// The tips that say what controls do, a line each.
+class ControlTips {
+  public:
+    ControlTips() = default;
+    ~ControlTips();
+    ControlTips(const ControlTips&) = delete;
+    ControlTips& operator=(const ControlTips&) = delete;
+
+    void Add(HWND control, std::string_view text);
+    // After the controls have been moved.
+    void Place() const;
 
   private:
     HWND tip_ = nullptr;
-    std::string shown_;
+    std::vector<HWND> controls_;
 };
 
 class Balloon {

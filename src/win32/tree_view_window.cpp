@@ -114,6 +114,7 @@ void TreeViewWindow::UpdateCheck(HTREEITEM handle) {
         item.hItem = handle;
         item.state = CheckState(checked);
         item.stateMask = TVIS_STATEIMAGEMASK;
+        const FlagWhile refreshing(refreshing_);
         SendMessageW(Window(), TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     }
 }
@@ -147,7 +148,7 @@ LRESULT TreeViewWindow::OnNotify(NMHDR& header) {
 LRESULT CALLBACK TreeViewWindow::WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
                                                  UINT_PTR, DWORD_PTR self) {
     if (reinterpret_cast<TreeViewWindow*>(self)->OnMessage(message, w, l)) {
-        return 0;
+        return message == TVM_SETITEMW || message == TVM_SETITEMA ? TRUE : 0;
     }
     return DefSubclassProc(window, message, w, l);
 }
@@ -177,6 +178,9 @@ bool TreeViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
     case WM_PAINT:
         UpdateVisibleChecks();
         return false;
+    case TVM_SETITEMA:
+    case TVM_SETITEMW:
+        return OnSetItem(*reinterpret_cast<const TVITEMW*>(l));
     case TVM_GETITEMSTATE:
         UpdateCheck(reinterpret_cast<HTREEITEM>(w));
         return false;
@@ -188,6 +192,19 @@ bool TreeViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
     default:
         return false;
     }
+}
+
+// Programs that work the window for the person set a check box as an item's state.
+bool TreeViewWindow::OnSetItem(const TVITEMW& change) {
+    const std::size_t node = NodeOf(change.hItem);
+    if (refreshing_ || (change.mask & TVIF_STATE) == 0 || change.stateMask != TVIS_STATEIMAGEMASK ||
+        node < 1 || node > tree_.Count() || tree_.Restructurings() != shown_restructurings_) {
+        return false;
+    }
+    if ((change.state & TVIS_STATEIMAGEMASK) != CheckState(tree_.Node(node).checked)) {
+        Toggle(change.hItem);
+    }
+    return true;
 }
 
 void TreeViewWindow::Toggle(HTREEITEM item) {

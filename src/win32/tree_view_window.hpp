@@ -24,7 +24,9 @@ class TreeViewWindow : public View {
   private:
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
                                             UINT_PTR id, DWORD_PTR self);
+    // Whether the message goes no further.
     bool OnMessage(UINT message, WPARAM w, LPARAM l);
+    bool OnSetItem(const TVITEMW& change);
     void Rebuild();
     void ScrollToLeft() const;
     void UpdateCheck(HTREEITEM handle);

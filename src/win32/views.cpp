@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "com/utf.hpp"
+#include "win32/access_keys.hpp"
 #include "win32/clipboard.hpp"
 #include "win32/resource.h"
 
@@ -18,11 +19,26 @@ constexpr int kStatusSecondPanel = 110; // design pixels
 constexpr int kIconEdge = 16;           // of the status bar, in design pixels
 constexpr int kProgressHeight = 3;      // design pixels
 
+// The parts of the status bar that have tips.
+constexpr std::size_t kIconTip = 0;
+constexpr std::size_t kTextTip = 1;
+
 HWND EditOf(HWND combo_box) {
     COMBOBOXINFO info{};
     info.cbSize = sizeof info;
     GetComboBoxInfo(combo_box, &info);
     return info.hwndItem;
+}
+
+// In the window's font, in pixels.
+int TextWidth(HWND window, const std::wstring& text) {
+    const HDC screen = GetDC(window);
+    const HGDIOBJ before = SelectObject(screen, GetWindowFont(window));
+    SIZE size{};
+    GetTextExtentPoint32W(screen, text.c_str(), static_cast<int>(text.size()), &size);
+    SelectObject(screen, before);
+    ReleaseDC(window, screen);
+    return size.cx;
 }
 
 } // namespace
@@ -54,9 +70,12 @@ POINT View::MenuPlace() const {
     return corner;
 }
 
-ButtonView::ButtonView(HWND window, controls::Button& button, RunEvent run_event)
-    : View(window), button_(button), run_event_(std::move(run_event)),
+ButtonView::ButtonView(HWND window, controls::Button& button, char access_key, RunEvent run_event)
+    : View(window), button_(button), access_key_(access_key), run_event_(std::move(run_event)),
       shown_caption_(ReadText(window)) {
+    if (access_key_ != 0) {
+        ShowText(Window(), WithAccessKey(shown_caption_, access_key_));
+    }
     SetWindowSubclass(Window(), WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
 
@@ -73,7 +92,7 @@ void ButtonView::Refresh() {
         shown_revision_ = button_.Revision();
         if (button_.Caption() != shown_caption_) {
             shown_caption_ = button_.Caption();
-            ShowText(Window(), shown_caption_);
+            ShowText(Window(), WithAccessKey(shown_caption_, access_key_));
         }
     }
 }
@@ -105,26 +124,59 @@ LRESULT CALLBACK ButtonView::WindowProcedure(HWND window, UINT message, WPARAM w
         });
         return 0;
     }
+    if (message == WM_CONTEXTMENU && l == -1) { // from the keyboard
+        auto& self = *reinterpret_cast<ButtonView*>(view);
+        self.run_event_([&self] { controls::Raise(self.button_.MenuKey); });
+        return 0;
+    }
     return DefSubclassProc(window, message, w, l);
 }
 
 CheckBoxView::CheckBoxView(HWND window, controls::CheckBox& check_box, RunEvent run_event)
     : View(window), check_box_(check_box), run_event_(std::move(run_event)) {
-    ShowText(Window(), check_box_.Caption());
+    SetWindowSubclass(Window(), WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+}
+
+CheckBoxView::~CheckBoxView() {
+    RemoveWindowSubclass(Window(), WindowProcedure, kSubclass);
 }
 
 void CheckBoxView::Refresh() {
     if (check_box_.Revision() != shown_revision_) {
+        const FlagWhile refreshing(refreshing_);
         shown_revision_ = check_box_.Revision();
         Button_SetCheck(Window(), check_box_.Value() == 1 ? BST_CHECKED : BST_UNCHECKED);
     }
 }
 
+// Also what came while no handler could run.
+void CheckBoxView::Pull() {
+    if (changed_by_person_) {
+        changed_by_person_ = false;
+        check_box_.SetValue(Button_GetCheck(Window()) == BST_CHECKED ? 1 : 0);
+    }
+}
+
+void CheckBoxView::Changed() {
+    changed_by_person_ = true;
+    run_event_([] {}); // which pulls
+}
+
 void CheckBoxView::OnCommand(UINT code) {
     if (code == BN_CLICKED) {
-        run_event_(
-            [this] { check_box_.SetValue(Button_GetCheck(Window()) == BST_CHECKED ? 1 : 0); });
+        Changed();
     }
+}
+
+// Programs that work the window for the person set the state without a click.
+LRESULT CALLBACK CheckBoxView::WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
+                                               UINT_PTR, DWORD_PTR view) {
+    const LRESULT result = DefSubclassProc(window, message, w, l);
+    auto& self = *reinterpret_cast<CheckBoxView*>(view);
+    if (message == BM_SETCHECK && !self.refreshing_) {
+        self.Changed();
+    }
+    return result;
 }
 
 TextBoxView::TextBoxView(HWND window, controls::TextBox& text_box, RunEvent run_event)
@@ -198,6 +250,12 @@ LRESULT CALLBACK TextBoxView::WindowProcedure(HWND window, UINT message, WPARAM 
         SendMessageW(window, EM_SETSEL, 0, -1);
         return 0;
     }
+    // Ctrl+I: the tab key itself leaves the field, and with Ctrl the page.
+    if (message == WM_CHAR && w == VK_TAB && GetKeyState(VK_CONTROL) < 0 &&
+        (GetWindowLongPtrW(window, GWL_STYLE) & ES_MULTILINE) != 0) {
+        SendMessageW(window, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L"\t"));
+        return 0;
+    }
     auto& self = *reinterpret_cast<TextBoxView*>(view);
     if (message == WM_PASTE && self.text_box_.Pasted) {
         if (const auto pasted = TextOnClipboard(window)) {
@@ -227,10 +285,8 @@ LRESULT CALLBACK TextBoxView::WindowProcedure(HWND window, UINT message, WPARAM 
     return result;
 }
 
-ComboBoxView::ComboBoxView(HWND window, HWND label, controls::ComboBox& combo_box,
-                           RunEvent run_event)
+ComboBoxView::ComboBoxView(HWND window, controls::ComboBox& combo_box, RunEvent run_event)
     : View(window), edit_(EditOf(window)), combo_box_(combo_box), run_event_(std::move(run_event)) {
-    ShowText(label, combo_box_.Label());
     SendMessageW(Window(), CB_SETMINVISIBLE, kDroppedValues, 0);
     SetWindowSubclass(edit_, EditProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
@@ -245,6 +301,12 @@ void ComboBoxView::Refresh() {
     }
     const FlagWhile refreshing(refreshing_);
     shown_revision_ = combo_box_.Revision();
+    if (combo_box_.Removals() != shown_removals_) {
+        shown_removals_ = combo_box_.Removals();
+        for (; shown_items_ > 0; --shown_items_) { // clearing all would clear the text
+            ComboBox_DeleteString(Window(), shown_items_ - 1);
+        }
+    }
     const auto& items = combo_box_.Items();
     for (; shown_items_ < items.size(); ++shown_items_) {
         ComboBox_AddString(Window(), com::Widen(items[shown_items_]).c_str());
@@ -281,6 +343,18 @@ void ComboBoxView::OnCommand(UINT code) {
     }
 }
 
+void ComboBoxView::ForgetMarked() {
+    const int marked = ComboBox_GetCurSel(Window());
+    if (marked < 0 || combo_box_.Removals() != shown_removals_) {
+        return;
+    }
+    run_event_(
+        [this, marked] { controls::Raise(combo_box_.Forget, static_cast<std::size_t>(marked)); });
+    // The next one is marked, for whoever clears the list.
+    ComboBox_SetCurSel(Window(), std::min(marked, static_cast<int>(shown_items_) - 1));
+    changed_by_person_ = true;
+}
+
 void ComboBoxView::FitDropDown() const {
     RECT field;
     RECT form;
@@ -288,17 +362,10 @@ void ComboBoxView::FitDropDown() const {
     GetWindowRect(GetAncestor(Window(), GA_ROOT), &form);
     const int margins = field.bottom - field.top + GetSystemMetrics(SM_CXVSCROLL) / 2;
 
-    const HDC screen = GetDC(Window());
-    const HGDIOBJ before = SelectObject(screen, GetWindowFont(Window()));
     LONG widest = 0;
     for (const std::string& item : combo_box_.Items()) {
-        const std::wstring text = com::Widen(item);
-        SIZE size{};
-        GetTextExtentPoint32W(screen, text.c_str(), static_cast<int>(text.size()), &size);
-        widest = std::max(widest, size.cx);
+        widest = std::max<LONG>(widest, TextWidth(Window(), com::Widen(item)));
     }
-    SelectObject(screen, before);
-    ReleaseDC(Window(), screen);
     const LONG width = std::clamp(widest + margins, field.right - field.left,
                                   std::max(field.right - field.left, form.right - field.left));
     SendMessageW(Window(), CB_SETDROPPEDWIDTH, static_cast<WPARAM>(width), 0);
@@ -311,6 +378,15 @@ LRESULT CALLBACK ComboBoxView::EditProcedure(HWND edit, UINT message, WPARAM w, 
         const LRESULT code = DefSubclassProc(edit, message, w, l);
         const auto* asked = reinterpret_cast<const MSG*>(l);
         return asked != nullptr && asked->wParam == VK_RETURN ? code | DLGC_WANTMESSAGE : code;
+    }
+    if (message == WM_KEYDOWN && w == VK_DELETE && GetKeyState(VK_SHIFT) < 0) {
+        auto& self = *reinterpret_cast<ComboBoxView*>(view);
+        if (ComboBox_GetDroppedState(self.Window()) != FALSE) {
+            if ((HIWORD(l) & KF_REPEAT) == 0) {
+                self.ForgetMarked();
+            }
+            return 0; // it would cut the text
+        }
     }
     if (message == WM_CHAR && w == VK_RETURN) {
         auto& self = *reinterpret_cast<ComboBoxView*>(view);
@@ -406,6 +482,7 @@ void StatusBarView::SetDpi(UINT dpi) {
     SetWindowPos(progress_bar_, nullptr, panel.left, panel.bottom - height,
                  panel.right - panel.left, height, SWP_NOZORDER | SWP_NOACTIVATE);
     ShowIcon();
+    ShowCutText();
 }
 
 bool StatusBarView::InSight() const {
@@ -451,23 +528,28 @@ void StatusBarView::ShowIcon() {
     icon_ = std::move(icon);
 }
 
+void StatusBarView::ShowTextTip() {
+    RECT panel;
+    SendMessageW(Window(), SB_GETRECT, 0, reinterpret_cast<LPARAM>(&panel));
+    const UINT dpi = LayoutDpi();
+    const int width = TextWidth(Window(), com::Widen(shown_[0]));
+    const int before =
+        Scaled(shown_state_ == controls::ActionState::kNone ? 4 : kIconEdge + 8, dpi);
+    const bool cut = before + width > panel.right - panel.left;
+    panel.left += Scaled(kIconEdge + 8, dpi); // beside the icon's tip
+    std::string text = cut ? shown_[0] : std::string();
+    if (!status_bar_.Tip().empty()) {
+        text += (text.empty() ? "" : "\r\n") + status_bar_.Tip();
+    }
+    tip_.Show(Window(), text, panel, kTextTip);
+}
+
 bool StatusBarView::ShowNotice(std::string_view text) {
     if (!InSight()) {
         return false;
     }
     balloon_.Show(Window(), text, false, BalloonPoint());
     return true;
-}
-
-void StatusBarView::ShowTip() {
-    if (status_bar_.Tip() == shown_tip_) {
-        return;
-    }
-    shown_tip_ = status_bar_.Tip();
-    RECT panel;
-    SendMessageW(Window(), SB_GETRECT, 0, reinterpret_cast<LPARAM>(&panel));
-    panel.left += Scaled(kIconEdge + 8, GetDpiForWindow(Window()));
-    text_tip_.Show(Window(), shown_tip_, panel);
 }
 
 void StatusBarView::ShowProgress() {
@@ -492,7 +574,8 @@ void StatusBarView::Refresh() {
         (explanation.text.empty() || InSight())) {
         shown_explanations_ = status_bar_.Explanations();
         const UINT dpi = LayoutDpi();
-        tip_.Show(Window(), explanation.text, RECT{0, 0, Scaled(kIconEdge + 8, dpi), 100});
+        tip_.Show(Window(), explanation.text, RECT{0, 0, Scaled(kIconEdge + 8, dpi), 100},
+                  kIconTip);
         if (explanation.text.empty()) {
             balloon_.Hide();
         } else {
@@ -515,8 +598,8 @@ void StatusBarView::Refresh() {
                          reinterpret_cast<LPARAM>(com::Widen(text).c_str()));
         }
     }
+    ShowTextTip();
     ShowProgress();
-    ShowTip();
     UpdateWindow(Window());
 }
 

@@ -65,7 +65,8 @@ class View {
 
 class ButtonView : public View {
   public:
-    ButtonView(HWND window, controls::Button& button, RunEvent run_event);
+    // `access_key` is 0 for none.
+    ButtonView(HWND window, controls::Button& button, char access_key, RunEvent run_event);
     ~ButtonView() override;
 
     void Refresh() override;
@@ -78,6 +79,7 @@ class ButtonView : public View {
                                             UINT_PTR id, DWORD_PTR view);
 
     controls::Button& button_;
+    char access_key_;
     RunEvent run_event_;
     std::uint64_t shown_revision_ = UINT64_MAX;
     bool shown_enabled_ = true;
@@ -88,14 +90,22 @@ class ButtonView : public View {
 class CheckBoxView : public View {
   public:
     CheckBoxView(HWND window, controls::CheckBox& check_box, RunEvent run_event);
+    ~CheckBoxView() override;
 
     void Refresh() override;
+    void Pull() override;
     void OnCommand(UINT code) override;
 
   private:
+    void Changed();
+    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
+                                            UINT_PTR id, DWORD_PTR view);
+
     controls::CheckBox& check_box_;
     RunEvent run_event_;
     std::uint64_t shown_revision_ = UINT64_MAX;
+    bool changed_by_person_ = false;
+    bool refreshing_ = false;
 };
 
 class TextBoxView : public View {
@@ -124,7 +134,7 @@ class TextBoxView : public View {
 
 class ComboBoxView : public View {
   public:
-    ComboBoxView(HWND window, HWND label, controls::ComboBox& combo_box, RunEvent run_event);
+    ComboBoxView(HWND window, controls::ComboBox& combo_box, RunEvent run_event);
     ~ComboBoxView() override;
 
     void Refresh() override;
@@ -135,6 +145,8 @@ class ComboBoxView : public View {
   private:
     // Makes the drop-down list wide enough for its values, within the window's width.
     void FitDropDown() const;
+    // What is marked in the drop-down list is not to be remembered any more.
+    void ForgetMarked();
     static LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM w, LPARAM l, UINT_PTR id,
                                           DWORD_PTR view);
 
@@ -143,6 +155,7 @@ class ComboBoxView : public View {
     RunEvent run_event_;
     std::uint64_t shown_revision_ = UINT64_MAX;
     std::size_t shown_items_ = 0;
+    std::uint64_t shown_removals_ = 0;
     bool changed_by_person_ = false;
     bool refreshing_ = false;
 };
@@ -193,10 +206,12 @@ class StatusBarView : public View {
   private:
     void ShowIcon();
     void ShowProgress();
-    void ShowTip();
     LRESULT PaintWithFocus(WPARAM w, LPARAM l) const;
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l,
                                             UINT_PTR id, DWORD_PTR view);
+    // The tip beside the icon: the whole text where it does not fit into the panel, and what the
+    // status bar has to say of it.
+    void ShowTextTip();
     [[nodiscard]] bool InSight() const;
     [[nodiscard]] POINT BalloonPoint() const;
 
@@ -210,9 +225,7 @@ class StatusBarView : public View {
     HWND progress_bar_; // at the lower edge of the first panel
     std::optional<controls::Progress> shown_progress_;
     Balloon balloon_;
-    ToolTip tip_;      // of the icon
-    ToolTip text_tip_; // of the text beside it
-    std::string shown_tip_;
+    ToolTip tip_; // of the icon, and of the text
 };
 
 // A view subclasses its window once.

@@ -84,6 +84,10 @@ TEST(Person, FindsTheProgramRightWhateverIsDone) {
                                    "reordered sheets",
                                    "named sheets",
                                    "sheet drag",
+                                   "row moved by key",
+                                   "sheet moved by key",
+                                   "row by key",
+                                   "page by key",
                                    "restart"}) {
         EXPECT_GT(successes[what], 0U) << what;
     }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/recovery.hpp"
 #include "partslist/partslist.hpp"
 #include "tests/support/headless_form.hpp"
 
@@ -181,6 +182,54 @@ TEST_F(Pickers, StartUpLoadsAndClosingSavesAllFourInOrder) {
               (Texts{"Ulozeni ok C:\\Dorvak\\Material.txt", "Ulozeni ok C:\\Dorvak\\Velikost.txt",
                      "Ulozeni ok C:\\Dorvak\\Poznamka.txt", "Ulozeni ok C:\\Dorvak\\Kusu.txt"}));
     EXPECT_EQ(files.stored["C:\\Dorvak\\Velikost.txt"], "Velikost1\r\n20x40\r\n");
+}
+
+TEST_F(Pickers, AForgottenValueIsNotInTheFileAtTheEnd) {
+    files.stored[kMaterialFile] = "C45\r\nS235\r\nC45\r\n";
+    app::Form_Load(form);
+    form.Combo1.UserChange("S235");
+    form.Combo1.Forget(1);
+    EXPECT_EQ(form.Combo1.Items(), (Texts{"C45", "C45"}));
+    EXPECT_EQ(form.Combo1.Text(), "S235") << "what is typed stays";
+    form.Combo1.Forget(2);
+    EXPECT_EQ(form.Combo1.Items(), (Texts{"C45", "C45"})) << "there is none of that number";
+    EXPECT_EQ(files.stored[kMaterialFile], "C45\r\nS235\r\nC45\r\n");
+    app::RequestClose(form);
+    EXPECT_EQ(files.stored[kMaterialFile], "C45\r\nC45\r\n");
+}
+
+TEST_F(Pickers, TheLastValueIsForgottenAtOnce) {
+    files.stored[kMaterialFile] = "C45\r\n";
+    app::Form_Load(form);
+    form.Combo1.Forget(0);
+    app::RequestClose(form);
+    EXPECT_EQ(files.stored[kMaterialFile], "");
+    HeadlessForm next;
+    next.files.stored = files.stored;
+    app::Form_Load(next.form);
+    EXPECT_TRUE(next.form.Combo1.Items().empty());
+}
+
+TEST_F(Pickers, AFileThatCannotBeWrittenKeepsTheForgottenValueAndSaysSo) {
+    files.stored[kMaterialFile] = "C45\r\n";
+    app::Form_Load(form);
+    files.failing.emplace(kMaterialFile, automation::RunTimeError(70, "Permission denied"));
+    form.Combo1.Forget(0);
+    EXPECT_TRUE(form.Combo1.Items().empty());
+    EXPECT_EQ(Status(), "Ulozeni Error 70 Permission denied");
+}
+
+TEST_F(Pickers, AValueTakenInTheOthersPlaceIsAChangeForRecovery) {
+    app::Form_Load(form);
+    app::OfferRecovery(form);
+    TypeAndEnter(form.Combo1, "C45");
+    app::KeepRecoveryNow(form);
+    TypeAndEnter(form.Combo1, "S235");
+    form.Combo1.Forget(0);
+    app::KeepRecoveryNow(form);
+    const std::string kept = files.stored["C:\\Dorvak\\obnova.txt"];
+    EXPECT_EQ(kept.find("C45"), std::string::npos) << kept;
+    EXPECT_NE(kept.find("S235"), std::string::npos) << kept;
 }
 
 } // namespace

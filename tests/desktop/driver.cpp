@@ -124,7 +124,8 @@ INPUT Key(WORD virtual_key, bool up) {
     input.ki.dwFlags = up ? static_cast<DWORD>(KEYEVENTF_KEYUP) : 0U;
     const bool extended = virtual_key == VK_APPS || virtual_key == VK_UP ||
                           virtual_key == VK_DOWN || virtual_key == VK_HOME ||
-                          virtual_key == VK_END || virtual_key == VK_DELETE;
+                          virtual_key == VK_END || virtual_key == VK_DELETE ||
+                          virtual_key == VK_INSERT;
     if (extended) {
         input.ki.dwFlags |= KEYEVENTF_EXTENDEDKEY;
     }
@@ -138,7 +139,7 @@ POINT Middle(const RECT& place) {
 struct WindowSearch {
     DWORD process_id;
     std::string window_class;
-    HWND found = nullptr;
+    std::vector<HWND> found;
 };
 
 BOOL CALLBACK SearchWindow(HWND window, LPARAM parameter) {
@@ -147,10 +148,19 @@ BOOL CALLBACK SearchWindow(HWND window, LPARAM parameter) {
     GetWindowThreadProcessId(window, &process_id);
     if (process_id == search.process_id && IsWindowVisible(window) != FALSE &&
         ClassName(window) == search.window_class) {
-        search.found = window;
-        return FALSE;
+        search.found.push_back(window);
     }
     return TRUE;
+}
+
+// The text of the tip with that style, or without it.
+std::string TextOfTip(const Program& program, bool is_balloon) {
+    for (const HWND tip : program.AllVisible(TOOLTIPS_CLASSA)) {
+        if (((GetWindowLongPtrW(tip, GWL_STYLE) & TTS_BALLOON) != 0) == is_balloon) {
+            return Text(tip);
+        }
+    }
+    return {};
 }
 
 // From the top down.
@@ -350,9 +360,22 @@ DWORD Program::WaitForEnd(Milliseconds limit) const {
 }
 
 HWND Program::FindVisible(const std::string& window_class) const {
-    WindowSearch search{process_id_, window_class};
+    const auto found = AllVisible(window_class);
+    return found.empty() ? nullptr : found.front();
+}
+
+std::vector<HWND> Program::AllVisible(const std::string& window_class) const {
+    WindowSearch search{process_id_, window_class, {}};
     EnumWindows(SearchWindow, reinterpret_cast<LPARAM>(&search));
     return search.found;
+}
+
+std::string BalloonText(const Program& program) {
+    return TextOfTip(program, true);
+}
+
+std::string TipText(const Program& program) {
+    return TextOfTip(program, false);
 }
 
 HWND Program::WaitForWindow(const std::string& window_class, Milliseconds limit) const {
@@ -444,6 +467,13 @@ void TellDpi(HWND window, UINT dpi, const RECT& place) {
     Send(window, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), memory.Address());
 }
 
+HWND FocusedControl(HWND window) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+    return info.hwndFocus;
+}
+
 void MoveMouse(HWND window, POINT point) {
     MoveMouseTo(OnScreen(window, point), window);
 }
@@ -498,12 +528,15 @@ void Drag(HWND window, POINT from, POINT to) {
 }
 
 void PressKey(WORD virtual_key, const std::vector<WORD>& held) {
+    HoldKey(virtual_key, 1, held);
+}
+
+void HoldKey(WORD virtual_key, int times, const std::vector<WORD>& held) {
     std::vector<INPUT> inputs;
-    inputs.reserve(2 * held.size() + 2);
     for (const WORD key : held) {
         inputs.push_back(Key(key, false));
     }
-    inputs.push_back(Key(virtual_key, false));
+    inputs.insert(inputs.end(), static_cast<std::size_t>(times), Key(virtual_key, false));
     inputs.push_back(Key(virtual_key, true));
     for (auto key = held.rbegin(); key != held.rend(); ++key) {
         inputs.push_back(Key(*key, true));
@@ -624,6 +657,15 @@ bool RowSelected(HWND list, int row) {
     return RowState(list, row, LVIS_SELECTED);
 }
 
+void SetRowChecked(HWND list, int row, bool checked) {
+    const RemoteMemory memory(list, sizeof(LVITEMW));
+    LVITEMW item{};
+    item.state = INDEXTOSTATEIMAGEMASK(checked ? 2 : 1);
+    item.stateMask = LVIS_STATEIMAGEMASK;
+    memory.Write(item);
+    Send(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), memory.Address());
+}
+
 int FocusedRow(HWND list) {
     return static_cast<int>(
         Send(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), MAKELPARAM(LVNI_FOCUSED, 0)));
@@ -648,6 +690,17 @@ std::vector<TreeItem> TreeItems(HWND tree) {
     std::vector<TreeItem> items;
     AddTreeItems(tree, NextItem(tree, TVGN_ROOT, nullptr), 0, items);
     return items;
+}
+
+void SetTreeItemChecked(HWND tree, HTREEITEM item, bool checked) {
+    const RemoteMemory memory(tree, sizeof(TVITEMW));
+    TVITEMW change{};
+    change.mask = TVIF_HANDLE | TVIF_STATE;
+    change.hItem = item;
+    change.state = INDEXTOSTATEIMAGEMASK(checked ? 2 : 1);
+    change.stateMask = TVIS_STATEIMAGEMASK;
+    memory.Write(change);
+    Send(tree, TVM_SETITEMW, 0, memory.Address());
 }
 
 RECT TreeLabel(HWND tree, HTREEITEM item) {

@@ -48,6 +48,7 @@ class Program {
                                      Milliseconds limit = kPatience) const;
     // The same without waiting; nullptr where there is none.
     [[nodiscard]] HWND FindVisible(const std::string& window_class) const;
+    [[nodiscard]] std::vector<HWND> AllVisible(const std::string& window_class) const;
 
   private:
     HANDLE process_ = nullptr;
@@ -72,6 +73,8 @@ bool StandsBefore(HWND upper, HWND lower);
 // Tells the window what Windows tells it when the DPI of its monitor changes, and the place that it
 // suggests.
 void TellDpi(HWND window, UINT dpi, const RECT& place);
+// The control that keys go to, of the program that the window belongs to.
+HWND FocusedControl(HWND window);
 
 // Mouse and keyboard ------------------------------------------------------------------------------
 
@@ -88,6 +91,8 @@ void Drag(HWND window, POINT from, POINT to);
 
 // Presses and releases a key while the given ones are held.
 void PressKey(WORD virtual_key, const std::vector<WORD>& held = {});
+// Presses a key so often before it is released, as the keyboard does while it is held.
+void HoldKey(WORD virtual_key, int times, const std::vector<WORD>& held = {});
 void TypeText(std::string_view text);
 // Clicks into the edit control and puts a text from the clipboard in the place of its whole text.
 void PasteText(HWND edit, const std::string& text);
@@ -109,9 +114,10 @@ std::string Cell(HWND list, int row, int column);
 std::vector<std::string> Row(HWND list, int row, int columns);
 bool RowChecked(HWND list, int row);
 bool RowSelected(HWND list, int row);
-int FocusedRow(HWND list);               // -1 for none
-POINT RowPoint(HWND list, int row);      // in the row's name
-POINT RowCheckPoint(HWND list, int row); // in the row's check box
+void SetRowChecked(HWND list, int row, bool checked); // by a message, as assistive programs do
+int FocusedRow(HWND list);                            // -1 for none
+POINT RowPoint(HWND list, int row);                   // in the row's name
+POINT RowCheckPoint(HWND list, int row);              // in the row's check box
 int ColumnWidth(HWND list, int column);
 
 // Tree views.
@@ -124,8 +130,9 @@ struct TreeItem {
 };
 // Every node from the top down, children under their parents.
 std::vector<TreeItem> TreeItems(HWND tree);
-POINT TreeCheckPoint(HWND tree, HTREEITEM item); // scrolls the item into sight
-RECT TreeLabel(HWND tree, HTREEITEM item);       // in client coordinates, of one in sight
+POINT TreeCheckPoint(HWND tree, HTREEITEM item);                  // scrolls the item into sight
+void SetTreeItemChecked(HWND tree, HTREEITEM item, bool checked); // by a message
+RECT TreeLabel(HWND tree, HTREEITEM item); // in client coordinates, of one in sight
 
 // The popup menu that is open on the desktop.
 HWND WaitForPopupMenu();
@@ -138,6 +145,9 @@ bool PopupMenuOpen();
 std::optional<std::string> ClipboardText();
 void PutTextOnClipboard(std::string_view text);
 HCURSOR ShownPointer();
+// The balloon and the tip that the program shows; empty where there is none.
+std::string BalloonText(const Program& program);
+std::string TipText(const Program& program);
 // Whether a pixel of the window's client area inside `area` has the colour.
 bool ShowsColour(HWND window, const RECT& area, COLORREF colour);
 // Saves what the screen shows as a PNG file: all of it, or only `part`.

@@ -19,11 +19,7 @@ class Gestures : public DesktopTest {
     Gestures() { FillList(dorvak_, kThreeParts, 3); }
 
     [[nodiscard]] HWND List() const { return dorvak_[ID_ListView1]; }
-    // The text of the balloon that is shown; empty where none is.
-    [[nodiscard]] std::string BalloonText() const {
-        const HWND balloon = dorvak_.Process().FindVisible("tooltips_class32");
-        return balloon != nullptr ? Text(balloon) : std::string();
-    }
+    [[nodiscard]] std::string BalloonText() const { return driver::BalloonText(dorvak_.Process()); }
 
     DorvakWindow dorvak_;
 };
@@ -239,6 +235,6 @@ TEST_F(Icon, HasTheExplanationAsItsTip) {
     WaitUntil("no balloon", [&] { return BalloonText().empty(); });
     MoveMouse(dorvak_[ID_StatusBar1], {8, 8});
     MoveMouse(dorvak_[ID_StatusBar1], {10, 10});
-    EXPECT_EQ(Text(dorvak_.Process().WaitForWindow(TOOLTIPS_CLASSA)),
-              "Řádek 1: za /pozice chybí hodnota Y.");
+    WaitForText("the tip", "Řádek 1: za /pozice chybí hodnota Y.",
+                [&] { return TipText(dorvak_.Process()); });
 }

@@ -203,10 +203,7 @@ TEST_F(DataFolders, WhereItCannotBeWrittenTheNewerListIsLoadedAndSaidSo) {
     EXPECT_EQ(Cell(dorvak[ID_ListView1], 0, kMaterial), "S235");
     const std::string expected = "Seznam je načtený ze souboru " + Path("list.txt") +
                                  ", který je novější než " + persons.Path("Dorvak\\list.txt") + ".";
-    WaitForText("the balloon", expected, [&] {
-        const HWND balloon = dorvak.Process().FindVisible("tooltips_class32");
-        return balloon == nullptr ? std::string() : Text(balloon);
-    });
+    WaitForText("the balloon", expected, [&] { return BalloonText(dorvak.Process()); });
     KeepPicture("newer-list.png");
     PostMessageW(dorvak[ID_Command17], WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(5, 5));
     dorvak.WaitForStatus("Ulozeni listu ok " + persons.Path("Dorvak\\list.txt"));

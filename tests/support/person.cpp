@@ -7,6 +7,7 @@
 #include <map>
 #include <set>
 
+#include "app/keys.hpp"
 #include "app/recovery.hpp"
 #include "simulator/model.hpp"
 #include "tests/support/drawing_samples.hpp"
@@ -639,6 +640,7 @@ class Person::Life {
         const controls::Event<>& back = parts ? form().m_Zpet.Click : form().m_Sheet_zpet.Click;
         const controls::Event<>& again = parts ? form().m_Znovu.Click : form().m_Sheet_znovu.Click;
         if (depth_ > 0 || !Alive()) {
+            ++fillings_; // with the rows of before
             return back();
         }
         const auto& history = parts ? form().parts_history : form().sheets_history;
@@ -725,6 +727,12 @@ class Person::Life {
     }
 
     void ChooseFrom(controls::PopupMenu& menu) {
+        if (&menu == &form().m_Ulozeni) {
+            return form().m_Ulozit_pracovni.Click();
+        }
+        if (&menu == &form().m_Otevreni) {
+            return form().m_Otevrit_pracovni.Click();
+        }
         const bool parts = &menu == &form().m_Tabulka;
         switch (Below(6)) {
         case 0:
@@ -891,13 +899,18 @@ class Person::Life {
                Lower(Active()->name).find(Lower(extension)) != std::string::npos;
     }
 
-    void WalkProduct() {
-        const Run run = Begin(&form().Command3);
+    void WalkByButton() {
+        WalkProduct([this] { form().Command3.Click(); }, false);
+    }
+
+    void WalkProduct(const std::function<void()>& press, bool is_held) {
+        Run run = Begin(&form().Command3);
+        run.starts = run.starts && !is_held;
         const int depth = form().Uroven;
         const auto document = session_.ActiveDocument();
         const bool product = ActiveIs(".CATProduct");
         const std::uint64_t tree_before = form().TreeView1.Restructurings();
-        Raise(&form().Command3, [this] { form().Command3.Click(); });
+        Raise(&form().Command3, press);
         if (!run.starts) {
             Require(form().Uroven == depth, "an ignored walk has changed the depth");
             return;
@@ -1174,6 +1187,16 @@ class Person::Life {
         return order;
     }
 
+    // Whether the positions are the rows' numbers.
+    static bool Numbered(const ListState& list) {
+        for (std::size_t row = 0; row < list.rows.size(); ++row) {
+            if (list.rows[row].texts[1] != FourDigits(row + 1)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
     static std::vector<std::uint64_t> Ids(const ListState& list) {
         std::vector<std::uint64_t> ids;
         std::ranges::transform(list.rows, std::back_inserter(ids), &RowState::id);
@@ -1188,10 +1211,7 @@ class Person::Life {
         const std::size_t from = AnyRow(list);
         const std::size_t to = AnyRow(list);
         const Run run = Begin(&list);
-        bool numbered = true;
-        for (std::size_t row = 0; row < run.parts.rows.size(); ++row) {
-            numbered = numbered && run.parts.rows[row].texts[1] == FourDigits(row + 1);
-        }
+        const bool numbered = Numbered(run.parts);
         list.UserMouseDown(controls::kLeftButton, 0, 5, static_cast<int>(from));
         Raise(&list, [&] { list.UserMouseUp(controls::kLeftButton, 0, 5, static_cast<int>(to)); });
         RequireDropped(run, list);
@@ -1243,6 +1263,7 @@ class Person::Life {
         }
         const int rows = Below(2) == 0 ? 1 : -1;
         const Run run = Begin();
+        const bool in_order = Numbered(run.parts);
         auto expected = Ids(run.parts);
         list.UserMoveKey(rows);
         const ListState after = StateOf(list);
@@ -1252,7 +1273,14 @@ class Person::Life {
                 std::swap(expected[*run.parts.current - 1],
                           expected[static_cast<std::size_t>(to - 1)]);
                 RequireNumbered(after, "a move by key");
-                Require(after.current == static_cast<std::size_t>(to), "the row moved alone");
+                Require(after.rows.at(after.current.value_or(0) - 1).id ==
+                            expected[static_cast<std::size_t>(to - 1)],
+                        "another row is the current one after a move by key");
+                RequireUnsorted(list);
+                Good("row moved by key");
+                if (!in_order) {
+                    return; // they come into their order, as by a drag
+                }
             }
         }
         Require(Ids(after) == expected, "a key has moved something else");
@@ -1373,9 +1401,14 @@ class Person::Life {
         program_->message_boxes.answer = Below(2) == 0;
         std::string path = kWorkingFile;
         std::string words = "Ulozeni listu ok ";
-        if (Below(2) == 0) {
+        switch (Below(4)) {
+        case 0:
             form().Command17.MouseDown(controls::kRightButton, 0, 1, 1);
-        } else {
+            break;
+        case 1:
+            form().Command17.MenuKey();
+            break;
+        default:
             form().Command17.Click();
             path = kOtherFile;
             words = "Ulozeni ok ";
@@ -1396,8 +1429,12 @@ class Person::Life {
             return;
         }
         const Run run = Begin();
-        if (Below(2) == 0) {
-            form().Command27.MouseDown(controls::kRightButton, 0, 1, 1);
+        if (const auto way = Below(4); way < 2) {
+            if (way == 0) {
+                form().Command27.MouseDown(controls::kRightButton, 0, 1, 1);
+            } else {
+                form().Command27.MenuKey();
+            }
             RequireLoaded(kWorkingFile, "Nacteni listu ok ");
             return;
         }
@@ -1857,7 +1894,11 @@ class Person::Life {
         ListState expected = StateOf(form().ListView3);
         form().Text6.UserChange(std::array{"3", "", "0", "-2", "12"}.at(Below(5)));
         int number = std::atoi(form().Text6.Text().c_str());
-        form().Command20.Click();
+        if (Below(3) == 0) {
+            form().Text6.KeyPress(controls::kEnterKey);
+        } else {
+            form().Command20.Click();
+        }
         if (expected.rows.empty()) {
             return;
         }
@@ -1933,7 +1974,11 @@ class Person::Life {
         }
         const std::size_t before = form().ListView3.Count();
         boxes_expected_ += rows >= 1e6 ? 1 : 0;
-        form().Command32.Click();
+        if (Below(3) == 0) {
+            form().Text7.KeyPress(controls::kEnterKey);
+        } else {
+            form().Command32.Click();
+        }
         const std::size_t added = rows >= 1 && rows < 1e6 ? static_cast<std::size_t>(rows) : 0;
         Require(form().ListView3.Count() == before + added, "not as many rows as planned");
         for (std::size_t row = before + 1; row <= before + added; ++row) {
@@ -1941,6 +1986,75 @@ class Person::Life {
                                                   form().ListView3.Row(row).checked),
                     "a planned row is not one");
         }
+    }
+
+    // A key of the window, with whatever is held beside it. What it presses is looked at elsewhere;
+    // here, that it does what it says or nothing.
+    void PressKey() {
+        if (!Alive()) {
+            return;
+        }
+        constexpr std::array kCodes{0x09,     0x2D,     0x2E,     0x74,     int{'1'}, int{'3'},
+                                    int{'5'}, int{'S'}, int{'O'}, int{'Z'}, int{'Y'}};
+        const app::Key key{.code = kCodes.at(Below(kCodes.size())),
+                           .control = Below(2) == 0,
+                           .shift = Below(8) == 0,
+                           .alt = Below(8) == 0,
+                           .repeated = Below(8) == 0};
+        const auto focus = std::array{app::Focus::kPartsList, app::Focus::kSheetList,
+                                      app::Focus::kField, app::Focus::kElsewhere}
+                               .at(Below(4));
+        const auto action = app::ActionOfKey(form(), key, focus);
+        Note(std::to_string(key.code));
+        if (!action) {
+            return;
+        }
+        Require(!key.alt, "a key with Alt was taken");
+        if (key.code == 0x74) {
+            return WalkProduct([&] { action(); }, key.repeated);
+        }
+        const std::size_t page = form().SSTab1.Tab();
+        const std::size_t rows = form().ListView1.Count();
+        const std::size_t sheets = form().ListView3.Count();
+        const bool parts = focus == app::Focus::kPartsList;
+        if (key.code == 0x2D && (parts ? rows : sheets) >= kMostRows) {
+            return;
+        }
+        const bool has_row = (parts ? form().ListView1 : form().ListView3).CurrentRow().has_value();
+        program_->message_boxes.answer = true;
+        fillings_ += key.code == 'O' || key.code == 'Z' || key.code == 'Y' ? 1 : 0;
+        action();
+        if (key.code == 0x2D || key.code == 0x2E) {
+            const std::size_t added = !key.repeated && key.code == 0x2D ? 1 : 0;
+            const std::size_t removed = !key.repeated && key.code == 0x2E && has_row ? 1 : 0;
+            Require(form().ListView1.Count() + (parts ? removed : 0) ==
+                            rows + (parts ? added : 0) &&
+                        form().ListView3.Count() + (parts ? 0 : removed) ==
+                            sheets + (parts ? 0 : added),
+                    "a key has added or removed other rows");
+            Good("row by key");
+        } else if (key.code == 0x09 || (key.code >= '1' && key.code <= '5')) {
+            const std::size_t shown = key.repeated       ? page
+                                      : key.code != 0x09 ? static_cast<std::size_t>(key.code - '1')
+                                      : key.shift        ? (page + 4) % 5
+                                                         : (page + 1) % 5;
+            Require(form().SSTab1.Tab() == shown, "a key has shown another page");
+            Require(shown == page || form().Command18.Caption() == "min",
+                    "a page of a collapsed window");
+            Good("page by key");
+        }
+    }
+
+    void ForgetValue() {
+        controls::ComboBox& picker = Picker(Below(4));
+        if (!Alive() || picker.Items().empty()) {
+            return;
+        }
+        Texts expected = picker.Items();
+        const std::size_t item = Below(expected.size());
+        expected.erase(expected.begin() + static_cast<std::ptrdiff_t>(item));
+        picker.Forget(item);
+        Require(picker.Items() == expected, "another value was forgotten");
     }
 
     void EditNewName() {
@@ -2044,6 +2158,10 @@ class Person::Life {
                 before.rows[static_cast<std::size_t>(to)].tag.empty() &&
                 before.rows[*before.current - 1].tag.empty()) {
                 std::swap(expected[static_cast<std::size_t>(to)], expected[*before.current - 1]);
+                std::ranges::stable_sort(expected, {}, [&](std::uint64_t id) {
+                    return std::ranges::find(before.rows, id, &RowState::id)->tag;
+                });
+                Good("sheet moved by key");
             }
         }
         Require(Ids(StateOf(list)) == expected, "a key has moved another sheet");
@@ -2297,7 +2415,7 @@ const std::vector<Person::Life::Doing>& Person::Life::Doings() {
     static const std::vector<Doing> doings{
         {4, "takes back", &Life::TakeBack},
         {2, "loses the power", &Life::LosePower},
-        {6, "Načtení stromu", &Life::WalkProduct},
+        {6, "Načtení stromu", &Life::WalkByButton},
         {4, "naplneni tree", &Life::FillTree},
         {9, "Naplň list", &Life::FillList},
         {3, "generator", &Life::Generate},
@@ -2316,6 +2434,8 @@ const std::vector<Person::Life::Doing>& Person::Life::Doings() {
         {5, "Alt and an arrow", &Life::MoveByKey},
         {5, "opens a menu", &Life::OpenMenu},
         {4, "Přidat", &Life::Add},
+        {6, "presses the key", &Life::PressKey},
+        {1, "forgets a value", &Life::ForgetValue},
         {4, "Smazat", &Life::Delete},
         {8, "uses a picker", &Life::UsePicker},
         {5, "Uložení tabulky", &Life::PressSave},

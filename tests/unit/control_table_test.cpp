@@ -1,15 +1,19 @@
 // The form, the resources and the table between them, read as texts: every control of the form has
 // its number, its place and its row, in the same words.
+#include "win32/access_keys.hpp"
 #include "win32/control_table.hpp"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <fstream>
 #include <iterator>
 #include <map>
 #include <regex>
 #include <set>
+
+#include "tests/support/headless_form.hpp"
 
 namespace {
 
@@ -76,6 +80,50 @@ const win32::ControlRow* RowOf(int id) {
         }
     }
     return nullptr;
+}
+
+// What every dialog of the resources places, by the dialog's name.
+std::map<std::string, std::string> Dialogs() {
+    static const std::string resources = ReadSource("src/win32/dorvak.rc");
+    std::map<std::string, std::string> dialogs;
+    for (const auto& match : Matches(resources, std::regex("\n(IDD_\\w+) DIALOGEX"))) {
+        const auto at = static_cast<std::size_t>(match.position());
+        const std::size_t begin = resources.find("\nBEGIN\n", at);
+        dialogs[match[1]] = resources.substr(begin, resources.find("\nEND\n", at) - begin);
+    }
+    return dialogs;
+}
+
+// The name under which the resources have a number.
+std::string NameOf(int id) {
+    for (const auto& [name, number] : ResourceNumbers()) {
+        if (number == id) {
+            return name;
+        }
+    }
+    return "";
+}
+
+bool Places(const std::string& dialog, int id) {
+    return std::regex_search(dialog, std::regex("\\b" + NameOf(id) + "\\b"));
+}
+
+// The words that an access key underlines a letter of.
+std::string CaptionOf(const controls::Form1& form, const win32::ControlRow& row) {
+    return std::visit(
+        [&form](auto member) -> std::string {
+            const auto& control = form.*member;
+            if constexpr (requires { control.Label(); }) {
+                return control.Label();
+            } else if constexpr (requires { control.Caption(); }) {
+                return control.Caption();
+            } else if constexpr (requires { control.caption; }) {
+                return control.caption;
+            } else {
+                return "";
+            }
+        },
+        row.member);
 }
 
 const char* KindOf(const win32::ControlRow& row) {
@@ -151,4 +199,102 @@ TEST(ControlTable, CaptionsInTheDialogsAreTheForms) {
                       control.captions.at(0));
         }
     }
+}
+
+TEST(ControlTable, EveryButtonHasATipOfOneLine) {
+    for (const win32::ControlRow& row : win32::kControlTable) {
+        const std::string kind = KindOf(row);
+        const std::string tip = row.help.tip;
+        SCOPED_TRACE(NameOf(row.id));
+        EXPECT_EQ(!tip.empty(), kind == "Button" || kind == "CheckBox");
+        EXPECT_EQ(tip.find_first_of("\r\n\t&"), std::string::npos);
+        // In characters: more would not fit on a narrow screen.
+        EXPECT_LE(std::ranges::count_if(tip, [](char c) { return (c & 0xC0) != 0x80; }), 100);
+        EXPECT_TRUE(tip.empty() || tip.ends_with('.')) << tip;
+    }
+}
+
+TEST(ControlTable, NoTwoTipsAreAlike) {
+    std::set<std::string> tips;
+    for (const win32::ControlRow& row : win32::kControlTable) {
+        EXPECT_TRUE(row.help.tip[0] == 0 || tips.insert(row.help.tip).second) << row.help.tip;
+    }
+}
+
+TEST(ControlTable, WhatHasNoCaptionHasAName) {
+    const testing_support::HeadlessForm headless;
+    for (const win32::ControlRow& row : win32::kControlTable) {
+        const std::string kind = KindOf(row);
+        SCOPED_TRACE(NameOf(row.id));
+        if (kind == "StatusBar" || kind == "MenuItem") {
+            continue; // its text is its name
+        }
+        const bool says_itself = !CaptionOf(headless.form, row).empty() && kind != "TabControl";
+        EXPECT_NE(std::string(row.help.name).empty(), !says_itself);
+        EXPECT_EQ(row.help.label_id != 0, kind == "ComboBox");
+    }
+}
+
+// A label names the control that follows it.
+TEST(ControlTable, EveryPickerFollowsItsLabel) {
+    const std::string page = Dialogs().at("IDD_PAGE2");
+    for (const win32::ControlRow& row : win32::kControlTable) {
+        if (row.help.label_id != 0) {
+            const std::string picker = NameOf(row.id);
+            EXPECT_TRUE(std::regex_search(
+                page, std::regex(NameOf(row.help.label_id) + "[^\n]*\n +PICKER." + picker + ",")))
+                << picker;
+        }
+    }
+}
+
+TEST(ControlTable, AccessKeysAreLettersOfTheirCaptionsAndNoTwoAlikeOnAPage) {
+    const testing_support::HeadlessForm headless;
+    const auto dialogs = Dialogs();
+    int found = 0;
+    for (const auto& [name, dialog] : dialogs) {
+        if (name != "IDD_INPUT_BOX" && name != "IDD_FORM1") {
+            std::set<char> used;
+            for (const win32::ControlRow& row : win32::kControlTable) {
+                const char key = row.help.access_key;
+                // The top strip stands above every page.
+                if (key == 0 ||
+                    (!Places(dialog, row.id) && !Places(dialogs.at("IDD_FORM1"), row.id))) {
+                    continue;
+                }
+                ++found;
+                EXPECT_TRUE(used.insert(key).second) << name << " " << key;
+                EXPECT_TRUE(key >= 'A' && key <= 'Z') << key;
+                const std::string caption = CaptionOf(headless.form, row);
+                EXPECT_EQ(win32::WithAccessKey(caption, key).size(), caption.size() + 1)
+                    << caption << " " << key;
+            }
+        }
+    }
+    EXPECT_GE(found, 20);
+    // The main road, from the product to the table and the sheets.
+    for (const int id : {ID_Command3, ID_Command5, ID_Command4, ID_Command11, ID_Command21,
+                         ID_Command22, ID_Command23, ID_Command34}) {
+        EXPECT_NE(
+            std::ranges::find(win32::kControlTable, id, &win32::ControlRow::id)->help.access_key, 0)
+            << NameOf(id);
+    }
+}
+
+TEST(ControlTable, FromTheConfigurationTheTabKeyGoesToTheButtonThatMakesTheTable) {
+    const std::string page = Dialogs().at("IDD_PAGE3");
+    const auto place = [&page](const char* id) { return page.find(id); };
+    EXPECT_LT(place("ID_Text2"), place("ID_Command11"));
+    for (const char* other : {"ID_Command19", "ID_Command16", "ID_Command8", "ID_Check3"}) {
+        EXPECT_LT(place("ID_Command11"), place(other)) << other;
+    }
+}
+
+TEST(AccessKey, IsUnderlinedAtTheFirstPlaceOfItsLetter) {
+    EXPECT_EQ(win32::WithAccessKey("naplneni tree", 'T'), "naplneni &tree");
+    EXPECT_EQ(win32::WithAccessKey("Vytvorení", 'V'), "&Vytvorení");
+    EXPECT_EQ(win32::WithAccessKey("Exportovat", 'X'), "E&xportovat");
+    EXPECT_EQ(win32::WithAccessKey("min", 0), "min");
+    EXPECT_EQ(win32::WithAccessKey("a & b", 'B'), "a && &b");
+    EXPECT_EQ(win32::WithAccessKey("", 'B'), "");
 }

@@ -203,7 +203,8 @@ TEST_F(History, TakesBackAndMakesAgainWhateverWasDone) {
                     list_.SetChecked(row, random() % 2 == 0);
                     break;
                 case 4:
-                    list_.Move(row, 1 + random() % rows);
+                    list_.SetSorted(1);
+                    list_.SetUnsorted();
                     break;
                 default:
                     list_.SetSelected(row, true);

@@ -146,19 +146,6 @@ TEST(ListView, TheTipGoesWithTheRows) {
     EXPECT_EQ(list.ToolTip(), "");
 }
 
-TEST(ListView, ARowMovesToThePlaceOfAnotherAndTheCurrentOneStaysItself) {
-    ListView list = ThreeColumns({"a", "b", "c", "d"});
-    list.SetCurrentRow(2);
-    list.Move(4, 1);
-    EXPECT_EQ(Names(list), "d a b c ");
-    EXPECT_EQ(list.CurrentRow(), 3U);
-    list.Move(1, 3);
-    EXPECT_EQ(Names(list), "a b d c ");
-    EXPECT_EQ(list.CurrentRow(), 2U);
-    EXPECT_EQ(ErrorOf([&] { list.Move(1, 5); }), 35600);
-    EXPECT_EQ(ErrorOf([&] { list.Move(0, 1); }), 35600);
-}
-
 TEST(ListView, AnEmptySelectionGoesOutAsNothing) {
     EXPECT_EQ(ThreeColumns({"a"}).SelectionAsText(), "");
 }

@@ -647,6 +647,8 @@ TEST_F(SimulatorTest, SamplesLoad) {
         session_.LoadDocument(name, std::string{std::istreambuf_iterator<char>(file), {}});
     }
     EXPECT_EQ(session_.ActiveDocumentName(), "Gearbox.CATDrawing");
+    EXPECT_TRUE(session_.ActiveDocument()->selection.empty())
+        << "a newcomer's first table would not be the selected one";
     session_.Activate("Gearbox.CATProduct");
     EXPECT_EQ(CountInstances(GetObject(ActiveDocument(), "Product")), 58);
 }

@@ -1,0 +1,108 @@
+#include "app/keys.hpp"
+
+namespace app {
+
+namespace {
+
+using controls::Event;
+using controls::Form1;
+
+constexpr std::size_t kStructurePage = 0;
+constexpr std::size_t kSheetsPage = 4;
+
+void ShowPage(Form1& form, std::size_t page) {
+    if (page != form.SSTab1.Tab()) {
+        form.SSTab1.UserClick(page);
+    }
+}
+
+// As a click does it: not where it is greyed.
+Event<> Press(const controls::Button& button) {
+    return [&button] {
+        if (button.Enabled()) {
+            button.Click();
+        }
+    };
+}
+
+// An entry is greyed as its menu opens; what it does where there is nothing to do is its own
+// affair.
+Event<> Choose(const controls::MenuItem& item) {
+    return [&item] { controls::Raise(item.Click); };
+}
+
+Event<> ActionOfRowKey(Form1& form, int code, Focus focus) {
+    const bool parts = focus == Focus::kPartsList;
+    if (!parts && focus != Focus::kSheetList) {
+        return nullptr;
+    }
+    switch (code) {
+    case key_codes::kInsert:
+        return Choose(parts ? form.m_Pridat : form.m_Sheet_pridej);
+    case key_codes::kDelete:
+        return Choose(parts ? form.m_Smazat : form.m_Sheet_smaz);
+    default:
+        return nullptr;
+    }
+}
+
+Event<> ActionOfControlKey(Form1& form, const Key& key, Focus focus) {
+    const std::size_t pages = form.SSTab1.Captions().size();
+    if (key.code == key_codes::kTab) {
+        return [&form, pages, step = key.shift ? pages - 1 : 1] {
+            ShowPage(form, (form.SSTab1.Tab() + step) % pages);
+        };
+    }
+    if (key.code >= '1' && key.code < '1' + static_cast<int>(pages)) {
+        return [&form, page = static_cast<std::size_t>(key.code - '1')] { ShowPage(form, page); };
+    }
+    if (key.shift) {
+        return nullptr;
+    }
+    const bool sheets = form.SSTab1.Tab() == kSheetsPage;
+    switch (key.code) {
+    case 'S':
+        return Press(form.Command17);
+    case 'O':
+        return Press(form.Command27);
+    case 'Z':
+        return focus == Focus::kField ? nullptr : Choose(sheets ? form.m_Sheet_zpet : form.m_Zpet);
+    case 'Y':
+        return focus == Focus::kField ? nullptr
+                                      : Choose(sheets ? form.m_Sheet_znovu : form.m_Znovu);
+    default:
+        return nullptr;
+    }
+}
+
+Event<> ActionOfPress(Form1& form, const Key& key, Focus focus) {
+    if (key.control) {
+        return ActionOfControlKey(form, key, focus);
+    }
+    if (key.shift) {
+        return nullptr;
+    }
+    if (key.code == key_codes::kF5) {
+        return [&form, read = Press(form.Command3)] {
+            ShowPage(form, kStructurePage);
+            read();
+        };
+    }
+    return ActionOfRowKey(form, key.code, focus);
+}
+
+} // namespace
+
+Event<> ActionOfKey(Form1& form, const Key& key, Focus focus) {
+    if (key.alt) {
+        return nullptr;
+    }
+    const bool goes_on = key.code == 'Z' || key.code == 'Y';
+    Event<> action = ActionOfPress(form, key, focus);
+    if (action && key.repeated && !goes_on) {
+        return [] {};
+    }
+    return action;
+}
+
+} // namespace app
