@@ -329,12 +329,12 @@ void LargeWalk(const Options& options) {
                 Send(dorvak.Window(), WM_NULL);
                 answers.push_back(MillisecondsSince(asked));
             });
-    const Clock::time_point walked = Clock::now();
+    const Clock::time_point walk_end = Clock::now();
     WaitTightly(
         "the large tree",
         [&] { return Send(dorvak[ID_TreeView1], TVM_GETCOUNT, 0, 0, kLong) == kLarge + 1; }, kLong);
     WaitUntilDone(dorvak.Window(), dorvak[ID_Text7]);
-    const double tree = MillisecondsSince(walked);
+    const double tree = MillisecondsSince(walk_end);
     const double memory_after = WorkingSet(dorvak.Process());
     const Clock::time_point fill = Clock::now();
     Press(dorvak, ID_Command4);

@@ -482,7 +482,7 @@ void StatusBarView::SetDpi(UINT dpi) {
     SetWindowPos(progress_bar_, nullptr, panel.left, panel.bottom - height,
                  panel.right - panel.left, height, SWP_NOZORDER | SWP_NOACTIVATE);
     ShowIcon();
-    ShowCutText();
+    ShowTextTip();
 }
 
 bool StatusBarView::InSight() const {

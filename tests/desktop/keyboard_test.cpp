@@ -91,7 +91,7 @@ TEST(StatusText, IsATipWhereItIsCut) {
                                      80, 500, 20, form, nullptr, nullptr, nullptr);
     {
         controls::StatusBar status;
-        win32::StatusBarView view(bar, status);
+        win32::StatusBarView view(bar, status, [](const auto& event) { event(); });
         view.SetDpi(96);
         const std::string path = "Ulozeni ok C:\\Vykresy" + std::string(120, 'x') + "\\a.tab";
         for (const bool cut : {false, true, false, true}) {

@@ -11,10 +11,11 @@ namespace {
 constexpr int kFullHeight = 7155; // twips
 constexpr int kCollapsedHeight = 660;
 constexpr std::array<UINT, 4> kScales{96, 120, 144, 192};
-constexpr std::array kParts{ID_Check2,    ID_Command18, ID_SSTab1,    ID_StatusBar1, ID_Text1,
-                            ID_TreeView1, ID_ListView2, ID_List1,     ID_ListView1,  ID_Combo4,
-                            ID_Command15, ID_Text2,     ID_Command11, ID_Text3,      ID_ListView3,
-                            ID_Text5,     ID_Command28, ID_Frame3,    ID_Command32};
+constexpr std::array kControls{ID_Check2,    ID_Command18, ID_SSTab1,    ID_StatusBar1,
+                               ID_Text1,     ID_TreeView1, ID_ListView2, ID_List1,
+                               ID_ListView1, ID_Combo4,    ID_Command15, ID_Text2,
+                               ID_Command11, ID_Text3,     ID_ListView3, ID_Text5,
+                               ID_Command28, ID_Frame3,    ID_Command32};
 
 bool UnderWine() {
     return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
@@ -107,7 +108,7 @@ std::string Spot(const DorvakWindow& dorvak, int id) {
 
 std::vector<std::string> Spots(const DorvakWindow& dorvak) {
     std::vector<std::string> spots;
-    for (const int part : kParts) {
+    for (const int part : kControls) {
         spots.push_back(Spot(dorvak, part));
     }
     return spots;
