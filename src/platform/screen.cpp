@@ -7,10 +7,10 @@ namespace platform {
 
 namespace {
 
-// How much of `area` lies in `part`, in pixels.
-long long Common(const Area& area, const Area& part) {
-    const long long width = std::min(area.right, part.right) - std::max(area.left, part.left);
-    const long long height = std::min(area.bottom, part.bottom) - std::max(area.top, part.top);
+// How much of the one lies in the other, in pixels.
+long long Common(const Area& one, const Area& other) {
+    const long long width = std::min(one.right, other.right) - std::max(one.left, other.left);
+    const long long height = std::min(one.bottom, other.bottom) - std::max(one.top, other.top);
     return width > 0 && height > 0 ? width * height : 0;
 }
 

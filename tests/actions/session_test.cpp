@@ -153,7 +153,7 @@ TEST_F(Unreachable, AnotherRegisteredProgramIsNamed) {
               "Pro ovládání jinými programy je místo běžící CATIE zapsaný program "
               "„D:\\Other\\3DEXPERIENCE.exe“. Ukončete CATII, spusťte jako správce příkaz "
               "„\"C:\\CATIA\\code\\bin\\CNEXT.exe\" /regserver“ a spusťte CATII znovu.");
-    programs.registration.program = "c:\\catia\\CODE\\bin\\cnext.EXE"; // the same after all
+    programs.registration.program = R"(c:\catia\CODE\bin\cnext.EXE)"; // the same after all
     EXPECT_EQ(Explanation(), "Okno CATIE je vidět, ale CATIA ještě nepřijímá příkazy. Počkejte, až "
                              "se celá spustí; nepomůže-li to, ukončete ji a spusťte znovu.");
 }

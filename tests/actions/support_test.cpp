@@ -16,7 +16,7 @@ using testing_support::AddRow;
 
 using Lines = std::vector<std::string>;
 
-constexpr const char* kDiagnosis = "C:\\Local\\Dorvak\\diagnostika.txt";
+constexpr const char* kDiagnosis = R"(C:\Local\Dorvak\diagnostika.txt)";
 
 struct Log : testing_support::ActionTest {
     Log() { AddRow(form.ListView1, {"Hřídel tajná", "0001", "2", "2", "S235", "D25", ""}); }
@@ -193,7 +193,8 @@ TEST_F(Support, OProgramuSaysTheVersionAndWhereTheFilesStand) {
 
 TEST_F(Support, TheDiagnosisAsksASessionWhatItIsAndTimesTenCalls) {
     Open("DrawingDocument \"Tajny 1.2.CATDrawing\"\nsheet A active\n");
-    const Lines expected{"Dorvak " DORVAK_VERSION_TEXT ": diagnostika 2026-03-01 14:32:05.123",
+    const std::string version = DORVAK_VERSION_TEXT;
+    const Lines expected{"Dorvak " + version + ": diagnostika 2026-03-01 14:32:05.123",
                          "Složka dat: C:\\Dorvak",
                          "Windows: 11",
                          "Jazyk: cs",

@@ -53,7 +53,8 @@ class ProgramFile {
             if (import.Name == 0) {
                 return names;
             }
-            names.insert(Lower(bytes_.substr(OffsetOf(import.Name)).c_str()));
+            const std::size_t name = OffsetOf(import.Name);
+            names.insert(Lower(bytes_.substr(name, bytes_.find('\0', name) - name)));
         }
     }
 

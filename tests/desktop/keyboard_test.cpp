@@ -13,10 +13,10 @@ namespace {
 
 using Rows = std::vector<std::string>;
 
-const std::string kThreeParts = "\r\n0\tTop"
-                                "\r\n1\tA\tTop"
-                                "\r\n1\tB\tTop"
-                                "\r\n1\tC\tTop";
+const std::string kThreeRows = "\r\n0\tTop"
+                               "\r\n1\tA\tTop"
+                               "\r\n1\tB\tTop"
+                               "\r\n1\tC\tTop";
 
 class Keyboard : public DesktopTest {
   protected:
@@ -172,7 +172,7 @@ TEST_F(Keyboard, AloneGoesTheWholeMainRoad) {
 }
 
 TEST_F(Keyboard, OpensTheMenuOfTheSaveButtonAndForgetsAValue) {
-    FillList(dorvak_, kThreeParts, 3);
+    FillList(dorvak_, kThreeRows, 3);
     Click(List(), RowPoint(List(), 0));
     const HWND picker = dorvak_[ID_Combo1];
     WaitUntil("the pickers enabled", [&] { return IsWindowEnabled(picker) != FALSE; });
@@ -215,7 +215,7 @@ TEST_F(Keyboard, OpensTheMenuOfTheSaveButtonAndForgetsAValue) {
 TEST_F(Keyboard, LettersWithTheRightAltStayWithTheField) {
     dorvak_.OpenPage(kExportPage);
     Click(dorvak_[ID_Text2]);
-    for (const WORD key : {'1', '2', '5', 'S', 'O'}) {
+    for (const unsigned char key : {'1', '2', '5', 'S', 'O'}) {
         PressKey(key, {VK_CONTROL, VK_MENU});
     }
     Sleep(300);
@@ -224,7 +224,7 @@ TEST_F(Keyboard, LettersWithTheRightAltStayWithTheField) {
 }
 
 TEST_F(Keyboard, CheckBoxesFollowProgramsThatSetThem) {
-    FillList(dorvak_, kThreeParts, 3);
+    FillList(dorvak_, kThreeRows, 3);
     ASSERT_TRUE(Topmost(dorvak_.Window()));
     Send(dorvak_[ID_Check2], BM_SETCHECK, BST_UNCHECKED);
     WaitUntil("the window not on top", [&] { return !Topmost(dorvak_.Window()); });

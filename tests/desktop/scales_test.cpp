@@ -108,6 +108,7 @@ std::string Spot(const DorvakWindow& dorvak, int id) {
 
 std::vector<std::string> Spots(const DorvakWindow& dorvak) {
     std::vector<std::string> spots;
+    spots.reserve(kControls.size());
     for (const int part : kControls) {
         spots.push_back(Spot(dorvak, part));
     }
@@ -155,7 +156,8 @@ class Scales : public DesktopTest {
     }
 
     static void ExpectCaptionFits(HWND button) {
-        if (!Text(button).empty()) {
+        // A picture button's name is not drawn.
+        if ((GetWindowLongPtrW(button, GWL_STYLE) & BS_ICON) == 0) {
             EXPECT_LE(IdealSize(button).cx, Width(button)) << Text(button);
         }
     }
@@ -208,7 +210,7 @@ TEST_F(Scales, ChangeWhileTheWindowIsOpenCollapsedAndMinimised) {
     WaitForHeight(dorvak, kFullHeight, 144);
     EXPECT_EQ(Place(window).left, 30);
     EXPECT_EQ(Place(window).top, 40);
-    EXPECT_NEAR(Width(dorvak[ID_TreeView1]), tree_width * 3 / 2, 3);
+    EXPECT_NEAR(Width(dorvak[ID_TreeView1]), tree_width * 1.5, 3);
 
     dorvak.Press(ID_Command18);
     WaitForHeight(dorvak, kCollapsedHeight, 144);
@@ -216,7 +218,7 @@ TEST_F(Scales, ChangeWhileTheWindowIsOpenCollapsedAndMinimised) {
     WaitForHeight(dorvak, kCollapsedHeight, 120);
     dorvak.Press(ID_Command18);
     WaitForHeight(dorvak, kFullHeight, 120);
-    EXPECT_NEAR(Width(dorvak[ID_TreeView1]), tree_width * 5 / 4, 3);
+    EXPECT_NEAR(Width(dorvak[ID_TreeView1]), tree_width * 1.25, 3);
 
     PostMessageW(window, WM_SYSCOMMAND, SC_MINIMIZE, 0);
     WaitUntil("the window minimised", [&] { return IsIconic(window) != FALSE; });

@@ -35,7 +35,7 @@ std::vector<std::string> LinesOf(const std::string& path) {
 }
 
 // The value that the diagnosis has under a name.
-std::string Value(const std::vector<std::string>& diagnosis, const std::string& name) {
+std::string ValueOf(const std::vector<std::string>& diagnosis, const std::string& name) {
     for (const std::string& line : diagnosis) {
         if (line.starts_with(name + ": ")) {
             return line.substr(name.size() + 2);
@@ -85,15 +85,15 @@ TEST_F(Support, ARightClickOnTheStatusLineLeadsToTheDiagnosisOfASession) {
     Click(dorvak_[ID_StatusBar1], POINT{200, 8}, MouseButton::kRight);
     const auto diagnosis = ChooseDiagnosis("status-menu.png");
     const std::string session = SessionProgram();
-    EXPECT_EQ(Value(diagnosis, "Okna CATIE"), "1");
-    EXPECT_TRUE(text::EqualsIgnoringCase(Value(diagnosis, "Třída CATIA.Application"),
+    EXPECT_EQ(ValueOf(diagnosis, "Okna CATIE"), "1");
+    EXPECT_TRUE(text::EqualsIgnoringCase(ValueOf(diagnosis, "Třída CATIA.Application"),
                                          "zapsaná, " + session))
-        << Value(diagnosis, "Třída CATIA.Application");
-    EXPECT_EQ(Value(diagnosis, "Objekt CATIE"), "dostupný");
-    EXPECT_EQ(Value(diagnosis, "Jméno"), "CNEXT");
-    EXPECT_EQ(Value(diagnosis, "Verze"), "V5 R28 SP4");
-    EXPECT_EQ(Value(diagnosis, "Aktivní dokument"), "CATProduct");
-    const std::string times = Value(diagnosis, "Deset volání");
+        << ValueOf(diagnosis, "Třída CATIA.Application");
+    EXPECT_EQ(ValueOf(diagnosis, "Objekt CATIE"), "dostupný");
+    EXPECT_EQ(ValueOf(diagnosis, "Jméno"), "CNEXT");
+    EXPECT_EQ(ValueOf(diagnosis, "Verze"), "V5 R28 SP4");
+    EXPECT_EQ(ValueOf(diagnosis, "Aktivní dokument"), "CATProduct");
+    const std::string times = ValueOf(diagnosis, "Deset volání");
     EXPECT_EQ(std::ranges::count(times, ';'), 9) << times;
     EXPECT_TRUE(std::ranges::any_of(diagnosis, [&](const std::string& line) {
         return text::ContainsIgnoringCase(line, "  " + session + ", ");
@@ -113,11 +113,11 @@ TEST_F(Support, TheKeyboardComesToTheStatusLineAndToTheDiagnosisWithoutASession)
               "Dorvak " DORVAK_VERSION_TEXT ":");
     for (const char* name : {"Windows", "Kódové stránky", "Jazyk a oblast", "Formát čísel",
                              "Obrazovky", "Rozlišení při přihlášení", "Velikost textu"}) {
-        EXPECT_GT(Value(diagnosis, name).size(), 3U) << name << ": " << Value(diagnosis, name);
+        EXPECT_GT(ValueOf(diagnosis, name).size(), 3U) << name << ": " << ValueOf(diagnosis, name);
     }
-    EXPECT_TRUE(Value(diagnosis, "Kódové stránky").starts_with(std::to_string(GetACP()) + " "));
-    EXPECT_EQ(Value(diagnosis, "Okna CATIE"), "0");
-    EXPECT_TRUE(Value(diagnosis, "Objekt CATIE").starts_with("chyba 429: "));
+    EXPECT_TRUE(ValueOf(diagnosis, "Kódové stránky").starts_with(std::to_string(GetACP()) + " "));
+    EXPECT_EQ(ValueOf(diagnosis, "Okna CATIE"), "0");
+    EXPECT_TRUE(ValueOf(diagnosis, "Objekt CATIE").starts_with("chyba 429: "));
     const auto log = LinesOf(LocalFolder() + "\\dorvak.log");
     ASSERT_GE(log.size(), 2U);
     EXPECT_TRUE(log[log.size() - 2].ends_with(" Diagnostika: začátek")) << log[log.size() - 2];
@@ -190,6 +190,6 @@ TEST(LogFile, CanBeReadAndSharedWhileItIsWritten) {
     second.Write("b");
     first.Write("c");
     EXPECT_EQ(LinesOf(folder.Path() + "\\dorvak.log"), (std::vector<std::string>{"a", "b", "c"}));
-    win32::LogFile nowhere(folder.Path() + "\\no\\such\\place");
+    win32::LogFile nowhere(folder.Path() + R"(\no\such\place)");
     nowhere.Write("is no error");
 }

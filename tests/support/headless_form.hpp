@@ -105,7 +105,7 @@ struct SessionServers : platform::AutomationServers {
 // Every window belongs to one program, which is the one that is registered.
 struct OneProgram : platform::Programs {
     std::map<platform::WindowHandle, platform::Rights> rights; // that are not the same
-    std::string path = "C:\\CATIA\\code\\bin\\CNEXT.exe";
+    std::string path = R"(C:\CATIA\code\bin\CNEXT.exe)";
     platform::Registration registration{true, path};
 
     platform::Rights RightsOf(platform::WindowHandle window) override {
