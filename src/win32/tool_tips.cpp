@@ -13,30 +13,22 @@ constexpr int kWidestTip = 360; // design pixels
 
 constexpr UINT_PTR kInFront = 1; // the subclass
 
-// In front of the window from the moment that the tip shows, until it is hidden.
-LRESULT CALLBACK TipProcedure(HWND tip, UINT message, WPARAM w, LPARAM l, UINT_PTR,
-                              DWORD_PTR window) {
+LRESULT CALLBACK TipProcedure(HWND tip, UINT message, WPARAM w, LPARAM l, UINT_PTR, DWORD_PTR) {
     const LRESULT result = DefSubclassProc(tip, message, w, l);
-    if (message == WM_WINDOWPOSCHANGED) {
-        const UINT change = reinterpret_cast<const WINDOWPOS*>(l)->flags;
-        if ((change & SWP_SHOWWINDOW) != 0) {
-            const HWND owner = GetAncestor(reinterpret_cast<HWND>(window), GA_ROOT);
-            SetWindowLongPtrW(tip, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
-            SetWindowPos(tip, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-        } else if ((change & SWP_HIDEWINDOW) != 0) {
-            SetWindowLongPtrW(tip, GWLP_HWNDPARENT, 0);
-        }
+    if (message == WM_WINDOWPOSCHANGED &&
+        (reinterpret_cast<const WINDOWPOS*>(l)->flags & SWP_SHOWWINDOW) != 0) {
+        SetWindowPos(tip, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     } else if (message == WM_NCDESTROY) {
         RemoveWindowSubclass(tip, TipProcedure, kInFront);
     }
     return result;
 }
 
-HWND CreateTip(HWND window, DWORD style) {
+HWND CreateTip(DWORD style) {
     const HWND tip = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
                                      WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX | style, 0, 0, 0, 0,
                                      nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
-    KeepInFront(tip, window);
+    KeepInFront(tip);
     return tip;
 }
 
@@ -66,9 +58,9 @@ LPARAM Pointer(TTTOOLINFOW& tool) {
 
 } // namespace
 
-void KeepInFront(HWND tip, HWND window) {
+void KeepInFront(HWND tip) {
     SetWindowLongPtrW(tip, GWLP_HWNDPARENT, 0);
-    SetWindowSubclass(tip, TipProcedure, kInFront, reinterpret_cast<DWORD_PTR>(window));
+    SetWindowSubclass(tip, TipProcedure, kInFront, 0);
 }
 
 ToolTip::~ToolTip() {
@@ -91,7 +83,7 @@ void ToolTip::Show(HWND window, std::string_view text, const std::optional<RECT>
         return tool;
     };
     if (tip_ == nullptr) {
-        tip_ = CreateTip(window, 0);
+        tip_ = CreateTip(0);
         SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, Scaled(kWidestTip, LayoutDpi()));
         for (std::size_t each = 0; each < (area ? shown_.size() : 1); ++each) {
             std::wstring nothing;
@@ -116,7 +108,7 @@ ControlTips::~ControlTips() {
 void ControlTips::Add(HWND control, std::string_view text) {
     if (tip_ == nullptr) {
         constexpr LPARAM kToRead = 20000; // milliseconds
-        tip_ = CreateTip(control, 0);
+        tip_ = CreateTip(0);
         SendMessageW(tip_, TTM_SETDELAYTIME, TTDT_AUTOPOP, kToRead);
     }
     std::wstring wide = com::Widen(text);
@@ -148,7 +140,7 @@ void Balloon::Show(HWND window, std::string_view text, bool is_error, POINT at) 
     std::wstring wide = com::Widen(text);
     window_ = window;
     if (tip_ == nullptr) {
-        tip_ = CreateTip(window_, TTS_BALLOON);
+        tip_ = CreateTip(TTS_BALLOON);
         std::wstring nothing;
         TTTOOLINFOW tool = Tool(window_, TTF_TRACK | TTF_ABSOLUTE, nothing);
         SendMessageW(tip_, TTM_ADDTOOLW, 0, Pointer(tool));

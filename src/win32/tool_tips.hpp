@@ -11,10 +11,9 @@
 
 namespace win32 {
 
-// Keeps a tip before the window that it belongs to, `window` or the one that `window` stands in,
-// also while that is topmost: the tip is topmost too, and owned by it. It is owned only while it
-// shows: Wine does not put a window on top that owns another.
-void KeepInFront(HWND tip, HWND window);
+// Puts a tip before all other windows, topmost ones too, whenever it shows. It has no owner: Wine
+// does not put a window on top again that owns another one.
+void KeepInFront(HWND tip);
 
 class ToolTip {
   public:

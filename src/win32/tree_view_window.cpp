@@ -18,7 +18,7 @@ TreeViewWindow::TreeViewWindow(HWND window, controls::TreeView& tree, RunEvent r
     // Check boxes asked for at creation do not take states; they must come afterwards.
     SetWindowLongPtrW(Window(), GWL_STYLE, GetWindowLongPtrW(Window(), GWL_STYLE) | TVS_CHECKBOXES);
     SendMessageW(Window(), TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
-    KeepInFront(TreeView_GetToolTips(Window()), Window()); // the tips of cut-off names
+    KeepInFront(TreeView_GetToolTips(Window())); // the tips of cut-off names
     SetWindowSubclass(Window(), WindowProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
 
