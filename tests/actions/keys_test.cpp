@@ -48,7 +48,7 @@ TEST_F(Keys, ControlAndTabGoRoundThePages) {
 }
 
 TEST_F(Keys, ControlAndADigitShowAPage) {
-    for (const unsigned char digit : {'3', '5', '1', '2', '4'}) {
+    for (const int digit : {0x33, 0x35, 0x31, 0x32, 0x34}) {
         EXPECT_TRUE(Press(Control(digit), Focus::kField));
         EXPECT_EQ(form.SSTab1.Tab(), static_cast<std::size_t>(digit - '1'));
     }
@@ -93,7 +93,7 @@ TEST_F(Keys, AreTheseAndNoOthers) {
                              {'S', true, false, true},  {'O', true, false, true},
                              {'Z', true, false, false}, {'Y', true, false, false},
                              {0x74, false, false, true}};
-    for (const unsigned char digit : {'1', '2', '3', '4', '5'}) {
+    for (const int digit : {0x31, 0x32, 0x33, 0x34, 0x35}) {
         taken.push_back({digit, true, false, true});
         taken.push_back({digit, true, true, true});
     }

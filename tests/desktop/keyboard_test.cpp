@@ -215,7 +215,7 @@ TEST_F(Keyboard, OpensTheMenuOfTheSaveButtonAndForgetsAValue) {
 TEST_F(Keyboard, LettersWithTheRightAltStayWithTheField) {
     dorvak_.OpenPage(kExportPage);
     Click(dorvak_[ID_Text2]);
-    for (const unsigned char key : {'1', '2', '5', 'S', 'O'}) {
+    for (const WORD key : {WORD{'1'}, WORD{'2'}, WORD{'5'}, WORD{'S'}, WORD{'O'}}) {
         PressKey(key, {VK_CONTROL, VK_MENU});
     }
     Sleep(300);
