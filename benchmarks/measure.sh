@@ -9,8 +9,8 @@
 # PAIRS is the number of interleaved pairs of runs, 10 where nothing is said. The sections are
 # start, walk, table, read, sheets, macro, lists, trees and large.
 #
-# All of it runs on one processor, as the tests do: where a call wakes another process on another
-# one, that takes longer than the call itself, and how long depends on the system's mood.
+# All of it runs on one processor, as the tests do: waking a process on another one takes longer than
+# the call itself, and how long varies from run to run.
 . "$(dirname "${BASH_SOURCE[0]}")/../scripts/setup.sh"
 
 need_packages "${windows_packages[@]}" "${wine_packages[@]}" "${screen_packages[@]}"

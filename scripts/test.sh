@@ -30,4 +30,5 @@ make_wine_prefix
 # The tests of all builds in one run.
 printf 'subdirs(native)\nsubdirs(fuzz)\nsubdirs(windows)\n' >build/CTestTestfile.cmake
 trap end_wine EXIT
-LC_ALL=C ctest --test-dir build --parallel "$(nproc)" --output-on-failure "${left_out[@]}" "${options[@]}"
+LC_ALL=C ctest --test-dir build --parallel "$(nproc)" --output-on-failure "${left_out[@]}" \
+    "${options[@]}"

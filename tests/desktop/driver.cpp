@@ -478,13 +478,17 @@ void MoveMouse(HWND window, POINT point) {
     MoveMouseTo(OnScreen(window, point), window);
 }
 
-void Click(HWND window, POINT point, MouseButton button) {
-    BringToFront(window);
+void ClickAsItStands(HWND window, POINT point, MouseButton button) {
     MoveMouse(window, point);
     const bool left = button == MouseButton::kLeft;
     const POINT target = OnScreen(window, point);
     Input({MouseInput(target, left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN),
            MouseInput(target, left ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP)});
+}
+
+void Click(HWND window, POINT point, MouseButton button) {
+    BringToFront(window);
+    ClickAsItStands(window, point, button);
 }
 
 void Click(HWND control, MouseButton button) {

@@ -82,6 +82,8 @@ enum class MouseButton { kLeft, kRight };
 
 // Points are in the window's client coordinates.
 void MoveMouse(HWND window, POINT point);
+// Does not bring the window to the front.
+void ClickAsItStands(HWND window, POINT point, MouseButton button = MouseButton::kLeft);
 void Click(HWND window, POINT point, MouseButton button = MouseButton::kLeft);
 // Clicks the middle of a control that must be enabled and visible.
 void Click(HWND control, MouseButton button = MouseButton::kLeft);

@@ -90,6 +90,10 @@ class Stopping : public DesktopTest {
         Run(button, end);
     }
 
+    void BeginWalk() const {
+        dorvak_.Press(ID_Command3);
+        WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    }
     // Presses the button of the walk while the focus stays where it is.
     static void StartWalk(const DorvakWindow& dorvak) {
         const HWND walk = dorvak[ID_Command3];
@@ -132,8 +136,7 @@ TEST_F(Stopping, AWalk) {
 TEST_F(Stopping, AWalkWithoutYields) {
     const CatiaSession catia({WriteProduct("flat.txt", 5000, false)});
     MoveAtTitle(20);
-    dorvak_.Press(ID_Command3);
-    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    BeginWalk();
 
     // Meanwhile the window paints, and what is typed waits.
     RECT client;
@@ -150,8 +153,7 @@ TEST_F(Stopping, AWalkWithoutYields) {
 
 TEST_F(Stopping, MessagesThatComeMeanwhileDoNotShowMoreTexts) {
     const CatiaSession catia({WriteProduct("flat.txt", 5000, false)});
-    dorvak_.Press(ID_Command3);
-    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    BeginWalk();
     const Clock::time_point start = Clock::now();
     int texts = 0;
     std::string last;
@@ -172,8 +174,7 @@ TEST_F(Stopping, KeysPressedBetweenYieldsAreTyped) {
     const CatiaSession catia({WriteProduct("flat.txt", 700, false)});
     Click(dorvak_[ID_Text1]);
     PressKey('A', {VK_CONTROL});
-    dorvak_.Press(ID_Command3);
-    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    BeginWalk();
     Click(dorvak_[ID_Text1]); // waits for the end, like the keys
     TypeText("Čáp");
     for (const WORD key : {WORD{'X'}, WORD{VK_LEFT}, WORD{'U'}}) {
@@ -187,13 +188,9 @@ TEST_F(Stopping, KeysPressedBetweenYieldsAreTyped) {
 
 TEST_F(Stopping, APressBetweenYieldsBringsTheWindowForward) {
     const CatiaSession catia({WriteProduct("flat.txt", 5000, false)});
-    dorvak_.Press(ID_Command3);
-    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    BeginWalk();
     BringToFront(catia.Window());
-    MoveMouse(dorvak_[ID_Text1], {20, 20}); // the window is on top
-    for (const DWORD button : {DWORD{MOUSEEVENTF_LEFTDOWN}, DWORD{MOUSEEVENTF_LEFTUP}}) {
-        mouse_event(button, 0, 0, 0, 0);
-    }
+    ClickAsItStands(dorvak_[ID_Text1], {20, 20}); // the window is on top
     WaitUntil("the window in front", [&] { return GetForegroundWindow() == dorvak_.Window(); });
     EXPECT_TRUE(dorvak_.Status().starts_with("Product: ")) << dorvak_.Status();
     PressKey(VK_ESCAPE);
@@ -202,8 +199,7 @@ TEST_F(Stopping, APressBetweenYieldsBringsTheWindowForward) {
 
 TEST_F(Stopping, WhatIsPressedWithoutTheQueueBetweenYieldsWaits) {
     const CatiaSession catia({WriteProduct("flat.txt", 5000, false)});
-    dorvak_.Press(ID_Command3);
-    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    BeginWalk();
     Send(dorvak_[ID_Check2], BM_CLICK); // as programs for the blind do
     EXPECT_TRUE(Topmost(dorvak_.Window()));
     EXPECT_TRUE(dorvak_.Status().starts_with("Product: ")) << dorvak_.Status();
@@ -227,8 +223,7 @@ TEST_F(Stopping, ARenameThatEndsWithTheFocusDuringACallIsTaken) {
 
 TEST_F(Stopping, ClosingTheWindowBetweenYieldsClosesTheProgram) {
     const CatiaSession catia({WriteProduct("flat.txt", 5000, false)});
-    dorvak_.Press(ID_Command3);
-    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    BeginWalk();
     dorvak_.Close();
     EXPECT_LT(CallsMade(catia.Log()), 15000);
 }
@@ -277,8 +272,7 @@ TEST_F(Stopping, AnOpenDropDownTakesTheKeyFirst) {
     FillList(dorvak_, LongStructure(2), 2);
     SelectRow(dorvak_[ID_ListView1], 0);
     dorvak_.OpenPage(kStructurePage);
-    dorvak_.Press(ID_Command3);
-    WaitUntil("the walk", [&] { return dorvak_.Status().starts_with("Product: "); });
+    BeginWalk();
     dorvak_.OpenPage(kEditPage);
     Click(dorvak_[ID_Combo1]);
     PressKey(VK_DOWN, {VK_MENU});
