@@ -87,11 +87,12 @@ void ListViewWindow::SetDpi(UINT dpi) {
         ++index;
     }
     shown_dpi_ = dpi;
-    if (look_.whole_rows) {
-        EndAfterWholeRow();
-    }
     if (fills) {
         FillWidth();
+    }
+    // Columns that were too wide for a moment had a scroll bar, which takes room from the rows.
+    if (look_.whole_rows) {
+        EndAfterWholeRow();
     }
 }
 

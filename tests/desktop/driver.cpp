@@ -537,6 +537,7 @@ void PressKey(WORD virtual_key, const std::vector<WORD>& held) {
 
 void HoldKey(WORD virtual_key, int times, const std::vector<WORD>& held) {
     std::vector<INPUT> inputs;
+    inputs.reserve(2 * held.size() + static_cast<std::size_t>(times) + 1);
     for (const WORD key : held) {
         inputs.push_back(Key(key, false));
     }
