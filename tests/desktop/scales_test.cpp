@@ -1,6 +1,8 @@
 // The window at every scale: the DPI of its monitor, changes of it, the person's "text size", and
 // the edges of the screen. Pictures are kept of every page.
+#include <algorithm>
 #include <array>
+#include <cstdlib>
 
 #include "fixture.hpp"
 
