@@ -265,7 +265,7 @@ TEST_F(Edges, FullHeightNearTheLowerEdgeOpensUpwardAndGoesBack) {
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &work_area, 0);
     dorvak.Press(ID_Command18);
     WaitForHeight(dorvak, kCollapsedHeight, GetDpiForWindow(window));
-    const int low = work_area.bottom - 80;
+    const int low = work_area.bottom - 2 * Height(window);
     SetWindowPos(window, nullptr, 200, low, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 
     dorvak.Press(ID_Command18);
