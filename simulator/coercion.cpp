@@ -8,6 +8,7 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "automation/run_time_error.hpp"
 #include "text/text.hpp"

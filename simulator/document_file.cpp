@@ -8,6 +8,7 @@
 #include <initializer_list>
 #include <map>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 #include "quoted.hpp"

@@ -9,8 +9,7 @@
 //     read                the selected table: "Tabulka"
 //     load                the drawing's sheets: "Načtení Sheetu"
 //     rename ROWS         sheets; a row is the name and the new one: "Přejmenuj Sheet v Catii"
-//     order  ROWS         the sheets, and loads them again; a row is a name: "Přesun Sheetu v
-//     Catii"
+//     order  ROWS         sheets, and loads them again; a row is a name: "Přesun Sheetu v Catii"
 //
 // The texts of a row are separated by tabs. Leaves in the result file, in microseconds: from the
 // first call to the last release; in Invoke; in GetIDsOfNames; in Release; and the number of

@@ -1,7 +1,9 @@
 // The start, long lists and large trees: what the program does without calls.
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <memory>
+#include <stdexcept>
 #include <thread>
 
 #include "com/utf.hpp"

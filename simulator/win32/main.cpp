@@ -15,6 +15,7 @@
 #include <shellapi.h>
 
 #include "call_clock.hpp"
+#include "com/safety.hpp"
 #include "com/utf.hpp"
 #include "com_registration.hpp"
 #include "files.hpp"
@@ -99,6 +100,7 @@ int Run() {
 } // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+    com::LoadLibrariesOfTheSystemOnly();
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_BAR_CLASSES};
     InitCommonControlsEx(&controls);
     int result = 1;

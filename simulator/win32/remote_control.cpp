@@ -4,6 +4,7 @@
 #include <charconv>
 #include <map>
 #include <stdexcept>
+#include <system_error>
 
 #include "files.hpp"
 #include "text/text.hpp"

@@ -8,8 +8,7 @@
 //   Command19_Click  "Reset"
 //   Command26_Click  "procesy"
 //   SSTab1_Click     a tab of the window
-//   StatusBar1_RightClick, StatusBar1_MenuKey   the status line's popup menu, whose actions stand
-//   in
+//   StatusBar1_RightClick, StatusBar1_MenuKey   the status line's popup menu; its actions stand in
 //                                               support.hpp
 #pragma once
 

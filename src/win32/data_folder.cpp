@@ -1,6 +1,7 @@
 #include "win32/data_folder.hpp"
 
 #include <array>
+#include <cstdlib>
 #include <string_view>
 
 #include "com/utf.hpp"

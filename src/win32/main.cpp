@@ -1,13 +1,13 @@
 // The program: its surroundings on Windows, the form, its window.
 #include "app/form_events.hpp"
 #include "com/client.hpp"
+#include "com/safety.hpp"
 #include "win32/computer.hpp"
 #include "win32/data_folder.hpp"
 #include "win32/files.hpp"
 #include "win32/log_file.hpp"
 #include "win32/main_window.hpp"
 #include "win32/other_programs.hpp"
-#include "win32/safety.hpp"
 #include "win32/windows_ports.hpp"
 
 #include <cwchar>
@@ -43,7 +43,7 @@ app::RecoveryPace PaceOf(std::wstring_view command_line) {
 } // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
-    win32::LoadLibrariesOfTheSystemOnly();
+    com::LoadLibrariesOfTheSystemOnly();
     const auto data_folder = win32::ClaimDataFolder();
     if (!data_folder) {
         return 0; // the copy that runs has been brought forward

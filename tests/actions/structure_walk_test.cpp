@@ -218,10 +218,10 @@ TEST_F(Walk, TheSummaryStandsAlsoWhereLinesFindNoPlaceInTheTree) {
 
 TEST_F(Walk, KeepsOneReferencePerLevel) {
     OpenAndWalk(kSampleProduct);
-    const auto& log = session.Log();
-    EXPECT_EQ(std::ranges::count(log, "Product.Products"), 29);
-    EXPECT_EQ(std::ranges::count(log, "Products.Count"), 29);
-    EXPECT_EQ(std::ranges::count(log, "Product.PartNumber"), 29);
+    const auto& calls = session.Log();
+    EXPECT_EQ(std::ranges::count(calls, "Product.Products"), 29);
+    EXPECT_EQ(std::ranges::count(calls, "Products.Count"), 29);
+    EXPECT_EQ(std::ranges::count(calls, "Product.PartNumber"), 29);
 }
 
 TEST_F(Walk, EndsCleanlyWhicheverCallFails) {

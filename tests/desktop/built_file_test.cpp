@@ -1,4 +1,4 @@
-// The built program: what its file says of its safety.
+// The built programs: what their files say of their safety, and where they take libraries from.
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
@@ -6,7 +6,9 @@
 #include <fstream>
 #include <iterator>
 #include <set>
+#include <stdexcept>
 
+#include "com/safety.hpp"
 #include "com/utf.hpp"
 #include "fixture.hpp"
 
@@ -93,29 +95,41 @@ std::string Manifest(const std::string& path) {
     return text;
 }
 
+std::string PathIn(const std::string& variable) {
+    return std::filesystem::path(com::Widen(Environment(variable))).make_preferred().string();
+}
+
+std::string OwnPath() {
+    std::wstring path(32768, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), 32768));
+    return com::Narrow(path);
+}
+
 class BuiltFile : public DesktopTest {
   protected:
-    const std::string path_ =
-        std::filesystem::path(Environment("DORVAK_EXE")).make_preferred().string();
-    const ProgramFile file_{path_};
+    const std::vector<std::string> paths_{PathIn("DORVAK_EXE"), PathIn("CATIASIM_EXE")};
 };
 
 } // namespace
 
 TEST_F(BuiltFile, StandsAtAnAddressThatNobodyKnowsAndRunsNoData) {
-    const WORD marks = file_.Headers().OptionalHeader.DllCharacteristics;
-    EXPECT_NE(marks & IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE, 0);
-    EXPECT_NE(marks & IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA, 0);
-    EXPECT_NE(marks & IMAGE_DLLCHARACTERISTICS_NX_COMPAT, 0);
+    for (const std::string& path : paths_) {
+        SCOPED_TRACE(path);
+        const ProgramFile file(path);
+        const WORD marks = file.Headers().OptionalHeader.DllCharacteristics;
+        EXPECT_NE(marks & IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE, 0);
+        EXPECT_NE(marks & IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA, 0);
+        EXPECT_NE(marks & IMAGE_DLLCHARACTERISTICS_NX_COMPAT, 0);
 #ifdef _MSC_VER
-    EXPECT_NE(marks & IMAGE_DLLCHARACTERISTICS_GUARD_CF, 0);
+        EXPECT_NE(marks & IMAGE_DLLCHARACTERISTICS_GUARD_CF, 0);
 #endif
-    // Without its relocations it could not stand anywhere else.
-    EXPECT_EQ(file_.Headers().FileHeader.Characteristics & IMAGE_FILE_RELOCS_STRIPPED, 0);
-    EXPECT_GT(file_.Directory(IMAGE_DIRECTORY_ENTRY_BASERELOC).Size, 0U);
-    for (const IMAGE_SECTION_HEADER& section : file_.Sections()) {
-        constexpr DWORD kBoth = IMAGE_SCN_MEM_WRITE | IMAGE_SCN_MEM_EXECUTE;
-        EXPECT_NE(section.Characteristics & kBoth, kBoth);
+        // Without its relocations it could not stand anywhere else.
+        EXPECT_EQ(file.Headers().FileHeader.Characteristics & IMAGE_FILE_RELOCS_STRIPPED, 0);
+        EXPECT_GT(file.Directory(IMAGE_DIRECTORY_ENTRY_BASERELOC).Size, 0U);
+        for (const IMAGE_SECTION_HEADER& section : file.Sections()) {
+            constexpr DWORD kBoth = IMAGE_SCN_MEM_WRITE | IMAGE_SCN_MEM_EXECUTE;
+            EXPECT_NE(section.Characteristics & kBoth, kBoth);
+        }
     }
 }
 
@@ -125,19 +139,52 @@ TEST_F(BuiltFile, IsLinkedWithLibrariesThatWindowsKnowsAndNoOther) {
     const std::set<std::string> known{
         "advapi32.dll", "comctl32.dll", "comdlg32.dll", "gdi32.dll",   "kernel32.dll",
         "msvcrt.dll",   "ole32.dll",    "oleaut32.dll", "shell32.dll", "user32.dll"};
-    const auto imports = file_.Imports();
-    EXPECT_TRUE(imports.contains("kernel32.dll"));
-    EXPECT_TRUE(imports.contains("comctl32.dll"));
-    for (const std::string& import : imports) {
-        EXPECT_TRUE(known.contains(import)) << import;
+    for (const std::string& path : paths_) {
+        SCOPED_TRACE(path);
+        const auto imports = ProgramFile(path).Imports();
+        EXPECT_TRUE(imports.contains("kernel32.dll"));
+        EXPECT_TRUE(imports.contains("comctl32.dll"));
+        for (const std::string& import : imports) {
+            EXPECT_TRUE(known.contains(import)) << import;
+        }
     }
 }
 
 TEST_F(BuiltFile, AsksForNoMoreThanThePersonsRights) {
-    const std::string manifest = Manifest(path_);
-    EXPECT_NE(manifest.find(R"(level="asInvoker" uiAccess="false")"), std::string::npos);
-    EXPECT_EQ(manifest.find("requireAdministrator"), std::string::npos);
-    EXPECT_EQ(manifest.find("highestAvailable"), std::string::npos);
-    EXPECT_NE(manifest.find("Microsoft.Windows.Common-Controls\" version=\"6.0.0.0\""),
-              std::string::npos);
+    for (const std::string& path : paths_) {
+        SCOPED_TRACE(path);
+        const std::string manifest = Manifest(path);
+        EXPECT_NE(manifest.find(R"(level="asInvoker" uiAccess="false")"), std::string::npos);
+        EXPECT_EQ(manifest.find("requireAdministrator"), std::string::npos);
+        EXPECT_EQ(manifest.find("highestAvailable"), std::string::npos);
+    }
+}
+
+// The tests too: they make controls of the program in their own process.
+TEST_F(BuiltFile, HasTheCommonControlsThatTheWindowIsMadeFor) {
+    for (const std::string& path : {paths_[0], paths_[1], OwnPath()}) {
+        EXPECT_NE(Manifest(path).find("Microsoft.Windows.Common-Controls\" version=\"6.0.0.0\""),
+                  std::string::npos)
+            << path;
+    }
+}
+
+TEST_F(BuiltFile, NoLibraryIsTakenFromTheProgramsFolder) {
+    constexpr const wchar_t* kPlanted = L"dorvak-planted.dll";
+    const std::filesystem::path planted =
+        std::filesystem::path(com::Widen(OwnPath())).replace_filename(kPlanted);
+    std::filesystem::copy_file(com::Widen(paths_[0]), planted,
+                               std::filesystem::copy_options::overwrite_existing);
+    const auto is_found = [](const wchar_t* name) {
+        const HMODULE file = LoadLibraryExW(name, nullptr, DONT_RESOLVE_DLL_REFERENCES);
+        if (file != nullptr) {
+            FreeLibrary(file);
+        }
+        return file != nullptr;
+    };
+    EXPECT_TRUE(is_found(kPlanted)) << "as Windows looks for libraries by itself";
+    com::LoadLibrariesOfTheSystemOnly();
+    EXPECT_FALSE(is_found(kPlanted));
+    EXPECT_TRUE(is_found(L"shcore.dll"));
+    std::filesystem::remove(planted);
 }

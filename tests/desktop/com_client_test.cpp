@@ -2,6 +2,7 @@
 #include <array>
 #include <deque>
 #include <functional>
+#include <stdexcept>
 
 #include <ole2.h>
 

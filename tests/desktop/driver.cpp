@@ -282,9 +282,31 @@ std::vector<std::string> Items(HWND control, UINT count_message, UINT length_mes
     return items;
 }
 
+// Windows keeps menus' windows hidden while no menu is open.
 HWND FindPopupMenu() {
-    const HWND menu = FindWindowW(L"#32768", nullptr);
-    return menu != nullptr && IsWindowVisible(menu) != FALSE ? menu : nullptr;
+    HWND menu = nullptr;
+    do {
+        menu = FindWindowExW(nullptr, menu, L"#32768", nullptr);
+    } while (menu != nullptr && IsWindowVisible(menu) == FALSE);
+    return menu;
+}
+
+// Windows lets no program bring a window of another one to the front, unless the last input was its
+// own: the press of a hot key that it has registered.
+void GetInput() {
+    constexpr int kId = 1;
+    constexpr WORD kUnused = VK_F22; // on hardly any keyboard
+    if (RegisterHotKey(nullptr, kId, MOD_NOREPEAT, kUnused) == FALSE) {
+        return;
+    }
+    Input({Key(kUnused, false), Key(kUnused, true)});
+    const Clock::time_point end = Clock::now() + Milliseconds(500);
+    MSG press;
+    while (PeekMessageW(&press, nullptr, WM_HOTKEY, WM_HOTKEY, PM_REMOVE) == FALSE &&
+           Clock::now() < end) {
+        Sleep(Milliseconds(10));
+    }
+    UnregisterHotKey(nullptr, kId);
 }
 
 // To a point of the screen, and waits until the window has seen it.
@@ -442,12 +464,19 @@ bool Ticked(HWND check_box) {
     return Send(check_box, BM_GETCHECK) == BST_CHECKED;
 }
 
+void RequestFront(HWND window) {
+    if (SetForegroundWindow(window) == FALSE) {
+        GetInput();
+        SetForegroundWindow(window);
+    }
+}
+
 void BringToFront(HWND window) {
     const HWND root = GetAncestor(window, GA_ROOT);
     if (GetForegroundWindow() == root) {
         return;
     }
-    SetForegroundWindow(root);
+    RequestFront(root);
     WaitUntil("the window in front", [&] { return GetForegroundWindow() == root; });
     Send(root, WM_NULL); // until it knows
     Sleep(Milliseconds(100));

@@ -68,6 +68,7 @@ RECT Place(HWND window); // on the screen, in pixels
 bool Topmost(HWND window);
 bool Ticked(HWND check_box);
 void BringToFront(HWND window);
+void RequestFront(HWND window); // the same for a window of the top level, without waiting
 // Whether `upper` stands before `lower` on the screen.
 bool StandsBefore(HWND upper, HWND lower);
 // Tells the window what Windows tells it when the DPI of its monitor changes, and the place that it

@@ -3,6 +3,7 @@
 // the while, and afterwards the main road gives the right list and the right table.
 #include <algorithm>
 #include <random>
+#include <stdexcept>
 
 #include "fixture.hpp"
 #include "tests/support/drawing_text.hpp"

@@ -8,6 +8,7 @@
 #include <iterator>
 #include <mutex>
 #include <random>
+#include <stdexcept>
 #include <thread>
 
 #include "com/owned.hpp"

@@ -2,6 +2,7 @@
 // is computed or not, time that this takes, slow calls, and a dialog that rejects everything.
 #include <fstream>
 #include <iostream>
+#include <stdexcept>
 
 #include <ole2.h>
 

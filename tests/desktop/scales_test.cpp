@@ -1,6 +1,8 @@
 // The window at every scale: the DPI of its monitor, changes of it, the person's "text size", and
 // the edges of the screen. Pictures are kept of every page.
+#include <algorithm>
 #include <array>
+#include <cstdlib>
 
 #include "fixture.hpp"
 
@@ -263,7 +265,7 @@ TEST_F(Edges, FullHeightNearTheLowerEdgeOpensUpwardAndGoesBack) {
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &work_area, 0);
     dorvak.Press(ID_Command18);
     WaitForHeight(dorvak, kCollapsedHeight, GetDpiForWindow(window));
-    const int low = work_area.bottom - 80;
+    const int low = work_area.bottom - 2 * Height(window);
     SetWindowPos(window, nullptr, 200, low, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 
     dorvak.Press(ID_Command18);

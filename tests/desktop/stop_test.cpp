@@ -215,7 +215,7 @@ TEST_F(Stopping, ARenameThatEndsWithTheFocusDuringACallIsTaken) {
     RenameInAWalk(dorvak_, "Kolo");
     catia.Do("fail 1 slow 2000");
     Sleep(300);
-    SetForegroundWindow(catia.Window());
+    RequestFront(catia.Window());
     WaitUntil("no edit field", [&] { return Send(list, LVM_GETEDITCONTROL) == 0; });
     WaitForColumn(list, 0, {"Kolo", "Part 2"});
     EXPECT_TRUE(dorvak_.Status().starts_with("Product: ")) << dorvak_.Status();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -361,7 +362,8 @@ GrownTree Grow(const std::string& structure) {
         const auto depth = WholeNumber(fields[0]);
         bool placed = false;
         if (depth && *depth == 0) {
-            if ((placed = !keys.contains(fields[1]))) {
+            placed = !keys.contains(fields[1]);
+            if (placed) {
                 tree.nodes.push_back({fields[1], 0, 1});
                 if (!fields[1].empty()) {
                     keys[fields[1]] = tree.nodes.size();
@@ -369,7 +371,8 @@ GrownTree Grow(const std::string& structure) {
             }
         } else if (depth && fields.size() > 2 && keys.contains(fields[2])) {
             const bool assembly = fields.size() == 4;
-            if ((placed = !assembly || !keys.contains(fields[3]))) {
+            placed = !assembly || !keys.contains(fields[3]);
+            if (placed) {
                 tree.nodes.push_back({fields[1], keys[fields[2]], assembly ? 1 : 2});
                 if (assembly && !fields[3].empty()) {
                     keys[fields[3]] = tree.nodes.size();

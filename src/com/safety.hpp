@@ -2,11 +2,11 @@
 // may the current folder: a library there is never taken for the system's of the same name.
 #pragma once
 
-namespace win32 {
+namespace com {
 
 // For all that is loaded from now on without a path, by the program and by what runs inside it,
 // such as the extensions of the file dialogs: the system folder, and folders that they add
 // themselves.
 void LoadLibrariesOfTheSystemOnly();
 
-} // namespace win32
+} // namespace com
