@@ -427,12 +427,12 @@ void ListViewWindow::NoteStates(int first, int last, UINT before, UINT now) {
             }
         }
     }
-    if (((before ^ now) & LVIS_FOCUSED) != 0) {
-        if ((now & LVIS_FOCUSED) != 0) {
-            focused_item_ = first;
-        } else if (first <= focused_item_ && focused_item_ <= last) {
-            focused_item_ = -1;
-        }
+    // A list that takes the focus from a row and gives it back says of the second that the row has
+    // had it all along.
+    if ((now & LVIS_FOCUSED) != 0 && first == last) {
+        focused_item_ = first;
+    } else if ((before & LVIS_FOCUSED) != 0 && first <= focused_item_ && focused_item_ <= last) {
+        focused_item_ = -1;
     }
 }
 

@@ -136,6 +136,8 @@ TEST_F(Keyboard, AloneGoesTheWholeMainRoad) {
     PressKey(VK_INSERT);
     WaitUntil("another row", [&] { return RowCount(List()) == 23; });
     PressKey(VK_END);
+    PressKey(VK_F2);
+    PressKey(VK_ESCAPE); // the row is the current one as before
     HoldKey(VK_DELETE, 3);
     WaitUntil("one row less", [&] { return RowCount(List()) == 22; });
     EXPECT_EQ(dorvak_.Positions(), "Pozic: 22");
