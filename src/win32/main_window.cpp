@@ -395,6 +395,11 @@ INT_PTR CALLBACK MainWindow::PageProcedure(HWND page, UINT message, WPARAM w, LP
     if (self == nullptr || !self->loaded_) {
         return FALSE;
     }
+    if (message == WM_NEXTDLGCTL && LOWORD(l) == 0) {
+        // The tab key in a text of many lines, which asks its page: that would go round the page.
+        SendMessageW(self->window_, message, w, l);
+        return TRUE;
+    }
     if (message == WM_COMMAND) {
         self->OnCommand(HIWORD(w), LOWORD(w), reinterpret_cast<HWND>(l));
         return TRUE;

@@ -214,7 +214,7 @@ TEST_F(Keyboard, OpensTheMenuOfTheSaveButtonAndForgetsAValue) {
     WaitUntil("the save", [&] { return dorvak_.Status().starts_with("Ulozeni listu ok "); });
 }
 
-TEST_F(Keyboard, LettersWithTheRightAltStayWithTheField) {
+TEST_F(Keyboard, AManyLinedTextKeepsLettersWithTheRightAltAndIsLeftByTheTabKey) {
     dorvak_.OpenPage(kExportPage);
     Click(dorvak_[ID_Text2]);
     for (const WORD key : {WORD{'1'}, WORD{'2'}, WORD{'5'}, WORD{'S'}, WORD{'O'}}) {
@@ -223,6 +223,16 @@ TEST_F(Keyboard, LettersWithTheRightAltStayWithTheField) {
     Sleep(300);
     EXPECT_TRUE(OnPage(ID_Text2));
     EXPECT_EQ(dorvak_.Process().FindVisible("#32770"), nullptr);
+    // A text of many lines that is the first control of its page.
+    PressKey(VK_TAB, {VK_SHIFT});
+    WaitUntil("the focus on the tabs",
+              [&] { return FocusedControl(dorvak_.Window()) == dorvak_[ID_SSTab1]; });
+    PressKey(VK_TAB);
+    WaitUntil("the focus in the text",
+              [&] { return FocusedControl(dorvak_.Window()) == dorvak_[ID_Text2]; });
+    PressKey(VK_TAB);
+    WaitUntil("the focus behind the text",
+              [&] { return FocusedControl(dorvak_.Window()) == dorvak_[ID_Command11]; });
 }
 
 TEST_F(Keyboard, CheckBoxesFollowProgramsThatSetThem) {
