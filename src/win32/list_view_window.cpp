@@ -707,18 +707,19 @@ void ListViewWindow::CopySelection() const {
     }
 }
 
-POINT ListViewWindow::MenuPlace() const {
-    POINT place{0, 0};
+RECT ListViewWindow::MenuAnchor() const {
+    RECT anchor{};
     RECT client;
     GetClientRect(Window(), &client);
     RECT row;
     const auto current = list_.CurrentRow();
     if (current && *current <= shown_count_ &&
         ListView_GetItemRect(Window(), ToItem(*current), &row, LVIR_LABEL) != FALSE) {
-        place = {row.left, std::clamp(row.bottom, client.top, client.bottom)};
+        anchor = {row.left, std::clamp(row.top, client.top, client.bottom), row.right,
+                  std::clamp(row.bottom, client.top, client.bottom)};
     }
-    ClientToScreen(Window(), &place);
-    return place;
+    MapWindowPoints(Window(), HWND_DESKTOP, reinterpret_cast<POINT*>(&anchor), 2);
+    return anchor;
 }
 
 } // namespace win32

@@ -64,10 +64,10 @@ int ShiftState() {
     return GetKeyState(VK_SHIFT) < 0 ? controls::kShiftHeld : 0;
 }
 
-POINT View::MenuPlace() const {
-    POINT corner{0, 0};
-    ClientToScreen(window_, &corner);
-    return corner;
+RECT View::MenuAnchor() const {
+    RECT place;
+    GetWindowRect(window_, &place);
+    return place;
 }
 
 ButtonView::ButtonView(HWND window, controls::Button& button, char access_key, RunEvent run_event)

@@ -55,9 +55,9 @@ class View {
     virtual void CancelDrag() {}
     // Ends what the person edits in place, taking the text.
     virtual void EndEdit() {}
-    // Where a popup menu asked for by keyboard opens, on the screen: at the window's corner unless
-    // it has something that is current.
-    [[nodiscard]] virtual POINT MenuPlace() const;
+    // What a popup menu asked for by keyboard opens below, on the screen: the window unless it has
+    // something that is current.
+    [[nodiscard]] virtual RECT MenuAnchor() const;
 
   private:
     HWND window_;

@@ -207,8 +207,9 @@ TEST_F(Keyboard, OpensTheMenuOfTheSaveButtonAndForgetsAValue) {
         return FocusedControl(dorvak_.Window()) == dorvak_[ID_Command17];
     });
     PressKey(VK_APPS);
-    static_cast<void>(WaitForPopupMenu());
+    const HWND menu = WaitForPopupMenu();
     KeepPicture("keyboard-menu.png");
+    EXPECT_GE(Place(menu).top, Place(dorvak_[ID_Command17]).bottom);
     PressKey(VK_DOWN);
     PressKey(VK_RETURN);
     WaitUntil("the save", [&] { return dorvak_.Status().starts_with("Ulozeni listu ok "); });
