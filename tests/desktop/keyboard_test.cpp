@@ -279,4 +279,8 @@ TEST_F(Keyboard, TipsSayWhatButtonsDoAlsoGreyedOnes) {
     MoveMouse(apply, {10, 9});
     WaitForText("the tip", "Dá velikost vybraným řádkům a zapamatuje si ji (Enter v poli).",
                 [&] { return TipText(dorvak_.Process()); });
+    Click(List());
+    PressKey('V', {VK_MENU}); // of a greyed picker: goes nowhere else
+    PressKey(VK_INSERT);
+    WaitUntil("a row", [&] { return RowCount(List()) == 1; });
 }
