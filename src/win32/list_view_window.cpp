@@ -395,9 +395,8 @@ LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
     case WM_SYSKEYDOWN:
         if (w == VK_UP || w == VK_DOWN) {
             run_event_([this, w] { list_.UserMoveKey(w == VK_DOWN ? 1 : -1); });
-            return 0;
         }
-        break;
+        break; // Windows must see it: Alt alone would open the window's menu as it goes up
     case WM_CHAR:
         if (w == L' ' && look_.check_boxes) {
             return 0; // the key has toggled the check box already
