@@ -66,9 +66,9 @@ struct MakeView {
         return std::make_unique<TextBoxView>(Window(), form.*text_box, run_event);
     }
     std::unique_ptr<View> operator()(controls::ComboBox controls::Form1::*combo_box) const {
-        ShowText(pages.Control(row.help.label_id),
-                 WithAccessKey((form.*combo_box).Label(), row.help.access_key));
-        return std::make_unique<ComboBoxView>(Window(), form.*combo_box, run_event);
+        const HWND label = pages.Control(row.help.label_id);
+        ShowText(label, WithAccessKey((form.*combo_box).Label(), row.help.access_key));
+        return std::make_unique<ComboBoxView>(Window(), label, form.*combo_box, run_event);
     }
     std::unique_ptr<View> operator()(controls::ListBox controls::Form1::*list_box) const {
         return std::make_unique<ListBoxView>(Window(), form.*list_box);

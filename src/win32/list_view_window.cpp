@@ -396,9 +396,8 @@ LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
     case WM_SYSKEYDOWN:
         if (w == VK_UP || w == VK_DOWN) {
             run_event_([this, w] { list_.UserMoveKey(w == VK_DOWN ? 1 : -1); });
-            return 0;
         }
-        break;
+        break; // Windows must see it: Alt alone would open the window's menu as it goes up
     case WM_CHAR:
         if (w == L' ' && look_.check_boxes) {
             return 0; // the key has toggled the check box already
@@ -428,12 +427,12 @@ void ListViewWindow::NoteStates(int first, int last, UINT before, UINT now) {
             }
         }
     }
-    if (((before ^ now) & LVIS_FOCUSED) != 0) {
-        if ((now & LVIS_FOCUSED) != 0) {
-            focused_item_ = first;
-        } else if (first <= focused_item_ && focused_item_ <= last) {
-            focused_item_ = -1;
-        }
+    // A list that takes the focus from a row and gives it back says of the second that the row has
+    // had it all along.
+    if ((now & LVIS_FOCUSED) != 0 && first == last) {
+        focused_item_ = first;
+    } else if ((before & LVIS_FOCUSED) != 0 && first <= focused_item_ && focused_item_ <= last) {
+        focused_item_ = -1;
     }
 }
 
@@ -708,18 +707,19 @@ void ListViewWindow::CopySelection() const {
     }
 }
 
-POINT ListViewWindow::MenuPlace() const {
-    POINT place{0, 0};
+RECT ListViewWindow::MenuAnchor() const {
+    RECT anchor{};
     RECT client;
     GetClientRect(Window(), &client);
     RECT row;
     const auto current = list_.CurrentRow();
     if (current && *current <= shown_count_ &&
         ListView_GetItemRect(Window(), ToItem(*current), &row, LVIR_LABEL) != FALSE) {
-        place = {row.left, std::clamp(row.bottom, client.top, client.bottom)};
+        anchor = {row.left, std::clamp(row.top, client.top, client.bottom), row.right,
+                  std::clamp(row.bottom, client.top, client.bottom)};
     }
-    ClientToScreen(Window(), &place);
-    return place;
+    MapWindowPoints(Window(), HWND_DESKTOP, reinterpret_cast<POINT*>(&anchor), 2);
+    return anchor;
 }
 
 } // namespace win32

@@ -32,8 +32,8 @@ class ListViewWindow : public View {
     LRESULT OnNotify(NMHDR& header) override;
     void CancelDrag() override;
     void EndEdit() override;
-    // Below the current row's beginning.
-    [[nodiscard]] POINT MenuPlace() const override;
+    // The current row's name; without one, the list's corner.
+    [[nodiscard]] RECT MenuAnchor() const override;
 
     // Whether a row may be dragged by the mouse; shows where it would land while it is dragged.
     // Rows cannot be dragged where this is not set.

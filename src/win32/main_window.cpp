@@ -115,7 +115,7 @@ MainWindow::MainWindow(controls::Form1& form, const app::RecoveryPace& pace)
     form_.before_call = [this] { between_yields_.BeforeCall(); };
     form_.show_popup = [this](controls::PopupMenu& menu, controls::PopupPlace place) {
         app::KeepRecoveryNow(form_);
-        ShowPopupMenu(window_, form_, menu, PopupPoint(place));
+        ShowPopupMenu(window_, form_, menu, PopupAnchor(place));
     };
     form_.copy_text = [this](const std::string& text) { PutOnClipboard(window_, text); };
     form_.show_save_dialog = [this](controls::FileDialog& dialog) {
@@ -362,16 +362,16 @@ void MainWindow::RunAtOnce(const std::function<void()>& event) {
     }
 }
 
-// Where a popup menu opens, on the screen.
-POINT MainWindow::PopupPoint(controls::PopupPlace place) const {
-    POINT at;
-    GetCursorPos(&at);
+// What a popup menu opens below, on the screen.
+RECT MainWindow::PopupAnchor(controls::PopupPlace place) const {
     if (place == controls::PopupPlace::kCurrentRow) {
-        if (const View* list = views_.Of(GetFocus())) {
-            at = list->MenuPlace();
+        if (const View* view = views_.Of(GetFocus())) {
+            return view->MenuAnchor();
         }
     }
-    return at;
+    POINT mouse;
+    GetCursorPos(&mouse);
+    return {mouse.x, mouse.y, mouse.x, mouse.y};
 }
 
 LRESULT CALLBACK MainWindow::WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
@@ -394,6 +394,11 @@ INT_PTR CALLBACK MainWindow::PageProcedure(HWND page, UINT message, WPARAM w, LP
     MainWindow* self = WindowOf(page);
     if (self == nullptr || !self->loaded_) {
         return FALSE;
+    }
+    if (message == WM_NEXTDLGCTL && LOWORD(l) == 0) {
+        // The tab key in a text of many lines, which asks its page: that would go round the page.
+        SendMessageW(self->window_, message, w, l);
+        return TRUE;
     }
     if (message == WM_COMMAND) {
         self->OnCommand(HIWORD(w), LOWORD(w), reinterpret_cast<HWND>(l));

@@ -46,7 +46,7 @@ class MainWindow {
     std::optional<LRESULT> OnMessage(UINT message, WPARAM w, LPARAM l);
     void OnCommand(UINT code, int id, HWND control);
     LRESULT OnNotify(NMHDR& header);
-    [[nodiscard]] POINT PopupPoint(controls::PopupPlace place) const;
+    [[nodiscard]] RECT PopupAnchor(controls::PopupPlace place) const;
     void HandleMessage(MSG& message);
     void Rescale(const std::optional<POINT>& corner = std::nullopt);
     void MoveIn();

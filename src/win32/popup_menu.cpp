@@ -23,7 +23,7 @@ UINT NumberOf(const controls::Form1& form, const controls::MenuItem* item) {
 } // namespace
 
 void ShowPopupMenu(HWND owner, const controls::Form1& form, const controls::PopupMenu& menu,
-                   POINT at) {
+                   const RECT& anchor) {
     const com::Owned<HMENU> popup(CreatePopupMenu());
     for (const controls::MenuItem* item : menu.items) {
         if (item->IsSeparator()) {
@@ -33,8 +33,10 @@ void ShowPopupMenu(HWND owner, const controls::Form1& form, const controls::Popu
                         NumberOf(form, item), com::Widen(item->caption).c_str());
         }
     }
-    const auto chosen = static_cast<UINT>(TrackPopupMenu(
-        popup.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, at.x, at.y, 0, owner, nullptr));
+    TPMPARAMS kept_free{sizeof kept_free, anchor};
+    const auto chosen = static_cast<UINT>(TrackPopupMenuEx(
+        popup.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON | TPM_VERTICAL, anchor.left, anchor.bottom,
+        owner, IsRectEmpty(&anchor) != FALSE ? nullptr : &kept_free));
     for (const controls::MenuItem* item : menu.items) {
         if (chosen != 0 && NumberOf(form, item) == chosen) {
             controls::Raise(item->Click);

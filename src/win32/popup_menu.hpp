@@ -6,9 +6,10 @@
 
 namespace win32 {
 
-// Opens `menu`, one of the form's, at a point of the screen and raises the event of the entry that
-// the person chooses, if any. `owner` is the window that the menu belongs to.
+// Opens `menu`, one of the form's, below a part of the screen, or above it where there is no room,
+// and raises the event of the entry that the person chooses, if any. `owner` is the window that the
+// menu belongs to.
 void ShowPopupMenu(HWND owner, const controls::Form1& form, const controls::PopupMenu& menu,
-                   POINT at);
+                   const RECT& anchor);
 
 } // namespace win32

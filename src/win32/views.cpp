@@ -64,10 +64,10 @@ int ShiftState() {
     return GetKeyState(VK_SHIFT) < 0 ? controls::kShiftHeld : 0;
 }
 
-POINT View::MenuPlace() const {
-    POINT corner{0, 0};
-    ClientToScreen(window_, &corner);
-    return corner;
+RECT View::MenuAnchor() const {
+    RECT place;
+    GetWindowRect(window_, &place);
+    return place;
 }
 
 ButtonView::ButtonView(HWND window, controls::Button& button, char access_key, RunEvent run_event)
@@ -285,8 +285,10 @@ LRESULT CALLBACK TextBoxView::WindowProcedure(HWND window, UINT message, WPARAM 
     return result;
 }
 
-ComboBoxView::ComboBoxView(HWND window, controls::ComboBox& combo_box, RunEvent run_event)
-    : View(window), edit_(EditOf(window)), combo_box_(combo_box), run_event_(std::move(run_event)) {
+ComboBoxView::ComboBoxView(HWND window, HWND label, controls::ComboBox& combo_box,
+                           RunEvent run_event)
+    : View(window), label_(label), edit_(EditOf(window)), combo_box_(combo_box),
+      run_event_(std::move(run_event)) {
     SendMessageW(Window(), CB_SETMINVISIBLE, kDroppedValues, 0);
     SetWindowSubclass(edit_, EditProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
@@ -314,7 +316,9 @@ void ComboBoxView::Refresh() {
     if (ReadText(Window()) != combo_box_.Text()) {
         ShowText(Window(), combo_box_.Text());
     }
-    EnableWindow(Window(), combo_box_.Enabled() ? TRUE : FALSE);
+    const BOOL enabled = combo_box_.Enabled() ? TRUE : FALSE;
+    EnableWindow(Window(), enabled);
+    EnableWindow(label_, enabled); // its access key would go to whatever is enabled behind them
 }
 
 void ComboBoxView::Pull() {

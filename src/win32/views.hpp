@@ -55,9 +55,9 @@ class View {
     virtual void CancelDrag() {}
     // Ends what the person edits in place, taking the text.
     virtual void EndEdit() {}
-    // Where a popup menu asked for by keyboard opens, on the screen: at the window's corner unless
-    // it has something that is current.
-    [[nodiscard]] virtual POINT MenuPlace() const;
+    // What a popup menu asked for by keyboard opens below, on the screen: the window unless it has
+    // something that is current.
+    [[nodiscard]] virtual RECT MenuAnchor() const;
 
   private:
     HWND window_;
@@ -134,7 +134,7 @@ class TextBoxView : public View {
 
 class ComboBoxView : public View {
   public:
-    ComboBoxView(HWND window, controls::ComboBox& combo_box, RunEvent run_event);
+    ComboBoxView(HWND window, HWND label, controls::ComboBox& combo_box, RunEvent run_event);
     ~ComboBoxView() override;
 
     void Refresh() override;
@@ -150,6 +150,7 @@ class ComboBoxView : public View {
     static LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM w, LPARAM l, UINT_PTR id,
                                           DWORD_PTR view);
 
+    HWND label_;
     HWND edit_; // the field inside
     controls::ComboBox& combo_box_;
     RunEvent run_event_;

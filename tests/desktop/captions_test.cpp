@@ -70,7 +70,7 @@ Texts EntriesWhenOpen(const controls::Form1& form, const controls::PopupMenu& me
         SendMessageW(window, WM_CANCELMODE, 0, 0);
         EndMenu();
     });
-    win32::ShowPopupMenu(owner, form, menu, {20, 20});
+    win32::ShowPopupMenu(owner, form, menu, RECT{20, 20, 20, 20});
     DestroyWindow(owner);
     return entries;
 }

@@ -564,6 +564,19 @@ void PressKey(WORD virtual_key, const std::vector<WORD>& held) {
     HoldKey(virtual_key, 1, held);
 }
 
+void PressKeyThatGoesUpLast(WORD virtual_key, const std::vector<WORD>& held) {
+    std::vector<INPUT> inputs;
+    for (const WORD key : held) {
+        inputs.push_back(Key(key, false));
+    }
+    inputs.push_back(Key(virtual_key, false));
+    for (auto key = held.rbegin(); key != held.rend(); ++key) {
+        inputs.push_back(Key(*key, true));
+    }
+    inputs.push_back(Key(virtual_key, true));
+    Input(inputs);
+}
+
 void HoldKey(WORD virtual_key, int times, const std::vector<WORD>& held) {
     std::vector<INPUT> inputs;
     inputs.reserve(2 * held.size() + static_cast<std::size_t>(times) + 1);

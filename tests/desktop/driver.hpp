@@ -94,6 +94,8 @@ void Drag(HWND window, POINT from, POINT to);
 
 // Presses and releases a key while the given ones are held.
 void PressKey(WORD virtual_key, const std::vector<WORD>& held = {});
+// The same, but those that are held go up before the key does, as fast fingers have it.
+void PressKeyThatGoesUpLast(WORD virtual_key, const std::vector<WORD>& held);
 // Presses a key so often before it is released, as the keyboard does while it is held.
 void HoldKey(WORD virtual_key, int times, const std::vector<WORD>& held = {});
 void TypeText(std::string_view text);

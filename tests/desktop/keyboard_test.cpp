@@ -129,13 +129,15 @@ TEST_F(Keyboard, AloneGoesTheWholeMainRoad) {
     WaitForText("the material", "EN-GJL-250", [&] { return Cell(List(), 0, kMaterial); });
     ExpectTint(0);
     KeepPicture("keyboard-picker.png");
-    PressKey(VK_TAB, {VK_SHIFT}); // back to the list
-    PressKey(VK_DOWN, {VK_MENU});
+    PressKey(VK_TAB, {VK_SHIFT});               // back to the list
+    PressKeyThatGoesUpLast(VK_DOWN, {VK_MENU}); // opens no menu of the window
     WaitForText("the moved row", "Skříň spodní", [&] { return Cell(List(), 1, 0); });
     EXPECT_EQ(Row(List(), 1, 5), (Rows{"Skříň spodní", "0002", "1", "2", "EN-GJL-250"}));
     PressKey(VK_INSERT);
     WaitUntil("another row", [&] { return RowCount(List()) == 23; });
     PressKey(VK_END);
+    PressKey(VK_F2);
+    PressKey(VK_ESCAPE); // the row is the current one as before
     HoldKey(VK_DELETE, 3);
     WaitUntil("one row less", [&] { return RowCount(List()) == 22; });
     EXPECT_EQ(dorvak_.Positions(), "Pozic: 22");
@@ -200,19 +202,21 @@ TEST_F(Keyboard, OpensTheMenuOfTheSaveButtonAndForgetsAValue) {
     PressKey(VK_ESCAPE);
     dorvak_.WaitForStatus("Ulozeni Error 32755 Cancel was selected.");
     EXPECT_TRUE(OnPage(ID_ListView1));
-    WaitUntil("the focus on the button", [&] {
-        PressKey(VK_TAB);
-        return FocusedControl(dorvak_.Window()) == dorvak_[ID_Command17];
-    });
+    PressKey('K', {VK_MENU}); // to the last picker, before its button and this one
+    PressKey(VK_TAB);
+    PressKey(VK_TAB);
+    WaitUntil("the focus on the button",
+              [&] { return FocusedControl(dorvak_.Window()) == dorvak_[ID_Command17]; });
     PressKey(VK_APPS);
-    static_cast<void>(WaitForPopupMenu());
+    const HWND menu = WaitForPopupMenu();
     KeepPicture("keyboard-menu.png");
+    EXPECT_GE(Place(menu).top, Place(dorvak_[ID_Command17]).bottom);
     PressKey(VK_DOWN);
     PressKey(VK_RETURN);
     WaitUntil("the save", [&] { return dorvak_.Status().starts_with("Ulozeni listu ok "); });
 }
 
-TEST_F(Keyboard, LettersWithTheRightAltStayWithTheField) {
+TEST_F(Keyboard, AManyLinedTextKeepsLettersWithTheRightAltAndIsLeftByTheTabKey) {
     dorvak_.OpenPage(kExportPage);
     Click(dorvak_[ID_Text2]);
     for (const WORD key : {WORD{'1'}, WORD{'2'}, WORD{'5'}, WORD{'S'}, WORD{'O'}}) {
@@ -221,6 +225,16 @@ TEST_F(Keyboard, LettersWithTheRightAltStayWithTheField) {
     Sleep(300);
     EXPECT_TRUE(OnPage(ID_Text2));
     EXPECT_EQ(dorvak_.Process().FindVisible("#32770"), nullptr);
+    // A text of many lines that is the first control of its page.
+    PressKey(VK_TAB, {VK_SHIFT});
+    WaitUntil("the focus on the tabs",
+              [&] { return FocusedControl(dorvak_.Window()) == dorvak_[ID_SSTab1]; });
+    PressKey(VK_TAB);
+    WaitUntil("the focus in the text",
+              [&] { return FocusedControl(dorvak_.Window()) == dorvak_[ID_Text2]; });
+    PressKey(VK_TAB);
+    WaitUntil("the focus behind the text",
+              [&] { return FocusedControl(dorvak_.Window()) == dorvak_[ID_Command11]; });
 }
 
 TEST_F(Keyboard, CheckBoxesFollowProgramsThatSetThem) {
@@ -266,4 +280,8 @@ TEST_F(Keyboard, TipsSayWhatButtonsDoAlsoGreyedOnes) {
     MoveMouse(apply, {10, 9});
     WaitForText("the tip", "Dá velikost vybraným řádkům a zapamatuje si ji (Enter v poli).",
                 [&] { return TipText(dorvak_.Process()); });
+    Click(List());
+    PressKey('V', {VK_MENU}); // of a greyed picker: goes nowhere else
+    PressKey(VK_INSERT);
+    WaitUntil("a row", [&] { return RowCount(List()) == 1; });
 }
