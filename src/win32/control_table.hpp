@@ -114,7 +114,8 @@ inline constexpr auto kControlTable = std::to_array<ControlRow>({
     {ID_Command30,
      &controls::Form1::Command30,
      {.access_key = 'X',
-      .tip = "Zapíše celý seznam do tabulky vybrané v CATII (7 sloupců, o řádek víc než seznam); "
+      .tip = "Zapíše celý seznam do tabulky vybrané v CATII (7 sloupců, aspoň o řádek víc než "
+             "seznam); "
              "zbytek smaže."}},
     {ID_Command7,
      &controls::Form1::Command7,
