@@ -187,6 +187,30 @@ TEST(LogFile, KeepsOnePredecessorAndStaysWithinItsLimit) {
     EXPECT_TRUE(ReadFile(log).ends_with("19" + line + "\r\n"));
 }
 
+TEST(LogFile, BeginsAnewWhereThePredecessorCannotBeReplacedForLong) {
+    const TemporaryFolder folder;
+    const std::string log = folder.Path() + "\\dorvak.log";
+    // A folder stands in its place.
+    std::filesystem::create_directory(folder.Path() + "\\dorvak.old.log");
+    win32::LogFile file(folder.Path(), 100);
+    for (int i = 0; i < 20; ++i) {
+        file.Write(std::to_string(i) + std::string(30, 'x'));
+        EXPECT_LE(std::filesystem::file_size(log), 200U);
+    }
+    EXPECT_TRUE(ReadFile(log).starts_with("\xEF\xBB\xBF"));
+    EXPECT_TRUE(ReadFile(log).ends_with("18" + std::string(30, 'x') + "\r\n19" +
+                                        std::string(30, 'x') + "\r\n"));
+}
+
+TEST(LogFile, MakesItsFolderAgain) {
+    const TemporaryFolder folder;
+    win32::LogFile file(folder.Path());
+    file.Write("a");
+    std::filesystem::remove_all(folder.Path());
+    file.Write("b");
+    EXPECT_EQ(LinesOf(folder.Path() + "\\dorvak.log"), std::vector<std::string>{"b"});
+}
+
 TEST(LogFile, CanBeReadAndSharedWhileItIsWritten) {
     const TemporaryFolder folder;
     win32::LogFile first(folder.Path());
