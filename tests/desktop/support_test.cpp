@@ -124,6 +124,27 @@ TEST_F(Support, TheKeyboardComesToTheStatusLineAndToTheDiagnosisWithoutASession)
     EXPECT_TRUE(log.back().ends_with(", konec")) << log.back();
 }
 
+TEST_F(Support, EscapeEndsTheWaitForABusySessionAndTheRestOfTheDiagnosisIsThere) {
+    const CatiaSession catia({kSession});
+    catia.Do("dialog open");
+    Click(dorvak_[ID_StatusBar1], POINT{200, 8}, MouseButton::kRight);
+    WaitForPopupMenu();
+    PressKey(VK_UP);
+    PressKey(VK_UP);
+    PressKey(VK_RETURN);
+    dorvak_.WaitForStatus("Diagnostika");
+    PressKey(VK_ESCAPE);
+    const std::string path = LocalFolder() + "\\diagnostika.txt";
+    dorvak_.WaitForStatus("Diagnostika ulozena " + path, kLong);
+    KeepPicture("diagnosis-stopped.png");
+    const auto diagnosis = LinesOf(path);
+    EXPECT_GT(ValueOf(diagnosis, "Windows").size(), 3U);
+    EXPECT_TRUE(std::ranges::any_of(diagnosis, [](const std::string& line) {
+        return line.find(": chyba 18 ") != std::string::npos;
+    }));
+    catia.Do("dialog close");
+}
+
 TEST_F(Support, ASessionsWindowWithoutAnObjectIsExplained) {
     const HWND window = CreateWindowExW(0, L"STATIC", L"CATIA V5 - [A.CATProduct]", WS_POPUP, 0, 0,
                                         10, 10, nullptr, nullptr, nullptr, nullptr);
