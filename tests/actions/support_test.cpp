@@ -153,6 +153,20 @@ TEST_F(Log, LeavesOutTheNameOfTheDocumentThatWasWorkedOn) {
     EXPECT_EQ(form.last_error->error.description, words) << "what the person copies";
 }
 
+TEST_F(Log, LeavesOutTheNamesThatWereAnsweredBefore) {
+    Open("ProductDocument P.CATProduct\nproduct Sestava\n child \"Hřídel tajná\"\n child B\n");
+    int asked = 0;
+    session.before_call = [&](const std::string& call) {
+        if (call.starts_with("Product.PartNumber") && ++asked == 3) {
+            throw RunTimeError(-2147467259, "Hřídel tajná in Sestava has no number");
+        }
+    };
+    form.Command3.Click();
+    EXPECT_TRUE(log.lines.back().ends_with("Product.PartNumber: … in … has no number."))
+        << log.lines.back();
+    EXPECT_EQ(Status(), "-2147467259 Hřídel tajná in Sestava has no number");
+}
+
 // The status line's popup menu.
 struct Support : Log {
     // The lines of the file that "Diagnostika" has written.
