@@ -1,5 +1,6 @@
 #include "automation/object.hpp"
 
+#include <deque>
 #include <span>
 #include <string>
 #include <vector>
@@ -25,6 +26,24 @@ std::vector<std::string> Texts(std::span<const Value> values) {
     return texts;
 }
 
+// The texts that were answered lately: names, as a rule, which an error may speak of.
+std::deque<std::string>& LastAnswers() {
+    static std::deque<std::string> answers;
+    return answers;
+}
+
+Value Noted(Value answer) {
+    constexpr std::size_t kMost = 100;
+    std::deque<std::string>& answers = LastAnswers();
+    if (answer.Is<std::string>()) {
+        answers.push_back(answer.AsText());
+    }
+    if (answers.size() > kMost) {
+        answers.pop_front();
+    }
+    return answer;
+}
+
 // Makes a call once the gate lets it through. Errors of both name the member.
 template <typename Body>
 auto Pass(const std::function<void()>* before_call, const Member& member,
@@ -38,6 +57,7 @@ auto Pass(const std::function<void()>* before_call, const Member& member,
         if (error.member.empty()) {
             error.member = std::string(member.object_class) + "." + std::string(member.name);
             error.given = Texts(given);
+            error.given.insert(error.given.end(), LastAnswers().begin(), LastAnswers().end());
         }
         throw;
     }
@@ -46,7 +66,7 @@ auto Pass(const std::function<void()>* before_call, const Member& member,
 } // namespace
 
 Value Object::get(const Member& member) {
-    return Pass(BeforeCall(), member, {}, [&] { return Get(member); });
+    return Pass(BeforeCall(), member, {}, [&] { return Noted(Get(member)); });
 }
 
 void Object::put(const Member& member, const Value& value) {
@@ -54,7 +74,7 @@ void Object::put(const Member& member, const Value& value) {
 }
 
 Value Object::call(const Member& member, const Array& arguments) {
-    return Pass(BeforeCall(), member, arguments, [&] { return Call(member, arguments); });
+    return Pass(BeforeCall(), member, arguments, [&] { return Noted(Call(member, arguments)); });
 }
 
 const std::function<void()>* Object::BeforeCall() {

@@ -11,8 +11,9 @@ namespace automation {
 // beyond a control's bounds. `number` is one of the classic run-time error numbers, or the HRESULT
 // of the failed call as a signed number; `description` is the text that the user may see. `member`
 // is the member of CATIA whose call failed ("DrawingTable.Add"), where one did, and `given` the
-// texts that the call was given, which the description may repeat; `reason` says in a Czech
-// sentence what is wrong, where the place that raises it knows more than the number says.
+// texts that the call was given and those that were answered lately, which the description may
+// repeat; `reason` says in a Czech sentence what is wrong, where the place that raises it knows
+// more than the number says.
 class RunTimeError : public std::exception {
   public:
     RunTimeError(long error_number, std::string error_description)

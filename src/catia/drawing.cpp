@@ -70,6 +70,14 @@ void DrawingTable::SetColumnSize(int column, const std::string& width) const {
     object_->call({"DrawingTable", "SetColumnSize"}, {column, width});
 }
 
+void DrawingTable::SetrowSize(int row, double height) const {
+    object_->call({"DrawingTable", "SetrowSize"}, {row, height});
+}
+
+void DrawingTable::SetColumnSize(int column, double width) const {
+    object_->call({"DrawingTable", "SetColumnSize"}, {column, width});
+}
+
 DrawingText DrawingTable::GetCellObject(int row, int column) const {
     return DrawingText(object_->call({"DrawingTable", "GetCellObject"}, {row, column}).AsObject());
 }

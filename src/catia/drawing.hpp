@@ -43,7 +43,9 @@ class DrawingTable {
     // Whether CATIA computes the display of the table after each of its changes: 1 on, 0 off.
     void SetComputeMode(int mode) const;
     void SetrowSize(int row, const std::string& height) const;
+    void SetrowSize(int row, double height) const;
     void SetColumnSize(int column, const std::string& width) const;
+    void SetColumnSize(int column, double width) const;
     [[nodiscard]] DrawingText GetCellObject(int row, int column) const;
     void SetCellString(int row, int column, const automation::Value& text) const;
 

@@ -4,6 +4,7 @@
 #include <deque>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -76,15 +77,18 @@ bool IsRejection(HRESULT result) {
 // Says for as long as it lives that a call is being made.
 class Calling {
   public:
-    Calling() { calling = true; }
+    Calling() : inside_another_(std::exchange(calling, true)) {}
     ~Calling() {
-        calling = false;
-        if (std::exchange(waiting, false)) {
+        calling = inside_another_;
+        if (!inside_another_ && std::exchange(waiting, false)) {
             call_watch->WaitEnded();
         }
     }
     Calling(const Calling&) = delete;
     Calling& operator=(const Calling&) = delete;
+
+  private:
+    bool inside_another_;
 };
 
 // Makes `call`, which returns an HRESULT, and repeats it while the server rejects it, up to the
@@ -174,6 +178,11 @@ RunTimeError ErrorOf(ExceptionInfo& info) {
     return {number, description};
 }
 
+// Whether a server has refused an argument's type, by its answer or by an exception.
+bool IsTypeMismatch(const RunTimeError& error) {
+    return error.number == automation::TypeMismatch().number || error.number == DISP_E_TYPEMISMATCH;
+}
+
 // What all objects of one application object share.
 struct Connection {
     // Held as long as any of them: with it COM keeps what it gives references back through, which
@@ -239,7 +248,8 @@ class ComObject : public automation::Object {
         };
 
         const DISPID id = IdOf(member);
-        const auto send = [&](const Array& sent, Value& answer) {
+        // The error that the server answers with, if any.
+        const auto send = [&](const Array& sent, Value& answer) -> std::optional<RunTimeError> {
             std::deque<OutgoingArgument> outgoing; // does not move its elements
             std::vector<VARIANT> reversed(sent.size());
             for (std::size_t i = 0; i < sent.size(); ++i) {
@@ -261,28 +271,29 @@ class ComObject : public automation::Object {
                                          &exception, nullptr);
             });
             if (result == DISP_E_EXCEPTION) {
-                throw ErrorOf(exception);
+                return ErrorOf(exception);
             }
-            if (SUCCEEDED(result)) {
-                for (const OutgoingArgument& argument : outgoing) {
-                    argument.TakeBack(to_object);
-                }
-                answer = FromVariant(returned, to_object);
+            if (FAILED(result)) {
+                return ErrorOf(result);
             }
-            return result;
+            for (const OutgoingArgument& argument : outgoing) {
+                argument.TakeBack(to_object);
+            }
+            answer = FromVariant(returned, to_object);
+            return std::nullopt;
         };
 
         Value answer;
-        HRESULT result = send(arguments, answer);
-        if (result == DISP_E_TYPEMISMATCH) {
+        auto refusal = send(arguments, answer);
+        if (refusal && IsTypeMismatch(*refusal)) {
             // A server that leaves the conversion to its type information converts texts in the
             // user's language, whatever language it is called in. It has not carried the call out.
             if (const auto numbers = automation::TextsAsNumbers(member, arguments)) {
-                result = send(*numbers, answer);
+                refusal = send(*numbers, answer);
             }
         }
-        if (FAILED(result)) {
-            throw ErrorOf(result);
+        if (refusal) {
+            throw *refusal;
         }
         return answer;
     }

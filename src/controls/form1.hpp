@@ -110,7 +110,7 @@ struct Form1 {
     std::function<void()> show_soon;
     std::function<void()> before_call;
     std::function<void(PopupMenu&, PopupPlace)> show_popup;
-    std::function<void(const std::string&)> copy_text; // to the clipboard
+    std::function<bool(const std::string&)> copy_text; // to the clipboard; whether that is done
     // Show the file dialog; true when a file was chosen, whose name then stands in the dialog.
     std::function<bool(FileDialog&)> show_save_dialog;
     std::function<bool(FileDialog&)> show_open_dialog;
@@ -233,6 +233,8 @@ struct Form1 {
     // Detection of CATIA: whether the enumeration has seen a window of a session, and which ones.
     bool CatiaNalezena = false;
     std::vector<platform::WindowHandle> catia_windows;
+    // The name of the document that an action worked on last.
+    std::string document_worked_on;
 
     // The structure walk: the current depth, the assemblies and the leaves met so far.
     int Uroven = 0;

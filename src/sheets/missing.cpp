@@ -55,7 +55,7 @@ void Command31_Click(Form1& form) {
     shell::TrapToStatus(form, [&form] {
         if (const auto drawing = DrawingOf(form, shell::CatiaApplication(form).ActiveDocument())) {
             static_cast<void>(drawing->Sheets().Add(form.ports.clock.SecondsSinceMidnight()));
-            shell::Explain(form, shell::SheetCreated());
+            shell::ExplainDone(form, shell::SheetCreated());
         }
     });
 }

@@ -92,7 +92,7 @@ void NameDirectly(Form1& form) {
         shell::ShowProgress(form, sheet - 1, count);
         sheets->Item(sheet).SetName(names.slots.at(static_cast<std::size_t>(sheet - 1)));
     }
-    shell::Explain(form, shell::SheetsNamed(count));
+    shell::ExplainDone(form, shell::SheetsNamed(count));
 }
 
 } // namespace

@@ -14,6 +14,7 @@ namespace {
 
 // What the numbers of failed calls say, as signed numbers.
 constexpr long kFailed = static_cast<std::int32_t>(0x80004005);
+constexpr long kTypeMismatch = static_cast<std::int32_t>(0x80020005);
 constexpr long kCallRejected = static_cast<std::int32_t>(0x80010001);
 constexpr long kRetryLater = static_cast<std::int32_t>(0x8001010A);
 constexpr long kServerFault = static_cast<std::int32_t>(0x80010105);
@@ -55,11 +56,34 @@ std::string RegisterCatia(const std::string& program) {
 // The sign that stands for words left out.
 constexpr std::string_view kLeftOut = "…";
 
+// Whether a letter or a digit; of other languages than English any byte of theirs.
+bool IsOfAWord(char c) {
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+           static_cast<unsigned char>(c) >= 0x80;
+}
+
+// A part of a few letters counts as a whole word only: "e" is in most sentences.
 void LeaveOut(std::string& text, const std::string& part) {
-    for (std::size_t at = text.find(part); at != std::string::npos;
-         at = text.find(part, at + kLeftOut.size())) {
-        text.replace(at, part.size(), kLeftOut);
+    constexpr std::size_t kFew = 3;
+    std::size_t at = 0;
+    while ((at = text.find(part, at)) != std::string::npos) {
+        const std::size_t end = at + part.size();
+        const bool within =
+            (at > 0 && IsOfAWord(text[at - 1])) || (end < text.size() && IsOfAWord(text[end]));
+        if (part.size() <= kFew && within) {
+            ++at;
+        } else {
+            text.replace(at, part.size(), kLeftOut);
+            at += kLeftOut.size();
+        }
     }
+}
+
+// On one line, as the log needs it.
+std::string OneLine(std::string_view text) {
+    std::string line = text::WithLineFeeds(text);
+    std::ranges::replace(line, '\n', ' ');
+    return line;
 }
 
 struct Quotes {
@@ -97,12 +121,13 @@ std::string WithoutFiles(const std::string& text) {
 
 // A text of a server may repeat names of documents and parts: what the call was given, and whatever
 // looks like a name.
-std::string WithoutPersonsWords(std::string text, std::vector<std::string> given) {
+std::string WithoutPersonsWords(const std::string& words, std::vector<std::string> given) {
+    std::string text = OneLine(words);
     std::ranges::sort(given, std::ranges::greater(),
                       [](const std::string& part) { return part.size(); });
     for (const std::string& part : given) {
         if (!part.empty()) {
-            LeaveOut(text, part);
+            LeaveOut(text, OneLine(part));
         }
     }
     for (const Quotes& quotes : {Quotes{"\"", "\""}, Quotes{"„", "“"}, Quotes{"“", "”"},
@@ -137,6 +162,7 @@ std::string Explained(const automation::RunTimeError& error) {
         return "S čím program pracoval, to už v CATII není" + at +
                ": dokument je zavřený, tabulka smazaná, nebo CATIA skončila. Zkuste to znovu.";
     case 13:
+    case kTypeMismatch:
         return "Hodnota není číslo, jaké CATIA čeká" + at +
                ". Zkontrolujte čísla v nastavení tabulky, desetinný oddělovač je tečka.";
     case 424:

@@ -8,14 +8,28 @@ namespace {
 
 constexpr const char* kSearching = "Zjistuju spusteni Catie";
 
+// CATIA's windows as they are now, without what a search for a session shows.
+std::vector<platform::WindowHandle> WindowsOfCatia(Form1& form) {
+    platform::DesktopWindows& desktop = form.ports.desktop_windows;
+    std::vector<platform::WindowHandle> windows;
+    desktop.EnumWindows([&](platform::WindowHandle window) {
+        if (IsCatiaTitle(desktop.GetWindowTitle(window))) {
+            windows.push_back(window);
+        }
+        return 1L;
+    });
+    return windows;
+}
+
 // Of several windows, one whose program could be reached speaks for all.
-UnreachableCatia WhatKeepsCatiaApart(Form1& form) {
+UnreachableCatia WhatKeepsCatiaApart(Form1& form,
+                                     const std::vector<platform::WindowHandle>& windows) {
     platform::Programs& programs = form.ports.programs;
     UnreachableCatia found;
     found.registration = programs.RegisteredUnder(kCatia);
-    for (const platform::WindowHandle window : form.catia_windows) {
+    for (const platform::WindowHandle window : windows) {
         const platform::Rights rights = programs.RightsOf(window);
-        if (window == form.catia_windows.front() || rights == platform::Rights::kSame) {
+        if (window == windows.front() || rights == platform::Rights::kSame) {
             found.rights = rights;
             found.program = programs.PathOf(window);
         }
@@ -77,10 +91,12 @@ catia::Application CatiaApplication(Form1& form) {
     try {
         return catia::Application(form.ports.automation_servers.GetActiveObject(kCatia));
     } catch (const automation::RunTimeError& error) {
-        if (form.catia_windows.empty()) {
+        // Not every action searches first, and CATIA may have gone since.
+        const auto windows = WindowsOfCatia(form);
+        if (windows.empty()) {
             throw;
         }
-        throw automation::WithReason(error, CatiaUnreachable(WhatKeepsCatiaApart(form)));
+        throw automation::WithReason(error, CatiaUnreachable(WhatKeepsCatiaApart(form, windows)));
     }
 }
 
@@ -90,6 +106,7 @@ catia::Application WaitForCatia(Form1& form) {
 }
 
 void NoteDocument(Form1& form, const std::string& name) {
+    form.document_worked_on = name;
     const std::size_t windows = form.catia_windows.size();
     form.StatusBar1.SetTip(windows > 1 ? WorkedOn(name, windows) : std::string());
 }

@@ -48,6 +48,8 @@ void ShowProgress(Form1& form, int done, int total);
 void Refuse(Form1& form, const std::string& message);
 // Says in a balloon what the status line does not: what a successful action did or found.
 void Explain(Form1& form, const std::string& text);
+// The same, by an action that announces nothing: it is done, whatever the one before it was.
+void ExplainDone(Form1& form, const std::string& text);
 // The action has ended by an error: why, in a balloon.
 void ExplainError(Form1& form, const automation::RunTimeError& error);
 // Keeps an error that has ended an action for the log and for the person to copy.

@@ -42,10 +42,20 @@ void Explain(Form1& form, const std::string& text) {
     form.StatusBar1.SetExplanation({.text = text, .is_error = false});
 }
 
+void ExplainDone(Form1& form, const std::string& text) {
+    form.StatusBar1.SetState(ActionState::kRunning); // until its handler has ended
+    Explain(form, text);
+}
+
 void NoteError(Form1& form, const automation::RunTimeError& error) {
-    form.innermost.error = error;
+    automation::RunTimeError noted = error;
+    if (const std::string& document = form.document_worked_on; !document.empty()) {
+        noted.given.push_back(document);
+        noted.given.push_back(document.substr(0, document.rfind('.')));
+    }
+    form.innermost.error = noted;
     if (!IsInterrupt(error)) {
-        form.last_error = {error, form.innermost.step, form.ports.clock.Now()};
+        form.last_error = {noted, form.innermost.step, form.ports.clock.Now()};
     }
 }
 

@@ -16,15 +16,13 @@ std::string Line(const std::string& name, const std::string& value) {
     return name + ": " + value + "\r\n";
 }
 
-// What `question` answers, or the error that it ends with.
+// What `question` answers, or the error that it ends with. Where the person no longer waits for
+// CATIA, that is one as well: what is known without it is wanted all the more.
 template <typename Question>
 std::string Answer(Question&& question) {
     try {
         return question();
     } catch (const automation::RunTimeError& error) {
-        if (IsInterrupt(error)) {
-            throw;
-        }
         return ErrorForLog(error);
     }
 }
@@ -69,11 +67,17 @@ std::string VersionOf(const catia::Application& application) {
            std::to_string(configuration.ServicePack());
 }
 
-// The ending of the active document's name, and nothing else of it.
+// The ending of the active document's name, where it is one of a document, and nothing else of it.
 std::string ActiveKind(const catia::Application& application) {
     const std::string name = application.ActiveDocument().Name();
-    const std::size_t point = name.rfind('.');
-    return point == std::string::npos ? "neznámý druh" : name.substr(point + 1);
+    const std::string_view ending = std::string_view(name).substr(name.rfind('.') + 1);
+    for (const char* kind : {"CATDrawing", "CATProduct", "CATPart", "CATProcess", "CATAnalysis",
+                             "CATMaterial", "CATShape", "catalog", "cgr", "model"}) {
+        if (ending.size() < name.size() && text::EqualsIgnoringCase(ending, kind)) {
+            return kind;
+        }
+    }
+    return "jiný druh";
 }
 
 std::string CallTimes(Form1& form, const catia::Application& application) {
@@ -122,9 +126,13 @@ std::string DiagnosisText(Form1& form) {
 void m_Kopirovat_chybu_Click(Form1& form) {
     if (form.last_error) {
         const controls::LastError& last = *form.last_error;
-        form.copy_text(std::string(kProgram) + "\r\n" +
-                       ErrorReport(last.error, last.step, last.time));
-        stat(form, "Chyba zkopirovana");
+        const std::string report =
+            std::string(kProgram) + "\r\n" + ErrorReport(last.error, last.step, last.time);
+        if (form.copy_text(report)) {
+            stat(form, "Chyba zkopirovana");
+        } else {
+            Refuse(form, "Schranka je obsazena");
+        }
     }
 }
 

@@ -20,7 +20,7 @@ void m_Diagnostika_Click(controls::Form1& form);
 void m_O_programu_Click(controls::Form1& form);
 
 // The program, the computer, and what answers of CATIA, a line each thing. No name of a document
-// stands there. Whatever cannot be had is there as its error; raises 18 (user interrupt) alone.
+// stands there. Whatever cannot be had is there as its error.
 std::string DiagnosisText(controls::Form1& form);
 
 } // namespace shell

@@ -117,9 +117,50 @@ void SetRowFont(const catia::DrawingTable& table, int row, double size,
     }
 }
 
+// A length has gone out as a text. Where the user's language reads that as another number ("6.8" is
+// 68 where points group thousands), a server that converts in it has taken it for that without a
+// word: what has come of it is asked, and it is set once more as the number. Other languages need
+// no such call: the text is read as it is meant, or refused.
+template <typename Taken, typename Set>
+void MendLength(Form1& form, const std::string& length, Taken&& taken, Set&& set) {
+    const auto meant = text::Number(length);
+    const auto read = form.ports.number_format.ReadNumber(length);
+    if (!meant || !read || *read == *meant) {
+        return;
+    }
+    const double size = taken();
+    if (std::abs(size - *read) < std::abs(size - *meant)) {
+        set(*meant);
+    }
+}
+
+void MendRowHeights(Form1& form, const NewTable& created) {
+    MendLength(
+        form, created.configuration.body_row_height,
+        [&] { return created.table.GetRowSize(created.rows); },
+        [&](double height) {
+            for (int row = 2; row <= created.rows; ++row) {
+                created.table.SetrowSize(row, height);
+            }
+        });
+}
+
 void SetHeaderRowHeight(Form1& form, const NewTable& created) {
     shell::stat(form, "Catie upravuje velikost 1 radku");
-    created.table.SetrowSize(1, created.configuration.header_row_height);
+    const std::string& height = created.configuration.header_row_height;
+    created.table.SetrowSize(1, height);
+    MendLength(
+        form, height, [&] { return created.table.GetRowSize(1); },
+        [&](double number) { created.table.SetrowSize(1, number); });
+}
+
+void SetWidth(Form1& form, const NewTable& created, int column) {
+    const std::string& width =
+        created.configuration.widths.at(static_cast<std::size_t>(column - 1));
+    created.table.SetColumnSize(column, width);
+    MendLength(
+        form, width, [&] { return created.table.GetColumnSize(column); },
+        [&](double number) { created.table.SetColumnSize(column, number); });
 }
 
 void SetAnchorPoint(Form1& form, const NewTable& created) {
@@ -150,6 +191,7 @@ void CreateTable(Form1& form, const Parts& parts, const Manner& manner) {
     const catia::DrawingTable& table = created.table;
     const TableInWork in_work(form);
     WithoutRedrawing redrawing(form, table, without_redrawing);
+    MendRowHeights(form, created);
 
     if (manner.anchor_before_row_height) {
         SetAnchorPoint(form, created);
@@ -161,7 +203,7 @@ void CreateTable(Form1& form, const Parts& parts, const Manner& manner) {
 
     shell::stat(form, "Catie upravuje sirku slopcu");
     for (int column = 1; column <= kColumns; ++column) {
-        table.SetColumnSize(column, configuration.widths.at(static_cast<std::size_t>(column - 1)));
+        SetWidth(form, created, column);
     }
 
     shell::stat(form, "Catie upravuje font");

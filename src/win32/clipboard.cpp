@@ -37,22 +37,23 @@ class OpenedClipboard {
 
 } // namespace
 
-void PutOnClipboard(HWND owner, std::string_view text) {
+bool PutOnClipboard(HWND owner, std::string_view text) {
     const std::wstring wide = com::Widen(text);
     const std::size_t bytes = (wide.size() + 1) * sizeof(wchar_t);
     const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, bytes);
     if (memory == nullptr) {
-        return;
+        return false;
     }
     std::memcpy(GlobalLock(memory), wide.data(), wide.size() * sizeof(wchar_t));
     GlobalUnlock(memory);
     if (const OpenedClipboard clipboard(owner); clipboard) {
         EmptyClipboard();
         if (SetClipboardData(CF_UNICODETEXT, memory) != nullptr) {
-            return; // the clipboard owns the memory now
+            return true; // the clipboard owns the memory now
         }
     }
     GlobalFree(memory);
+    return false;
 }
 
 std::optional<std::string> TextOnClipboard(HWND owner) {

@@ -9,8 +9,8 @@
 
 namespace win32 {
 
-// Where the clipboard cannot be had, what stands on it stays.
-void PutOnClipboard(HWND owner, std::string_view text);
+// Whether it stands there now; where the clipboard cannot be had, what stands on it stays.
+bool PutOnClipboard(HWND owner, std::string_view text);
 // Nothing where no text stands on it.
 std::optional<std::string> TextOnClipboard(HWND owner);
 

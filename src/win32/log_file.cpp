@@ -15,11 +15,14 @@ namespace {
 constexpr std::string_view kSignature = "\xEF\xBB\xBF"; // of a text in UTF-8
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-com::OwnedHandle OpenToAppend(const std::wstring& path) {
-    const HANDLE file =
-        CreateFileW(path.c_str(), FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, kShareAll,
-                    nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+com::OwnedHandle Open(const std::wstring& path, DWORD access, DWORD disposition) {
+    const HANDLE file = CreateFileW(path.c_str(), access, kShareAll, nullptr, disposition,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
     return com::OwnedHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+}
+
+com::OwnedHandle OpenToAppend(const std::wstring& path) {
+    return Open(path, FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, OPEN_ALWAYS);
 }
 
 long long SizeOf(const com::OwnedHandle& file) {
@@ -31,17 +34,31 @@ long long SizeOf(const com::OwnedHandle& file) {
 } // namespace
 
 LogFile::LogFile(std::string folder, long long limit) : folder_(std::move(folder)), limit_(limit) {
+    MakeFolder();
+}
+
+void LogFile::MakeFolder() const {
     CreateDirectoryW(com::Widen(folder_).c_str(), nullptr);
 }
 
 void LogFile::Write(std::string_view line) {
     const std::wstring path = com::Widen(folder_ + "\\dorvak.log");
     com::OwnedHandle file = OpenToAppend(path);
+    if (!file) {
+        MakeFolder();
+        file = OpenToAppend(path);
+    }
     std::string bytes = std::string(line) + "\r\n";
-    if (file && SizeOf(file) + static_cast<long long>(bytes.size()) > limit_) {
+    const long long size = SizeOf(file) + static_cast<long long>(bytes.size());
+    if (file && size > limit_) {
         file.reset();
-        MoveFileExW(path.c_str(), com::Widen(folder_ + "\\dorvak.old.log").c_str(),
-                    MOVEFILE_REPLACE_EXISTING);
+        const BOOL moved =
+            MoveFileExW(path.c_str(), com::Widen(folder_ + "\\dorvak.old.log").c_str(),
+                        MOVEFILE_REPLACE_EXISTING);
+        // Something may have hold of the predecessor for a while, and no longer.
+        if (moved == FALSE && size > 2 * limit_) {
+            Open(path, GENERIC_WRITE, TRUNCATE_EXISTING);
+        }
         file = OpenToAppend(path);
     }
     if (!file) {
@@ -55,6 +72,7 @@ void LogFile::Write(std::string_view line) {
 }
 
 void LogFile::ShowFolder() {
+    MakeFolder(); // the shell shows another one where it is not there
     std::array<wchar_t, MAX_PATH> windows{};
     GetWindowsDirectoryW(windows.data(), static_cast<UINT>(windows.size()));
     const std::wstring explorer = std::wstring(windows.data()) + L"\\explorer.exe";

@@ -1,6 +1,7 @@
 // The log: "dorvak.log" in UTF-8. When it has come to its limit it becomes "dorvak.old.log", and a
-// new one begins. Each line is appended for itself, so that it is there whatever becomes of the
-// program, and several running copies can share the file.
+// new one begins; where that one is not to be replaced, the log is emptied at twice its limit. Each
+// line is appended for itself, so that it is there whatever becomes of the program, and several
+// running copies can share the file.
 #pragma once
 
 #include <string>
@@ -21,6 +22,8 @@ class LogFile : public platform::Log {
     void ShowFolder() override;
 
   private:
+    void MakeFolder() const;
+
     std::string folder_;
     long long limit_;
 };

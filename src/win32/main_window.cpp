@@ -117,7 +117,7 @@ MainWindow::MainWindow(controls::Form1& form, const app::RecoveryPace& pace)
         app::KeepRecoveryNow(form_);
         ShowPopupMenu(window_, form_, menu, PopupAnchor(place));
     };
-    form_.copy_text = [this](const std::string& text) { PutOnClipboard(window_, text); };
+    form_.copy_text = [this](const std::string& text) { return PutOnClipboard(window_, text); };
     form_.show_save_dialog = [this](controls::FileDialog& dialog) {
         app::KeepRecoveryNow(form_);
         return ShowSaveDialog(window_, dialog);

@@ -44,6 +44,9 @@ TEST(Explained, NamesWhatHappenedTheMemberAndWhatThePersonCanDo) {
     EXPECT_EQ(shell::Explained(At("DrawingTable.SetColumnSize", 13, "Type mismatch")),
               "Hodnota není číslo, jaké CATIA čeká při volání DrawingTable.SetColumnSize. "
               "Zkontrolujte čísla v nastavení tabulky, desetinný oddělovač je tečka.");
+    EXPECT_TRUE(shell::Explained(At("DrawingTable.SetColumnSize", -2147352571, "Type mismatch"))
+                    .starts_with("Hodnota není číslo"))
+        << "the same, as a server reports it";
     EXPECT_EQ(shell::Explained(At("Document.Sheets", 438, "")),
               "Objekt CATIE neumí, co je potřeba při volání Document.Sheets. Zkontrolujte, zda je "
               "aktivní správný dokument.");
@@ -184,6 +187,21 @@ TEST_F(Explanations, ActionsWithoutAClosingMessageSayThatTheyAreDone) {
     EXPECT_EQ(Explanation(), "Hotovo: prohozeny 2 listy.");
     form.Command31.Click();
     EXPECT_EQ(Explanation(), "Hotovo: vytvořen 1 list.");
+}
+
+TEST_F(Explanations, AnActionThatAnnouncesNothingIsDoneAlsoAfterOneThatFailed) {
+    for (auto* button : {&form.Command25, &form.Command31}) {
+        Open("DrawingDocument D.CATDrawing\nsheet A active\n  view V\nsheet B\n");
+        session.Arm({.call = 1});
+        button->Click();
+        ASSERT_EQ(State(), ActionState::kFailed);
+        const std::string status = Status();
+        message_boxes.three_way_answer = platform::Answer::kYes;
+        button->Click();
+        EXPECT_EQ(State(), ActionState::kDone);
+        EXPECT_EQ(Status(), status) << "it has no text of its own";
+        EXPECT_TRUE(Explanation().starts_with("Hotovo: "));
+    }
 }
 
 TEST_F(Explanations, ACancelledRangeIsNothingDone) {

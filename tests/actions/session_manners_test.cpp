@@ -484,6 +484,84 @@ TEST(SessionManners, NumbersWithAFractionAreWrittenInTheUsersLanguageWhereTheSer
                     .starts_with(R"("1,5" "Hřídel")"));
 }
 
+// Converts the lengths in texts in a language that groups thousands by points, and passes them on:
+// to it "6.8" is 68.
+class GroupingServer : public automation::Object {
+  public:
+    explicit GroupingServer(automation::ObjectPtr session) : session_(std::move(session)) {}
+
+    static automation::ObjectPtr Of(const automation::ObjectPtr& session) {
+        return std::make_shared<GroupingServer>(session);
+    }
+
+  private:
+    using Value = automation::Value;
+
+    Value Get(const automation::Member& member) override { return Call(member, {}); }
+    Value Call(const automation::Member& member, const automation::Array& arguments) override {
+        automation::Array sent;
+        for (const Value& value : arguments) {
+            sent.push_back(Sent(member, value));
+        }
+        const Value answer = session_->call(member, sent);
+        return answer.Is<automation::ObjectPtr>() ? Value(Of(answer.AsObject())) : answer;
+    }
+    void Put(const automation::Member& member, const Value& value) override {
+        session_->put(member, value);
+    }
+
+    static Value Sent(const automation::Member& member, const Value& value) {
+        if (const auto* object = std::get_if<automation::ObjectPtr>(&value.storage())) {
+            return dynamic_cast<const GroupingServer&>(**object).session_;
+        }
+        const bool length = member.name.ends_with("Size") || member.object_class == "DrawingTables";
+        if (!length || !value.Is<std::string>()) {
+            return value;
+        }
+        std::string text = value.AsText();
+        std::erase(text, '.');
+        return Value(text);
+    }
+
+    automation::ObjectPtr session_;
+};
+
+TEST(SessionManners, LengthsTakenForOthersWherePointsGroupThousandsAreMendedByNumbers) {
+    for (controls::Button Form1::*const button : {&Form1::Command11, &Form1::Command7}) {
+        const PlainRun plain(ActionOf(button));
+        ActionRun run(ActionOf(button));
+        run.headless.servers.hand_out = GroupingServer::Of;
+        run.headless.number_format.groups_by_points = true;
+        run.Press();
+        ExpectDone(run);
+        EXPECT_EQ(run.Left(), plain.Left());
+        const Texts& calls = run.session.Log();
+        EXPECT_EQ(std::ranges::count(calls, R"(DrawingTable.SetRowSize(1, "49"))"), 1)
+            << "the text goes first, as it stands";
+        EXPECT_EQ(std::ranges::count(calls, "DrawingTable.SetRowSize(1, 4.9)"), 1);
+    }
+}
+
+TEST(SessionManners, WherePointsGroupThousandsAndTheServerHeedsTheCallsLanguageNothingIsSetAgain) {
+    const PlainRun plain(ActionOf(&Form1::Command11));
+    ActionRun run(ActionOf(&Form1::Command11));
+    run.headless.number_format.groups_by_points = true;
+    run.headless.form.Text2.SetText(run.headless.form.Text4.Text() +
+                                    "/sirka;13.88;43.67;15.76;20;20;20;20\r\n");
+    run.Press();
+    ExpectDone(run);
+    const auto starting = [&run](const char* begin) {
+        return std::ranges::count_if(run.session.Log(), [begin](const std::string& call) {
+            return call.starts_with(begin);
+        });
+    };
+    EXPECT_EQ(starting("DrawingTable.SetRowSize("), 1);
+    EXPECT_EQ(starting("DrawingTable.SetColumnSize("), 7);
+    EXPECT_EQ(starting("DrawingTable.GetRowSize("), 2);
+    EXPECT_EQ(starting("DrawingTable.GetColumnSize("), 3) << "20 is 20 in every language";
+    EXPECT_EQ(plain.session.Log().size() + 5, run.session.Log().size());
+}
+
 TEST(SessionManners, AHeightThatIsNoNumberFailsAsBefore) {
     for (const bool users : {false, true}) {
         ActionRun run(ActionOf(&Form1::Command11),

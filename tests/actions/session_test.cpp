@@ -183,6 +183,19 @@ TEST_F(Unreachable, TheReasonStandsBesideAnErrorOnTheStatusLineToo) {
     }
 }
 
+TEST_F(Unreachable, WhereNobodyHasLookedForTheWindowItIsLookedForNow) {
+    programs.rights[2] = platform::Rights::kMore;
+    form.Command31.Click(); // begins without the search for a session
+    EXPECT_EQ(Status(), "429 ActiveX component can't create object");
+    EXPECT_TRUE(form.StatusBar1.ShownExplanation().text.starts_with("CATIA běží jako správce"));
+    EXPECT_EQ(form.List1.Items(), std::vector<std::string>()) << "that is the search's own";
+    form.Command21.Click();
+    desktop.titles = {"Explorer"}; // CATIA is gone since
+    form.Command31.Click();
+    EXPECT_EQ(Status(), "429 ActiveX component can't create object");
+    EXPECT_EQ(form.StatusBar1.ShownExplanation().text, "");
+}
+
 TEST_F(Unreachable, WithoutAWindowThereIsNoExplanation) {
     desktop.titles = {"Explorer"};
     form.Command11.Click();

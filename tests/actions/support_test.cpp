@@ -129,6 +129,44 @@ TEST(ErrorForLog, LeavesOutWhatACallWasGivenAndWhateverLooksLikeAName) {
     EXPECT_EQ(shell::ErrorForLog({5, "an open \" quote"}), "chyba 5: an open \" quote.");
 }
 
+TEST(ErrorForLog, LeavesShortTextsOutAsWordsAndIsOneLine) {
+    RunTimeError error(-2147467259, "The method Add failed for e\r\nat 1, not at 12");
+    error.given = {"e", "1", "A"};
+    EXPECT_EQ(shell::ErrorForLog(error),
+              "chyba -2147467259: The method Add failed for … at …, not at 12.");
+    RunTimeError broken(-2147467259, "Kolo\r\nozubené is refused");
+    broken.given = {"Kolo\nozubené"};
+    EXPECT_EQ(shell::ErrorForLog(broken), "chyba -2147467259: … is refused.");
+}
+
+TEST_F(Log, LeavesOutTheNameOfTheDocumentThatWasWorkedOn) {
+    Open("DrawingDocument \"Tajny vykres 2.CATDrawing\"\nsheet A active\n  view V active\n");
+    const std::string words = "Tajny vykres 2.CATDrawing is locked, Tajny vykres 2";
+    session.before_call = [&](const std::string& call) {
+        if (call.starts_with("DrawingTables.Add(")) {
+            throw RunTimeError(-2147467259, words);
+        }
+    };
+    form.Command11.Click();
+    EXPECT_TRUE(log.lines.back().ends_with("DrawingTables.Add: … is locked, …."))
+        << log.lines.back();
+    EXPECT_EQ(form.last_error->error.description, words) << "what the person copies";
+}
+
+TEST_F(Log, LeavesOutTheNamesThatWereAnsweredBefore) {
+    Open("ProductDocument P.CATProduct\nproduct Sestava\n child \"Hřídel tajná\"\n child B\n");
+    int asked = 0;
+    session.before_call = [&](const std::string& call) {
+        if (call.starts_with("Product.PartNumber") && ++asked == 3) {
+            throw RunTimeError(-2147467259, "Hřídel tajná in Sestava has no number");
+        }
+    };
+    form.Command3.Click();
+    EXPECT_TRUE(log.lines.back().ends_with("Product.PartNumber: … in … has no number."))
+        << log.lines.back();
+    EXPECT_EQ(Status(), "-2147467259 Hřídel tajná in Sestava has no number");
+}
+
 // The status line's popup menu.
 struct Support : Log {
     // The lines of the file that "Diagnostika" has written.
@@ -173,6 +211,15 @@ TEST_F(Support, TheLastErrorIsCopiedWithItsNumberDescriptionMemberAndTime) {
                             "method Add failed\r\nVolání: DrawingTables.Add\r\nPříkaz: "
                             "Vytvorení\r\nČas: 2026-03-01 14:32:05.123\r\n"});
     EXPECT_EQ(Status(), "Chyba zkopirovana");
+}
+
+TEST_F(Support, AClipboardThatAnotherProgramHoldsIsSaid) {
+    Open(testing_support::kEmptyDrawing);
+    session.Arm({.call = 9});
+    form.Command11.Click();
+    form.copy_text = [](const std::string&) { return false; };
+    form.m_Kopirovat_chybu.Click();
+    EXPECT_EQ(Status(), "Schranka je obsazena");
 }
 
 TEST_F(Support, TheLogsFolderIsShown) {
@@ -254,12 +301,32 @@ TEST_F(Support, TheDiagnosisHoldsTheLastError) {
                                        "volání DrawingTables.Add: The method Add failed.");
 }
 
-TEST_F(Support, ThePersonCanStopTheDiagnosis) {
+TEST_F(Support, WhereThePersonStopsTheWaitForCatiaTheRestOfTheDiagnosisIsThere) {
     Open(testing_support::kEmptyDrawing);
     form.before_call = [this] { app::RequestStop(form); };
     form.m_Diagnostika.Click();
-    EXPECT_TRUE(Status().starts_with("Diagnostika Error 18 ")) << Status();
-    EXPECT_FALSE(files.stored.contains(kDiagnosis));
+    EXPECT_EQ(Status(), std::string("Diagnostika ulozena ") + kDiagnosis);
+    EXPECT_TRUE(session.Log().empty());
+    form.before_call = nullptr;
+    const std::string& text = files.stored[kDiagnosis];
+    EXPECT_NE(text.find("Windows: 11\r\n"), std::string::npos);
+    EXPECT_NE(text.find("Jméno: chyba 18 "), std::string::npos) << text;
+    EXPECT_NE(text.find("Deset volání: chyba 18 "), std::string::npos) << text;
+    EXPECT_EQ(Value("Jméno"), "CNEXT") << "the next one asks again";
+}
+
+TEST_F(Support, TheDiagnosisTellsNothingOfANameWithoutADocumentsEnding) {
+    struct Named {
+        const char* name;
+        const char* kind;
+    };
+    for (const auto& [name, kind] :
+         {Named{"Akce 1.Tajny", "jiný druh"}, Named{"Tajny", "jiný druh"},
+          Named{"a.CATIE tajna", "jiný druh"}, Named{"a.b.catpart", "CATPart"},
+          Named{"x.CATProduct", "CATProduct"}}) {
+        Open("DrawingDocument \"" + std::string(name) + "\"\nsheet A active\n");
+        EXPECT_EQ(Value("Aktivní dokument"), kind) << name;
+    }
 }
 
 TEST_F(Support, ADiagnosisThatCannotBeWrittenSaysWhy) {

@@ -25,11 +25,13 @@ automation::ObjectPtr NoObject(IDispatch* /*dispatch*/) {
 }
 
 // Keeps the arguments of every call, and answers the calls in turn with `answers`, then with
-// success.
+// success. With DISP_E_EXCEPTION it says what `exception` says.
 class AnsweringServer : public com::Implementation<IDispatch> {
   public:
     std::vector<Array> calls;
     std::deque<HRESULT> answers;
+    EXCEPINFO exception{};
+    std::function<void()> during; // a call
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         *count = 0;
@@ -44,14 +46,20 @@ class AnsweringServer : public com::Implementation<IDispatch> {
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*,
-                                     EXCEPINFO*, UINT*) override {
+                                     EXCEPINFO* info, UINT*) override {
         Array arguments;
         for (UINT i = parameters->cArgs; i > 0; --i) {
             arguments.push_back(com::FromVariant(parameters->rgvarg[i - 1], NoObject));
         }
         calls.push_back(std::move(arguments));
+        if (const auto once = std::exchange(during, nullptr)) {
+            once();
+        }
         if (answers.empty()) {
             return S_OK;
+        }
+        if (answers.front() == DISP_E_EXCEPTION) {
+            *info = exception;
         }
         const HRESULT answer = answers.front();
         answers.pop_front();
@@ -114,6 +122,49 @@ TEST_F(ComClient, ATextThatIsANumberIsSentOnceMoreAsOneWhereItsTypeIsRefused) {
     server_->answers = {DISP_E_TYPEMISMATCH};
     object_->put({"Table", "X"}, "12.5");
     EXPECT_EQ(server_->calls, (std::vector<Array>{{"12.5"}, {12.5}}));
+}
+
+TEST_F(ComClient, ATypeThatIsRefusedByAnExceptionIsRefusedTheSame) {
+    constexpr auto kClassic = static_cast<SCODE>(0x800A000D);
+    struct Case {
+        SCODE scode;
+        WORD code;
+        long number;
+    };
+    for (const auto& [scode, code, number] : {Case{DISP_E_TYPEMISMATCH, 0, DISP_E_TYPEMISMATCH},
+                                              Case{kClassic, 0, 13}, Case{E_FAIL, 13, 13}}) {
+        server_->exception.scode = scode;
+        server_->exception.wCode = code;
+        server_->answers = {DISP_E_EXCEPTION};
+        server_->calls.clear();
+        object_->call({"Table", "SetRowSize"}, {1, "6.8"});
+        EXPECT_EQ(server_->calls, (std::vector<Array>{{1, "6.8"}, {1, 6.8}}));
+        server_->answers = {DISP_E_EXCEPTION};
+        EXPECT_EQ(ErrorOfCall({1, "abc"}), number);
+        EXPECT_EQ(server_->calls.size(), 1U);
+        server_->answers = {DISP_E_EXCEPTION, DISP_E_EXCEPTION};
+        EXPECT_EQ(ErrorOfCall({1, "6.8"}), number);
+        EXPECT_EQ(server_->calls.size(), 2U);
+    }
+    server_->exception = {};
+    server_->exception.scode = E_FAIL;
+    server_->answers = {DISP_E_EXCEPTION};
+    EXPECT_EQ(ErrorOfCall({1, "6.8"}), E_FAIL);
+    EXPECT_EQ(server_->calls.size(), 1U);
+}
+
+TEST_F(ComClient, ACallInsideAnotherLeavesThatOneGoing) {
+    bool before = false;
+    bool after = false;
+    server_->during = [&] {
+        before = com::IsCalling();
+        object_->call({"Table", "Inner"}, {});
+        after = com::IsCalling();
+    };
+    object_->call({"Table", "Outer"}, {});
+    EXPECT_TRUE(before);
+    EXPECT_TRUE(after);
+    EXPECT_FALSE(com::IsCalling());
 }
 
 TEST_F(ComClient, WhatIsNoNumberOrIsANameIsSentOnce) {

@@ -124,6 +124,27 @@ TEST_F(Support, TheKeyboardComesToTheStatusLineAndToTheDiagnosisWithoutASession)
     EXPECT_TRUE(log.back().ends_with(", konec")) << log.back();
 }
 
+TEST_F(Support, EscapeEndsTheWaitForABusySessionAndTheRestOfTheDiagnosisIsThere) {
+    const CatiaSession catia({kSession});
+    catia.Do("dialog open");
+    Click(dorvak_[ID_StatusBar1], POINT{200, 8}, MouseButton::kRight);
+    WaitForPopupMenu();
+    PressKey(VK_UP);
+    PressKey(VK_UP);
+    PressKey(VK_RETURN);
+    dorvak_.WaitForStatus("Diagnostika");
+    PressKey(VK_ESCAPE);
+    const std::string path = LocalFolder() + "\\diagnostika.txt";
+    dorvak_.WaitForStatus("Diagnostika ulozena " + path, kLong);
+    KeepPicture("diagnosis-stopped.png");
+    const auto diagnosis = LinesOf(path);
+    EXPECT_GT(ValueOf(diagnosis, "Windows").size(), 3U);
+    EXPECT_TRUE(std::ranges::any_of(diagnosis, [](const std::string& line) {
+        return line.find(": chyba 18 ") != std::string::npos;
+    }));
+    catia.Do("dialog close");
+}
+
 TEST_F(Support, ASessionsWindowWithoutAnObjectIsExplained) {
     const HWND window = CreateWindowExW(0, L"STATIC", L"CATIA V5 - [A.CATProduct]", WS_POPUP, 0, 0,
                                         10, 10, nullptr, nullptr, nullptr, nullptr);
@@ -185,6 +206,30 @@ TEST(LogFile, KeepsOnePredecessorAndStaysWithinItsLimit) {
         EXPECT_LE(std::filesystem::file_size(old), 100U);
     }
     EXPECT_TRUE(ReadFile(log).ends_with("19" + line + "\r\n"));
+}
+
+TEST(LogFile, BeginsAnewWhereThePredecessorCannotBeReplacedForLong) {
+    const TemporaryFolder folder;
+    const std::string log = folder.Path() + "\\dorvak.log";
+    // A folder stands in its place.
+    std::filesystem::create_directory(folder.Path() + "\\dorvak.old.log");
+    win32::LogFile file(folder.Path(), 100);
+    for (int i = 0; i < 20; ++i) {
+        file.Write(std::to_string(i) + std::string(30, 'x'));
+        EXPECT_LE(std::filesystem::file_size(log), 200U);
+    }
+    EXPECT_TRUE(ReadFile(log).starts_with("\xEF\xBB\xBF"));
+    EXPECT_TRUE(ReadFile(log).ends_with("18" + std::string(30, 'x') + "\r\n19" +
+                                        std::string(30, 'x') + "\r\n"));
+}
+
+TEST(LogFile, MakesItsFolderAgain) {
+    const TemporaryFolder folder;
+    win32::LogFile file(folder.Path());
+    file.Write("a");
+    std::filesystem::remove_all(folder.Path());
+    file.Write("b");
+    EXPECT_EQ(LinesOf(folder.Path() + "\\dorvak.log"), std::vector<std::string>{"b"});
 }
 
 TEST(LogFile, CanBeReadAndSharedWhileItIsWritten) {

@@ -120,8 +120,13 @@ struct OneProgram : platform::Programs {
 
 // Numbers with a decimal comma, as Czech users write them.
 struct CzechNumbers : platform::NumberFormat {
+    bool groups_by_points = false; // "1.234,5", as the person has set it
+
     std::optional<double> ReadNumber(std::string_view text) override {
         std::string plain(text);
+        if (groups_by_points) {
+            std::erase(plain, '.');
+        }
         if (plain.find('.') != std::string::npos) {
             return std::nullopt;
         }
@@ -308,7 +313,10 @@ class HeadlessForm {
         form.show_popup = [this](controls::PopupMenu& menu, controls::PopupPlace place) {
             popups.emplace_back(menu.caption, place);
         };
-        form.copy_text = [this](const std::string& text) { copied.push_back(text); };
+        form.copy_text = [this](const std::string& text) {
+            copied.push_back(text);
+            return true;
+        };
         form.show_save_dialog = form.show_open_dialog = [this](controls::FileDialog& dialog) {
             dialogs.push_back(dialog);
             if (chosen_file) {
