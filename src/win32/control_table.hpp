@@ -114,8 +114,7 @@ inline constexpr auto kControlTable = std::to_array<ControlRow>({
     {ID_Command30,
      &controls::Form1::Command30,
      {.access_key = 'X',
-      .tip = "Zapíše celý seznam do tabulky vybrané v CATII (7 sloupců, aspoň o řádek víc než "
-             "seznam); "
+      .tip = "Zapíše celý seznam do tabulky vybrané v CATII (7 sloupců, aspoň o řádek víc); "
              "zbytek smaže."}},
     {ID_Command7,
      &controls::Form1::Command7,
