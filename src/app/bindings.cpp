@@ -18,6 +18,7 @@ using controls::Form1;
 constexpr const char* kTicking = "Zaškrtnutí";
 constexpr const char* kMoving = "Přesun";
 constexpr const char* kRenaming = "Přejmenování";
+constexpr const char* kEditing = "Úprava";
 
 // An event that is raised again while its own action runs, at a yield, starts it again.
 template <typename... Arguments>
@@ -104,6 +105,10 @@ void BindActions(Form1& form) {
     Bind(form, form.m_Smazat, partslist::m_Smazat_Click);
     Bind(form, form.m_Zpet, partslist::m_Zpet_Click);
     Bind(form, form.m_Znovu, partslist::m_Znovu_Click);
+    Bind(form, form.ListView1.CellEdit, partslist::ListView1_CellEdit, kEditing);
+    Bind(form, form.ListView1.FindKey, partslist::ListView1_FindKey);
+    Bind(form, form.m_Kopirovat_vse, partslist::m_Kopirovat_vse_Click);
+    Bind(form, form.m_Vlozit, partslist::m_Vlozit_Click);
     Bind(form, form.Combo1.Forget, partslist::Combo1_Forget);
     Bind(form, form.Combo2.Forget, partslist::Combo2_Forget);
     Bind(form, form.Combo3.Forget, partslist::Combo3_Forget);

@@ -8,6 +8,7 @@ using controls::Event;
 using controls::Form1;
 
 constexpr std::size_t kStructurePage = 0;
+constexpr std::size_t kPartsPage = 1;
 constexpr std::size_t kSheetsPage = 4;
 
 void ShowPage(Form1& form, std::size_t page) {
@@ -46,6 +47,14 @@ Event<> ActionOfRowKey(Form1& form, int code, Focus focus) {
     }
 }
 
+// Only where the list can be seen.
+Event<> FindInList(Form1& form, controls::Find find) {
+    if (form.SSTab1.Tab() != kPartsPage) {
+        return nullptr;
+    }
+    return [&form, find] { form.ListView1.UserFind(find); };
+}
+
 Event<> ActionOfControlKey(Form1& form, const Key& key, Focus focus) {
     const std::size_t pages = form.SSTab1.Captions().size();
     if (key.code == key_codes::kTab) {
@@ -70,6 +79,10 @@ Event<> ActionOfControlKey(Form1& form, const Key& key, Focus focus) {
     case 'Y':
         return focus == Focus::kField ? nullptr
                                       : Choose(sheets ? form.m_Sheet_znovu : form.m_Znovu);
+    case 'F':
+        return FindInList(form, controls::Find::kAsk);
+    case 'V':
+        return focus == Focus::kPartsList ? Choose(form.m_Vlozit) : nullptr;
     default:
         return nullptr;
     }
@@ -78,6 +91,9 @@ Event<> ActionOfControlKey(Form1& form, const Key& key, Focus focus) {
 Event<> ActionOfPress(Form1& form, const Key& key, Focus focus) {
     if (key.control) {
         return ActionOfControlKey(form, key, focus);
+    }
+    if (key.code == key_codes::kF3) {
+        return FindInList(form, key.shift ? controls::Find::kPrevious : controls::Find::kNext);
     }
     if (key.shift) {
         return nullptr;

@@ -8,6 +8,9 @@
 //   Ctrl+O                     "Otevreni tabulky"
 //   Ctrl+Z, Ctrl+Y             "Zpět", "Znovu" of the list of the page; a field has its own
 //   Insert, Delete             "Přidat", "Smazat" in the list that has the focus
+//   Ctrl+V                     "Vložit" in the parts list
+//   Ctrl+F, F3, Shift+F3       on the page of the parts list: find a text there, the next one, the
+//                              one before
 #pragma once
 
 #include "controls/form1.hpp"
@@ -19,6 +22,7 @@ namespace key_codes {
 inline constexpr int kTab = 0x09;
 inline constexpr int kInsert = 0x2D;
 inline constexpr int kDelete = 0x2E;
+inline constexpr int kF3 = 0x72;
 inline constexpr int kF5 = 0x74;
 } // namespace key_codes
 

@@ -111,6 +111,8 @@ struct Form1 {
     std::function<void()> before_call;
     std::function<void(PopupMenu&, PopupPlace)> show_popup;
     std::function<bool(const std::string&)> copy_text; // to the clipboard; whether that is done
+    // From there; nothing where no text stands there.
+    std::function<std::optional<std::string>()> pasted_text;
     // Show the file dialog; true when a file was chosen, whose name then stands in the dialog.
     std::function<bool(FileDialog&)> show_save_dialog;
     std::function<bool(FileDialog&)> show_open_dialog;
@@ -199,9 +201,13 @@ struct Form1 {
     MenuItem m_od3;
     MenuItem m_Zpet{"Zpět", {}};
     MenuItem m_Znovu{"Znovu", {}};
+    MenuItem m_od7;
+    MenuItem m_Kopirovat_vse{"Kopírovat vše", {}};
+    MenuItem m_Vlozit{"Vložit", {}};
     PopupMenu m_Tabulka{"Tabulka",
                         {&m_poslat_jako_tabulku, &m_vlozit_do_tabulky, &m_od2, &m_Poslat_jako_text,
-                         &m_od1, &m_Pridat, &m_Smazat, &m_od3, &m_Zpet, &m_Znovu}};
+                         &m_od1, &m_Pridat, &m_Smazat, &m_od3, &m_Zpet, &m_Znovu, &m_od7,
+                         &m_Kopirovat_vse, &m_Vlozit}};
 
     // Popup menus of the buttons that save and open lists, for the keyboard
     MenuItem m_Ulozit_pracovni{"Uložit do pracovního souboru", {}};
@@ -255,6 +261,9 @@ struct Form1 {
     // Dragging in the parts list and in the sheet list.
     Drag parts_drag;
     Drag sheets_drag;
+
+    // What was looked for in the parts list last.
+    std::string looked_for;
 
     // The new names that the sheet list planned when it was loaded last, by the names of then.
     std::vector<std::pair<std::string, std::string>> planned_names;

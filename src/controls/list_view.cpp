@@ -3,24 +3,13 @@
 #include <algorithm>
 
 #include "automation/run_time_error.hpp"
+#include "text/clipboard_cells.hpp"
 
 namespace controls {
 
 namespace {
 
 const std::string kEmpty;
-
-// A field as a spreadsheet takes it: quoted where it holds what would end the field or the line.
-std::string ClipboardField(const std::string& field) {
-    if (field.find_first_of("\t\r\n\"") == std::string::npos) {
-        return field;
-    }
-    std::string quoted = "\"";
-    for (const char c : field) {
-        quoted.append(c == '"' ? 2 : 1, c);
-    }
-    return quoted + '"';
-}
 
 } // namespace
 
@@ -135,12 +124,67 @@ void ListView::SelectAll() {
     SelectionChanged();
 }
 
+void ListView::SelectOnly(std::size_t row) {
+    const std::uint64_t id = Row(row).id;
+    for (ListRow& other : rows_) {
+        other.selected = other.id == id;
+    }
+    SelectionChanged();
+}
+
 void ListView::SetCurrentRow(std::optional<std::size_t> row) {
     if (row) {
         Index(*row);
     }
     current_ = row;
     Changed();
+}
+
+void ListView::SetCurrentColumn(std::size_t column) {
+    if (column != 0) {
+        SubIndex(column);
+    }
+    current_column_ = column;
+    Changed();
+}
+
+std::optional<Cell> ListView::CurrentCell() const {
+    if (!current_) {
+        return std::nullopt;
+    }
+    return Cell{*current_, current_column_};
+}
+
+void ListView::GoTo(const Cell& cell) {
+    if (!Row(cell.row).selected) {
+        SelectOnly(cell.row);
+    }
+    SetCurrentRow(cell.row);
+    SetCurrentColumn(cell.column);
+    EnsureVisible(cell.row);
+}
+
+std::optional<Cell> ListView::CellBeside(const Cell& cell, CellStep step) const {
+    const std::size_t last_column = columns_.size() - 1;
+    const bool is_first = cell.column == 0;
+    const bool is_last = cell.column == last_column;
+    switch (step) {
+    case CellStep::kLeft:
+        return is_first ? std::nullopt : std::optional(Cell{cell.row, cell.column - 1});
+    case CellStep::kRight:
+        return is_last ? std::nullopt : std::optional(Cell{cell.row, cell.column + 1});
+    case CellStep::kBelow:
+        return cell.row >= Count() ? std::nullopt : std::optional(Cell{cell.row + 1, cell.column});
+    case CellStep::kNext:
+        return CellBeside(is_last ? Cell{cell.row, 0} : cell,
+                          is_last ? CellStep::kBelow : CellStep::kRight);
+    case CellStep::kPrevious:
+        if (!is_first) {
+            return Cell{cell.row, cell.column - 1};
+        }
+        return cell.row <= 1 ? std::nullopt : std::optional(Cell{cell.row - 1, last_column});
+    }
+    return std::nullopt;
 }
 
 std::optional<std::size_t> ListView::RowWithId(std::uint64_t id) const {
@@ -177,23 +221,38 @@ void ListView::EnsureVisible(std::size_t row) {
     Changed();
 }
 
+void ListView::AppendAsText(const ListRow& row, std::string& lines) const {
+    lines += text::ClipboardCell(row.text);
+    for (std::size_t column = 1; column < columns_.size(); ++column) {
+        if (columns_[column].empty()) {
+            continue; // not for the person's eyes
+        }
+        lines += '\t';
+        if (column <= row.sub_items.size()) {
+            lines += text::ClipboardCell(row.sub_items[column - 1]);
+        }
+    }
+    lines += "\r\n";
+}
+
 std::string ListView::SelectionAsText() const {
     std::string lines;
     for (const ListRow& row : rows_) {
-        if (!row.selected) {
-            continue;
+        if (row.selected) {
+            AppendAsText(row, lines);
         }
-        lines += ClipboardField(row.text);
-        for (std::size_t column = 1; column < columns_.size(); ++column) {
-            if (columns_[column].empty()) {
-                continue; // not for the person's eyes
-            }
-            lines += '\t';
-            if (column <= row.sub_items.size()) {
-                lines += ClipboardField(row.sub_items[column - 1]);
-            }
-        }
-        lines += "\r\n";
+    }
+    return lines;
+}
+
+std::string ListView::TableAsText() const {
+    ListRow captions;
+    captions.text = columns_[0];
+    captions.sub_items.assign(columns_.begin() + 1, columns_.end());
+    std::string lines;
+    AppendAsText(captions, lines);
+    for (const ListRow& row : rows_) {
+        AppendAsText(row, lines);
     }
     return lines;
 }

@@ -16,6 +16,30 @@ struct ListRow {
     bool selected = false;
 };
 
+// A cell of a list: its row, counted from 1, and its column: 0 for the row's own text, else the
+// sub-item.
+struct Cell {
+    std::size_t row = 1;
+    std::size_t column = 0;
+
+    friend bool operator==(const Cell&, const Cell&) = default;
+};
+
+// A text that the person has typed into a cell.
+struct TypedCell {
+    std::uint64_t row_id = 0;
+    std::size_t column = 0;
+    std::string text;
+    bool for_selected_rows = false; // it is meant for all of them
+};
+
+// A way from one cell to another: within the row, within the column, or over the rows' ends.
+enum class CellStep { kLeft, kRight, kBelow, kNext, kPrevious };
+
+// What is looked for: a text that is asked for first, or the one of the last time, after the
+// current cell or before it.
+enum class Find { kAsk, kNext, kPrevious };
+
 // A report-style list with check boxes, several selected rows and one current row. Rows count from
 // 1, sub-items from 1 to the number of columns minus 1. A row that does not exist raises 35600, a
 // sub-item that the list has no column for raises 380.
@@ -35,6 +59,18 @@ class ListView : public Control {
     [[nodiscard]] const std::vector<ListRow>& Rows() const { return rows_; }
     [[nodiscard]] const std::string& SubItem(std::size_t row, std::size_t sub_item) const;
 
+    // The text of a cell, whichever column it stands in.
+    [[nodiscard]] const std::string& TextOf(const Cell& cell) const {
+        return cell.column == 0 ? Row(cell.row).text : SubItem(cell.row, cell.column);
+    }
+    void SetTextOf(const Cell& cell, std::string text) {
+        if (cell.column == 0) {
+            SetText(cell.row, std::move(text));
+        } else {
+            SetSubItem(cell.row, cell.column, std::move(text));
+        }
+    }
+
     // Appends a row (or sorts it in, while the list is sorted) and returns its number.
     std::size_t Add(std::string text);
     void Remove(std::size_t row);
@@ -49,11 +85,22 @@ class ListView : public Control {
     void SetChecked(std::size_t row, bool checked);
     void SetSelected(std::size_t row, bool selected);
     void SelectAll();
+    void SelectOnly(std::size_t row);
 
     // The row that has the list's focus. When it is removed, the row that takes its place becomes
     // the current one, and the selected one where no other is selected.
     [[nodiscard]] std::optional<std::size_t> CurrentRow() const { return current_; }
     void SetCurrentRow(std::optional<std::size_t> row);
+
+    // The column of the cell cursor, which stands in the current row.
+    [[nodiscard]] std::size_t CurrentColumn() const { return current_column_; }
+    void SetCurrentColumn(std::size_t column);
+    // The current row and its column; nothing where no row is current.
+    [[nodiscard]] std::optional<Cell> CurrentCell() const;
+    // Makes a cell the current one, in sight. Its row is selected, alone where it was not before.
+    void GoTo(const Cell& cell);
+    // The cell that a step leads to; nothing where the row, the column or the list ends.
+    [[nodiscard]] std::optional<Cell> CellBeside(const Cell& cell, CellStep step) const;
 
     // The tip that the view shows while the mouse rests on the list.
     [[nodiscard]] const std::string& ToolTip() const { return tool_tip_; }
@@ -77,9 +124,19 @@ class ListView : public Control {
     // The row to scroll to, given once.
     std::optional<std::size_t> TakeRowToShow() { return std::exchange(row_to_show_, std::nullopt); }
 
+    // Asks the view for the keyboard when it refreshes next.
+    void WantFocus() {
+        wants_focus_ = true;
+        Changed();
+    }
+    // Whether it was asked for, told once.
+    bool TakeWantsFocus() { return std::exchange(wants_focus_, false); }
+
     // The selected rows, a line each ended by CR LF, their fields separated by tabs, in the form
     // that spreadsheets take from the clipboard. Columns without a caption are left out.
     [[nodiscard]] std::string SelectionAsText() const;
+    // All rows in this form, below a line with the captions of their columns.
+    [[nodiscard]] std::string TableAsText() const;
 
     void UserClick() { Raise(Click); }
     void UserCheck(std::size_t row, bool checked) {
@@ -87,6 +144,15 @@ class ListView : public Control {
         Raise(ItemCheck, row);
     }
     void UserRename(std::uint64_t id, const std::string& text) { Raise(Rename, id, text); }
+    // The row's own text is its name.
+    void UserEdit(const TypedCell& typed) {
+        if (typed.column == 0) {
+            UserRename(typed.row_id, typed.text);
+        } else {
+            Raise(CellEdit, typed);
+        }
+    }
+    void UserFind(Find find) { Raise(FindKey, find); }
     void UserMouseDown(int button, int shift, int x, int y) {
         Raise(MouseDown, button, shift, x, y);
     }
@@ -97,10 +163,12 @@ class ListView : public Control {
     Event<> Click;
     Event<std::size_t> ItemCheck;                    // the row, already in its new state
     Event<std::uint64_t, const std::string&> Rename; // the row's id, its new text
-    Event<int, int, int, int> MouseDown;             // button, shift state, x, y
-    Event<int, int, int, int> MouseUp;               // button, shift state, x, y
-    Event<> MenuKey;                                 // the popup menu asked for by keyboard
-    Event<int> MoveKey; // the current row to be moved by keyboard: 1 down, -1 up
+    Event<const TypedCell&> CellEdit;
+    Event<Find> FindKey;                 // a text to be found
+    Event<int, int, int, int> MouseDown; // button, shift state, x, y
+    Event<int, int, int, int> MouseUp;   // button, shift state, x, y
+    Event<> MenuKey;                     // the popup menu asked for by keyboard
+    Event<int> MoveKey;                  // the current row to be moved by keyboard: 1 down, -1 up
 
     // The row at a point, in the coordinates of the mouse events. Supplied by the view.
     std::function<std::optional<std::size_t>(int x, int y)> HitTest;
@@ -116,6 +184,7 @@ class ListView : public Control {
     }
     std::size_t Index(std::size_t row) const;
     std::size_t SubIndex(std::size_t sub_item) const;
+    void AppendAsText(const ListRow& row, std::string& lines) const;
     [[nodiscard]] const std::string& SortText(const ListRow& row) const;
 
     std::vector<std::string> columns_;
@@ -125,6 +194,8 @@ class ListView : public Control {
     std::uint64_t selection_revision_ = 0;
     std::string tool_tip_;
     std::optional<std::size_t> current_;
+    std::size_t current_column_ = 0;
+    bool wants_focus_ = false;
     std::optional<std::size_t> sorted_by_;
     std::optional<std::size_t> row_to_show_;
 };

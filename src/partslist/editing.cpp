@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "partslist/partslist.hpp"
+#include "partslist/pasting.hpp"
 #include "shell/list_gestures.hpp"
 #include "shell/shell.hpp"
 #include "text/text.hpp"
@@ -137,10 +138,7 @@ void ListView1_MoveKey(Form1& form, int rows) {
 
 void m_Pridat_Click(Form1& form) {
     ListView& list = form.ListView1;
-    const std::size_t row = list.Add("Novy");
-    list.EnsureVisible(row);
-    list.SetSubItem(row, kQuantity, "1");
-    list.SetSubItem(row, kPosition, text::FourDigits(list.Count()));
+    list.EnsureVisible(AppendRow(list, "Novy"));
     shell::ShowRowCount(form);
 }
 

@@ -11,7 +11,10 @@
 //   m_Pridat_Click       "Přidat"
 //   m_Smazat_Click       "Smazat"
 //   m_Zpet_Click, m_Znovu_Click  "Zpět", "Znovu"
+//   m_Kopirovat_vse_Click, m_Vlozit_Click  "Kopírovat vše", "Vložit"
 //   ListView1_Rename     a name typed into a row
+//   ListView1_CellEdit   a text typed into another cell
+//   ListView1_FindKey    Ctrl+F, F3, Shift+F3: a text to be found
 //   Combo1_KeyPress to Combo4_KeyPress  a key in a picker: Enter applies its text
 //   Combo1_Forget to Combo4_Forget  a value of a picker is not to be remembered any more
 //   Command12_Click to Command15_Click  the picture buttons beside the pickers, likewise
@@ -43,7 +46,11 @@ void m_Pridat_Click(Form1& form);
 void m_Smazat_Click(Form1& form);
 void m_Zpet_Click(Form1& form);
 void m_Znovu_Click(Form1& form);
+void m_Kopirovat_vse_Click(Form1& form);
+void m_Vlozit_Click(Form1& form);
 void ListView1_Rename(Form1& form, std::uint64_t id, const std::string& text);
+void ListView1_CellEdit(Form1& form, const controls::TypedCell& typed);
+void ListView1_FindKey(Form1& form, controls::Find find);
 
 void Combo1_KeyPress(Form1& form, int key);
 void Combo2_KeyPress(Form1& form, int key);

@@ -23,6 +23,28 @@ bool EqualIgnoringCase(char left, char right) {
     return Lower(left) == Lower(right);
 }
 
+// The small letter of a capital one among the characters from U+0080 to U+07FF, which take two
+// bytes.
+unsigned SmallLetter(unsigned character) {
+    const auto is_in = [character](unsigned first, unsigned last) {
+        return first <= character && character <= last;
+    };
+    if (is_in(0xC0, 0xDE) && character != 0xD7) { // but the multiplication sign
+        return character + 0x20;
+    }
+    if (character == 0x178) { // whose small letter is in Latin-1
+        return 0xFF;
+    }
+    // Pairs of a capital letter and its small one.
+    const bool even_first =
+        (is_in(0x100, 0x137) && character != 0x130 && character != 0x131) || is_in(0x14A, 0x177);
+    const bool odd_first = is_in(0x139, 0x148) || is_in(0x179, 0x17E);
+    if (even_first) {
+        return character | 1U;
+    }
+    return odd_first ? character + (character & 1U) : character;
+}
+
 struct LeadingPart {
     bool is_number = false;
     double value = 0;
@@ -178,6 +200,27 @@ bool EqualsIgnoringCase(std::string_view left, std::string_view right) {
 bool ContainsIgnoringCase(std::string_view whole, std::string_view part) {
     return part.empty() || std::search(whole.begin(), whole.end(), part.begin(), part.end(),
                                        EqualIgnoringCase) != whole.end();
+}
+
+std::string WithSmallLetters(std::string_view whole) {
+    constexpr unsigned kFirstOfTwo = 0xC0; // with the upper five bits of the character
+    constexpr unsigned kSecondOfTwo = 0x80;
+    constexpr unsigned kLowerBits = 0x3F;
+    std::string small;
+    small.reserve(whole.size());
+    for (std::size_t at = 0; at < whole.size(); ++at) {
+        const auto first = static_cast<unsigned char>(whole[at]);
+        const bool is_two_bytes = first >= kFirstOfTwo && first < 0xE0 && at + 1 < whole.size();
+        if (!is_two_bytes) {
+            small += Lower(whole[at]);
+            continue;
+        }
+        const auto second = static_cast<unsigned char>(whole[++at]);
+        const unsigned letter = SmallLetter((first - kFirstOfTwo) << 6U | (second & kLowerBits));
+        small += static_cast<char>(kFirstOfTwo | letter >> 6U);
+        small += static_cast<char>(kSecondOfTwo | (letter & kLowerBits));
+    }
+    return small;
 }
 
 std::string_view ProgramOf(std::string_view command_line) {

@@ -55,6 +55,10 @@ bool EqualsIgnoringCase(std::string_view left, std::string_view right);
 // Whether `whole` begins with `part`, compared like ContainsIgnoringCase.
 bool StartsWithIgnoringCase(std::string_view whole, std::string_view part);
 
+// `whole` with the capital letters of the Latin languages made small ones; an accent stays with its
+// letter.
+std::string WithSmallLetters(std::string_view whole);
+
 // The path of the program that a command line starts: between quotes where it begins with one, else
 // up to its ".exe", blanks included.
 std::string_view ProgramOf(std::string_view command_line);

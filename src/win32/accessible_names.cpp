@@ -4,6 +4,8 @@
 
 #include "win32/accessible_names.hpp"
 
+#include <array>
+
 #include "com/utf.hpp"
 
 namespace win32 {
@@ -22,6 +24,15 @@ void AccessibleNames::SetName(HWND control, std::string_view name) const {
 
 void AccessibleNames::SetHelp(HWND control, std::string_view text) const {
     Set(control, PROPID_ACC_HELP, text);
+}
+
+void AccessibleNames::Clear(HWND control) const {
+    if (services_ != nullptr) {
+        const std::array<GUID, 2> properties{PROPID_ACC_NAME, PROPID_ACC_HELP};
+        static_cast<void>(services_->ClearHwndProps(control, static_cast<DWORD>(OBJID_CLIENT),
+                                                    CHILDID_SELF, properties.data(),
+                                                    static_cast<int>(properties.size())));
+    }
 }
 
 void AccessibleNames::Set(HWND control, const GUID& property, std::string_view text) const {

@@ -18,6 +18,8 @@ class AccessibleNames {
     void SetName(HWND control, std::string_view name) const;
     // What its tip says.
     void SetHelp(HWND control, std::string_view text) const;
+    // Before a control goes that was given any of this.
+    void Clear(HWND control) const;
 
   private:
     void Set(HWND control, const GUID& property, std::string_view text) const;

@@ -205,6 +205,8 @@ inline constexpr auto kControlTable = std::to_array<ControlRow>({
     {ID_m_Smazat, &controls::Form1::m_Smazat},
     {ID_m_Zpet, &controls::Form1::m_Zpet},
     {ID_m_Znovu, &controls::Form1::m_Znovu},
+    {ID_m_Kopirovat_vse, &controls::Form1::m_Kopirovat_vse},
+    {ID_m_Vlozit, &controls::Form1::m_Vlozit},
     {ID_m_Ulozit_pracovni, &controls::Form1::m_Ulozit_pracovni},
     {ID_m_Otevrit_pracovni, &controls::Form1::m_Otevrit_pracovni},
     {ID_m_Sheet_pridej, &controls::Form1::m_Sheet_pridej},

@@ -18,6 +18,7 @@ ListViewWindow::Look LookOf(int id) {
     case ID_ListView1:
         return {.column_widths = {188, 50, 50, 44, 96, 96, 94},
                 .check_boxes = true,
+                .edits_cells = true,
                 .whole_rows = true};
     case ID_ListView2:
         return {.column_widths = {122, 48}};

@@ -6,6 +6,7 @@
 
 #include "com/utf.hpp"
 #include "text/text.hpp"
+#include "win32/accessible_names.hpp"
 #include "win32/clipboard.hpp"
 
 namespace win32 {
@@ -15,6 +16,9 @@ namespace {
 int ToItem(std::size_t row) {
     return static_cast<int>(row) - 1;
 }
+
+// Windows asks to edit a name, with its item; the field opens once that has ended.
+constexpr UINT kRenameMessage = WM_APP + 1;
 
 WNDPROC own_header_procedure = nullptr; // of the headers' class
 
@@ -48,6 +52,10 @@ ListViewWindow::ListViewWindow(HWND window, controls::ListView& list, Look look,
     if (look_.check_boxes) {
         ListView_SetCallbackMask(Window(), LVIS_STATEIMAGEMASK);
     }
+    if (look_.edits_cells) { // rows that are painted spare the field
+        SetWindowLongPtrW(Window(), GWL_STYLE,
+                          GetWindowLongPtrW(Window(), GWL_STYLE) | WS_CLIPCHILDREN);
+    }
     int index = 0;
     for (const std::string& caption : list_.Columns()) {
         std::wstring text = com::Widen(caption);
@@ -70,6 +78,7 @@ ListViewWindow::ListViewWindow(HWND window, controls::ListView& list, Look look,
 
 ListViewWindow::~ListViewWindow() {
     list_.HitTest = nullptr;
+    CloseEdit();
     RemoveWindowSubclass(Window(), WindowProcedure, kSubclass);
 }
 
@@ -94,6 +103,7 @@ void ListViewWindow::SetDpi(UINT dpi) {
     if (look_.whole_rows) {
         EndAfterWholeRow();
     }
+    PlaceEdit();
 }
 
 void ListViewWindow::EndAfterWholeRow() const {
@@ -162,6 +172,14 @@ void ListViewWindow::Refresh() {
     if (const auto row = list_.TakeRowToShow(); row && *row <= shown_count_) {
         ListView_EnsureVisible(Window(), ToItem(*row), FALSE);
     }
+    if (list_.CurrentColumn() != shown_column_) {
+        shown_column_ = list_.CurrentColumn();
+        ShowColumn(shown_column_);
+    }
+    if (list_.TakeWantsFocus() && IsWindowVisible(Window()) != FALSE) {
+        SetFocus(Window());
+    }
+    FollowEditedRow();
     tool_tip_.Show(Window(), list_.ToolTip());
     InvalidateRect(Window(), nullptr, FALSE);
 }
@@ -266,21 +284,8 @@ LRESULT ListViewWindow::OnNotify(NMHDR& header) {
     }
     case LVN_BEGINLABELEDITW: {
         const LVITEMW& item = reinterpret_cast<const NMLVDISPINFOW&>(header).item;
-        const auto row = static_cast<std::size_t>(item.iItem) + 1;
-        edited_row_ = row >= 1 && row <= list_.Count() ? list_.Row(row).id : 0;
-        return FALSE;
-    }
-    case LVN_ENDLABELEDITW: {
-        const LVITEMW& item = reinterpret_cast<const NMLVDISPINFOW&>(header).item;
-        if (item.pszText == nullptr || ending_edit_) {
-            return FALSE;
-        }
-        const FlagWhile ending(ending_edit_);
-        run_event_(
-            [this, row = edited_row_, text = text::WithLineFeeds(com::Narrow(item.pszText))] {
-                list_.UserRename(row, text);
-            });
-        return TRUE;
+        PostMessageW(Window(), kRenameMessage, static_cast<WPARAM>(item.iItem), 0);
+        return TRUE; // not by Windows' own field
     }
     case NM_CUSTOMDRAW:
         return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
@@ -350,10 +355,40 @@ LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         if (fills) {
             FillWidth();
         }
+        PlaceEdit();
         return result;
     }
-    case WM_LBUTTONDOWN:
+    case WM_NOTIFY: {
+        const LRESULT result = DefSubclassProc(Window(), message, w, l);
+        if (reinterpret_cast<const NMHDR*>(l)->code == HDN_ITEMCHANGEDW) {
+            PlaceEdit(); // a column has another width
+        }
+        return result;
+    }
+    case WM_VSCROLL:
+    case WM_HSCROLL:
+    case WM_MOUSEWHEEL:
+    case WM_MOUSEHWHEEL:
+        TakeEdit();
+        break;
+    case WM_COMMAND:
+        if (edit_ != nullptr && reinterpret_cast<HWND>(l) == edit_) {
+            return 0; // Windows would take it for its own field
+        }
+        break;
+    case LVM_GETEDITCONTROL:
+        return reinterpret_cast<LRESULT>(edit_);
+    case LVM_CANCELEDITLABEL:
+        CloseEdit();
+        return 0;
+    case kRenameMessage:
+        if (edit_ == nullptr && GetFocus() == Window()) {
+            BeginEdit({w + 1, 0}, false);
+        }
+        return 0;
     case WM_LBUTTONDBLCLK:
+        return OnDoubleClick(w, l) ? 0 : OnButtonDown(message, w, l);
+    case WM_LBUTTONDOWN:
         return OnButtonDown(message, w, l);
     case WM_RBUTTONDOWN:
         return OnRightButtonDown(l);
@@ -462,21 +497,249 @@ LRESULT ListViewWindow::OnKey(UINT message, WPARAM w, LPARAM l) {
     return result;
 }
 
-void ListViewWindow::EndEdit() {
-    const HWND edit = ListView_GetEditControl(Window());
-    if (edit == nullptr || ending_edit_) {
+// Over the cell, and a little higher: its text keeps its height inside the border.
+void ListViewWindow::PlaceEdit() {
+    if (edit_ == nullptr) {
         return;
     }
-    const FlagWhile ending(ending_edit_);
-    const std::string text = ReadText(edit);
-    SendMessageW(Window(), LVM_CANCELEDITLABEL, 0, 0);
-    list_.UserRename(edited_row_, text::WithLineFeeds(text));
+    const auto row = list_.RowWithId(edited_.row_id);
+    if (!row || *row > shown_count_) {
+        return;
+    }
+    RECT place = CellRect({*row, edited_.column});
+    RECT client;
+    GetClientRect(Window(), &client);
+    place.right = std::min(place.right, client.right);
+    SendMessageW(edit_, WM_SETFONT, reinterpret_cast<WPARAM>(GetWindowFont(Window())), TRUE);
+    SetWindowPos(edit_, HWND_TOP, place.left, place.top, place.right - place.left,
+                 place.bottom - place.top + 1, SWP_NOACTIVATE | SWP_SHOWWINDOW);
+}
+
+void ListViewWindow::BeginEdit(const controls::Cell& cell, bool goes_on) {
+    TakeEdit();
+    if (cell.row > shown_count_ || cell.row > list_.Count()) {
+        return;
+    }
+    ListView_EnsureVisible(Window(), ToItem(cell.row), FALSE);
+    ShowColumn(cell.column);
+    SetFocus(Window());
+    edit_ = CreateWindowExW(0, WC_EDITW, com::Widen(list_.TextOf(cell)).c_str(),
+                            WS_CHILD | WS_BORDER | WS_CLIPSIBLINGS | ES_AUTOHSCROLL, 0, 0, 0, 0,
+                            Window(), nullptr, GetModuleHandleW(nullptr), nullptr);
+    if (edit_ == nullptr) {
+        return;
+    }
+    SetWindowSubclass(edit_, EditProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+    edited_ = {list_.Row(cell.row).id, cell.column, ReadText(edit_), false};
+    edit_goes_on_ = goes_on;
+    AccessibleNames().SetName(edit_, list_.Columns()[cell.column]);
+    SendMessageW(edit_, EM_SETLIMITTEXT, 0, 0);
+    PlaceEdit();
+    SendMessageW(edit_, EM_SETSEL, 0, -1);
+    SetFocus(edit_);
+}
+
+// A row that is gone has nothing to be edited any more.
+void ListViewWindow::FollowEditedRow() {
+    if (edit_ == nullptr) {
+        return;
+    }
+    if (list_.RowWithId(edited_.row_id)) {
+        PlaceEdit();
+    } else {
+        CloseEdit();
+    }
+}
+
+std::optional<controls::TypedCell> ListViewWindow::CloseEdit() {
+    const HWND edit = std::exchange(edit_, nullptr);
+    if (edit == nullptr) {
+        return std::nullopt;
+    }
+    controls::TypedCell typed = edited_;
+    typed.text = ReadText(edit);
+    const bool has_changed = typed.text != edited_.text;
+    if (GetFocus() == edit) {
+        SetFocus(Window());
+    }
+    AccessibleNames().Clear(edit);
+    DestroyWindow(edit);
+    typed.text = text::WithLineFeeds(typed.text);
+    return has_changed ? std::optional(typed) : std::nullopt;
+}
+
+void ListViewWindow::EndEdit() {
+    if (const auto typed = CloseEdit()) {
+        list_.UserEdit(*typed);
+    }
+}
+
+void ListViewWindow::TakeEdit() {
+    if (const auto typed = CloseEdit()) {
+        run_event_([this, typed = *typed] { list_.UserEdit(typed); });
+    }
+}
+
+// Also a text that is as it was: other rows may have other ones.
+void ListViewWindow::TakeEditForSelectedRows() {
+    controls::TypedCell typed = edited_;
+    typed.text = text::WithLineFeeds(ReadText(edit_));
+    typed.for_selected_rows = true;
+    CloseEdit();
+    run_event_([this, typed] { list_.UserEdit(typed); });
+}
+
+// Takes the text and opens the field over another cell, where there is one.
+void ListViewWindow::GoOn(controls::CellStep step) {
+    const controls::TypedCell from = edited_;
+    TakeEdit();
+    const auto row = list_.RowWithId(from.row_id);
+    const auto next =
+        row ? list_.CellBeside({*row, from.column}, step) : std::optional<controls::Cell>();
+    if (!next) {
+        return;
+    }
+    run_event_([this, next = *next] {
+        if (next.row <= list_.Count()) {
+            const bool is_another = list_.CurrentRow() != next.row;
+            list_.GoTo(next);
+            if (is_another) {
+                list_.UserClick(); // the fields beside the list show each row
+            }
+        }
+    });
+    BeginEdit(*next, true);
+}
+
+// Whether the key is the field's, and not that of the text in it.
+bool ListViewWindow::OnEditKey(WPARAM key, bool repeated) {
+    const bool control = GetKeyState(VK_CONTROL) < 0;
+    switch (key) {
+    case VK_RETURN:
+        if (repeated) {
+            return true;
+        }
+        if (control) {
+            TakeEditForSelectedRows();
+        } else if (edit_goes_on_) {
+            GoOn(controls::CellStep::kBelow);
+        } else {
+            TakeEdit();
+        }
+        return true;
+    case VK_TAB:
+        GoOn(GetKeyState(VK_SHIFT) < 0 ? controls::CellStep::kPrevious : controls::CellStep::kNext);
+        return true;
+    case VK_ESCAPE:
+        CloseEdit();
+        return true;
+    case 'A':
+        if (control) {
+            SendMessageW(edit_, EM_SETSEL, 0, -1);
+        }
+        return control;
+    default:
+        return false;
+    }
+}
+
+LRESULT ListViewWindow::OnEditMessage(UINT message, WPARAM w, LPARAM l) {
+    const HWND edit = edit_;
+    switch (message) {
+    case WM_GETDLGCODE:
+        return DefSubclassProc(edit, message, w, l) | DLGC_WANTALLKEYS;
+    case WM_KEYDOWN:
+        if (OnEditKey(w, (HIWORD(l) & KF_REPEAT) != 0)) {
+            return 0;
+        }
+        break;
+    case WM_CHAR: {
+        constexpr WPARAM kControlA = 1;
+        if (w == kControlA || w == L'\r' || w == L'\n' || w == L'\t') {
+            return 0; // the key has done it already
+        }
+        break;
+    }
+    case WM_KILLFOCUS: {
+        const LRESULT result = DefSubclassProc(edit, message, w, l);
+        TakeEdit();
+        return result;
+    }
+    default:
+        break;
+    }
+    return DefSubclassProc(edit, message, w, l);
+}
+
+LRESULT CALLBACK ListViewWindow::EditProcedure(HWND edit, UINT message, WPARAM w, LPARAM l,
+                                               UINT_PTR id, DWORD_PTR self) {
+    auto& list = *reinterpret_cast<ListViewWindow*>(self);
+    if (message == WM_NCDESTROY) {
+        RemoveWindowSubclass(edit, EditProcedure, id);
+        list.edit_ = list.edit_ == edit ? nullptr : list.edit_;
+    } else if (edit == list.edit_) {
+        return list.OnEditMessage(message, w, l);
+    }
+    return DefSubclassProc(edit, message, w, l);
+}
+
+void ListViewWindow::StepCell(controls::CellStep step) {
+    Pull();
+    if (const auto next =
+            list_.CellBeside({list_.CurrentRow().value_or(1), list_.CurrentColumn()}, step)) {
+        run_event_([this, column = next->column] { list_.SetCurrentColumn(column); });
+    }
+}
+
+void ListViewWindow::ShowColumn(std::size_t column) const {
+    int left = -GetScrollPos(Window(), SB_HORZ);
+    for (int before = 0; before < static_cast<int>(column); ++before) {
+        left += ListView_GetColumnWidth(Window(), before);
+    }
+    RECT client;
+    GetClientRect(Window(), &client);
+    const int right = left + ListView_GetColumnWidth(Window(), static_cast<int>(column));
+    const int beyond = std::min<int>(std::max<int>(right - client.right, 0), left);
+    if (const int distance = left < 0 ? left : beyond; distance != 0) {
+        ListView_Scroll(Window(), distance, 0);
+    }
+}
+
+// In the first column of the text, beside the check box.
+RECT ListViewWindow::CellRect(const controls::Cell& cell) const {
+    RECT place{};
+    const int item = ToItem(cell.row);
+    if (cell.column == 0) {
+        ListView_GetItemRect(Window(), item, &place, LVIR_LABEL);
+    } else {
+        ListView_GetSubItemRect(Window(), item, static_cast<int>(cell.column), LVIR_BOUNDS, &place);
+    }
+    return place;
+}
+
+bool ListViewWindow::OnDoubleClick(WPARAM w, LPARAM l) {
+    const auto cell = CellAt(PointOf(l));
+    if (!cell) {
+        return false;
+    }
+    left_down_ = false; // nothing is dragged or dropped by it
+    DefSubclassProc(Window(), WM_LBUTTONDBLCLK, w, l);
+    run_event_([this, cell = *cell] {
+        if (cell.row <= list_.Count()) {
+            list_.GoTo(cell);
+        }
+    });
+    BeginEdit(*cell, true);
+    return true;
 }
 
 LRESULT ListViewWindow::OnButtonDown(UINT message, WPARAM w, LPARAM l) {
     const POINT at = PointOf(l);
     left_down_ = true;
-    run_event_([this, at, shift = ShiftState()] {
+    run_event_([this, at, shift = ShiftState(), cell = CellAt(at)] {
+        if (cell) {
+            list_.SetCurrentColumn(cell->column);
+        }
         list_.UserMouseDown(controls::kLeftButton, shift, at.x, at.y);
     });
     UINT flags = 0;
@@ -508,7 +771,10 @@ LRESULT ListViewWindow::OnRightButtonDown(LPARAM l) {
         }
         SetItemState(ToItem(*row), LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
     }
-    run_event_([this, at, shift = ShiftState()] {
+    run_event_([this, at, shift = ShiftState(), cell = CellAt(at)] {
+        if (cell) {
+            list_.SetCurrentColumn(cell->column);
+        }
         list_.UserMouseDown(controls::kRightButton, shift, at.x, at.y);
     });
     return 0;
@@ -542,8 +808,15 @@ bool ListViewWindow::OnKeyDown(WPARAM key) {
         Pull();
         if (const auto row = list_.CurrentRow();
             row && (GetWindowLongPtrW(Window(), GWL_STYLE) & LVS_EDITLABELS) != 0) {
-            SendMessageW(Window(), LVM_EDITLABELW, static_cast<WPARAM>(ToItem(*row)), 0);
+            BeginEdit({*row, list_.CurrentColumn()}, true);
         }
+        return true;
+    case VK_LEFT:
+    case VK_RIGHT:
+        if (!look_.edits_cells || control) {
+            return false;
+        }
+        StepCell(key == VK_LEFT ? controls::CellStep::kLeft : controls::CellStep::kRight);
         return true;
     case 'A':
         if (control) {
@@ -643,31 +916,49 @@ void ListViewWindow::TintSelectedRow(NMLVCUSTOMDRAW& draw) const {
     }
 }
 
+// A frame round the current cell, in a colour that stands out of its row.
+void ListViewWindow::DrawCellCursor(const NMLVCUSTOMDRAW& draw) const {
+    const auto item = static_cast<int>(draw.nmcd.dwItemSpec);
+    if (!shows_cursor_ || item != FocusedItem()) {
+        return;
+    }
+    RECT frame = CellRect({static_cast<std::size_t>(item) + 1, list_.CurrentColumn()});
+    const int edge = HasItemState(item, LVIS_SELECTED) ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT;
+    for (int pixel = 0; pixel < std::max(1, Scaled(1, shown_dpi_)); ++pixel) {
+        FrameRect(draw.nmcd.hdc, &frame, GetSysColorBrush(edge));
+        InflateRect(&frame, -1, -1);
+    }
+}
+
+// A line at the edge where the dragged row would land: above a row before it, below a row after it.
+void ListViewWindow::DrawDropMark(const NMLVCUSTOMDRAW& draw) const {
+    const auto item = static_cast<int>(draw.nmcd.dwItemSpec);
+    RECT line;
+    if (!drop_row_ || item != ToItem(*drop_row_) ||
+        ListView_GetItemRect(Window(), item, &line, LVIR_BOUNDS) == FALSE) {
+        return;
+    }
+    if (*drop_row_ < dragged_row_) {
+        line.bottom = line.top + 2;
+    } else {
+        line.top = line.bottom - 2;
+    }
+    FillRect(draw.nmcd.hdc, &line, GetSysColorBrush(COLOR_HIGHLIGHT));
+}
+
 LRESULT ListViewWindow::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
     switch (draw.nmcd.dwDrawStage) {
     case CDDS_PREPAINT:
         is_tinted_ = GetFocus() != Window() && selected_count_ > 0;
-        return drop_row_ || is_tinted_ ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
+        shows_cursor_ = look_.edits_cells && GetFocus() == Window();
+        return drop_row_ || is_tinted_ || shows_cursor_ ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
     case CDDS_ITEMPREPAINT:
         TintSelectedRow(draw);
-        return drop_row_ ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
-    case CDDS_ITEMPOSTPAINT: {
-        // A line at the edge where the dragged row would land: above a row before it, below a row
-        // after it.
-        const auto item = static_cast<int>(draw.nmcd.dwItemSpec);
-        RECT line;
-        if (!drop_row_ || item != ToItem(*drop_row_) ||
-            ListView_GetItemRect(Window(), item, &line, LVIR_BOUNDS) == FALSE) {
-            return CDRF_DODEFAULT;
-        }
-        if (*drop_row_ < dragged_row_) {
-            line.bottom = line.top + 2;
-        } else {
-            line.top = line.bottom - 2;
-        }
-        FillRect(draw.nmcd.hdc, &line, GetSysColorBrush(COLOR_HIGHLIGHT));
+        return drop_row_ || shows_cursor_ ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
+    case CDDS_ITEMPOSTPAINT:
+        DrawCellCursor(draw);
+        DrawDropMark(draw);
         return CDRF_DODEFAULT;
-    }
     default:
         return CDRF_DODEFAULT;
     }
@@ -684,6 +975,20 @@ std::optional<std::size_t> ListViewWindow::RowAt(POINT at, UINT* flags) const {
         return std::nullopt;
     }
     return static_cast<std::size_t>(item) + 1;
+}
+
+std::optional<controls::Cell> ListViewWindow::CellAt(POINT at) const {
+    UINT flags = 0;
+    const auto row = look_.edits_cells ? RowAt(at, &flags) : std::nullopt;
+    if (!row || flags == LVHT_ONITEMSTATEICON) {
+        return std::nullopt;
+    }
+    LVHITTESTINFO hit{};
+    hit.pt = at;
+    if (ListView_SubItemHitTest(Window(), &hit) < 0 || hit.iSubItem < 0) {
+        return std::nullopt;
+    }
+    return controls::Cell{*row, static_cast<std::size_t>(hit.iSubItem)};
 }
 
 void ListViewWindow::SetItemState(int item, UINT state, UINT mask) const {

@@ -3,7 +3,8 @@
 // and the current rows itself; they are brought in step both ways.
 //
 // Windows leaves the check boxes of virtual lists to the program, and its own drag detection
-// swallows the release of the mouse button; this file has what it takes for both.
+// swallows the release of the mouse button; this file has what it takes for both. Windows edits
+// nothing but names: the field for a cell's text is this file's own, for names as well.
 #pragma once
 
 #include <vector>
@@ -19,7 +20,8 @@ class ListViewWindow : public View {
     struct Look {
         std::vector<int> column_widths; // in design pixels; the last one in sight fills the list
         bool check_boxes = false;
-        bool whole_rows = false; // no part of a row at the lower edge: the list is that much lower
+        bool edits_cells = false; // in place, and shows the cell cursor
+        bool whole_rows = false;  // no part of a row at the lower edge: the list is that much lower
     };
 
     ListViewWindow(HWND window, controls::ListView& list, Look look, RunEvent run_event);
@@ -48,6 +50,7 @@ class ListViewWindow : public View {
     LRESULT OnMessage(UINT message, WPARAM w, LPARAM l);
     LRESULT OnButtonDown(UINT message, WPARAM w, LPARAM l);
     LRESULT OnRightButtonDown(LPARAM l);
+    bool OnDoubleClick(WPARAM w, LPARAM l);
     bool OnKeyDown(WPARAM key);
     LRESULT OnKey(UINT message, WPARAM w, LPARAM l);
     // The item that has the list's focus, -1 for none.
@@ -56,6 +59,25 @@ class ListViewWindow : public View {
     void ReadStates();
     void RaiseMouseUp(int button, POINT at);
     void DragOver(POINT at);
+
+    // The field over a cell. `goes_on`: the enter key takes the text and goes on to the row below.
+    void BeginEdit(const controls::Cell& cell, bool goes_on);
+    void PlaceEdit();
+    void FollowEditedRow();
+    // What was typed into it; nothing where it was not changed.
+    std::optional<controls::TypedCell> CloseEdit();
+    void TakeEdit();
+    void TakeEditForSelectedRows();
+    void GoOn(controls::CellStep step);
+    bool OnEditKey(WPARAM key, bool repeated);
+    LRESULT OnEditMessage(UINT message, WPARAM w, LPARAM l);
+    static LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM w, LPARAM l, UINT_PTR id,
+                                          DWORD_PTR self);
+    void StepCell(controls::CellStep step);
+    void ShowColumn(std::size_t column) const;
+    [[nodiscard]] RECT CellRect(const controls::Cell& cell) const;
+    void DrawCellCursor(const NMLVCUSTOMDRAW& draw) const;
+    void DrawDropMark(const NMLVCUSTOMDRAW& draw) const;
     void ShowDropMark(std::optional<std::size_t> row);
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
     void TintSelectedRow(NMLVCUSTOMDRAW& draw) const;
@@ -63,6 +85,8 @@ class ListViewWindow : public View {
     void OnGetDisplayInfo(LVITEMW& item);
     [[nodiscard]] LRESULT FindByPrefix(const NMLVFINDITEMW& find) const;
     [[nodiscard]] std::optional<std::size_t> RowAt(POINT at, UINT* flags = nullptr) const;
+    // The cell that a press of the mouse makes the current one.
+    [[nodiscard]] std::optional<controls::Cell> CellAt(POINT at) const;
     void Toggle(std::size_t row);
     void PushSelection();
     void PushSelectedRows();
@@ -98,10 +122,15 @@ class ListViewWindow : public View {
     std::wstring display_text_;
     ToolTip tool_tip_;
 
-    std::uint64_t edited_row_ = 0; // by its id
-    bool ending_edit_ = false;
+    HWND edit_ = nullptr;        // the field, while it is open
+    controls::TypedCell edited_; // what it began with
+    bool edit_goes_on_ = false;
+    std::size_t shown_column_ = 0;
 
-    bool is_tinted_ = false; // while it paints: selected rows, since the focus is elsewhere
+    // While it paints: selected rows, since the focus is elsewhere, and the current cell, since it
+    // is here.
+    bool is_tinted_ = false;
+    bool shows_cursor_ = false;
 
     bool left_down_ = false;
     bool on_check_box_ = false;

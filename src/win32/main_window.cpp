@@ -118,6 +118,7 @@ MainWindow::MainWindow(controls::Form1& form, const app::RecoveryPace& pace)
         ShowPopupMenu(window_, form_, menu, PopupAnchor(place));
     };
     form_.copy_text = [this](const std::string& text) { return PutOnClipboard(window_, text); };
+    form_.pasted_text = [this] { return TextOnClipboard(window_); };
     form_.show_save_dialog = [this](controls::FileDialog& dialog) {
         app::KeepRecoveryNow(form_);
         return ShowSaveDialog(window_, dialog);
@@ -136,6 +137,7 @@ MainWindow::~MainWindow() {
     form_.before_call = nullptr;
     form_.show_popup = nullptr;
     form_.copy_text = nullptr;
+    form_.pasted_text = nullptr;
     form_.show_save_dialog = nullptr;
     form_.show_open_dialog = nullptr;
     if (window_ != nullptr) {

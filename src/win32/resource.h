@@ -104,6 +104,8 @@
 #define ID_m_Sheet_zpet 2010
 #define ID_m_Sheet_znovu 2011
 #define ID_m_Sheet_vratit_jmena 2012
+#define ID_m_Kopirovat_vse 2013
+#define ID_m_Vlozit 2014
 #define ID_m_Kopirovat_chybu 2031
 #define ID_m_Slozka_protokolu 2032
 #define ID_m_Diagnostika 2033

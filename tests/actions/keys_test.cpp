@@ -113,12 +113,47 @@ TEST_F(Keys, AreTheseAndNoOthers) {
                     << code;
                 const bool of_row = !control && !shift && (code == 0x2D || code == 0x2E);
                 for (const Focus list : {Focus::kPartsList, Focus::kSheetList}) {
+                    const bool pastes =
+                        list == Focus::kPartsList && control && !shift && code == 'V';
                     EXPECT_EQ(static_cast<bool>(app::ActionOfKey(form, key, list)),
-                              is_taken || of_row)
+                              is_taken || of_row || pastes)
                         << code;
                 }
             }
         }
+    }
+}
+
+TEST_F(Keys, FindOnThePageOfThePartsListAlone) {
+    AddRow(form.ListView1, {"Hřídel", "0001"});
+    AddRow(form.ListView1, {"Kolo", "0002"});
+    AddRow(form.ListView1, {"Kolík", "0003"});
+    message_boxes.text_answer = "kol";
+    const Key next{.code = app::key_codes::kF3};
+    const Key before{.code = app::key_codes::kF3, .shift = true};
+    for (const std::size_t page : {0U, 2U, 3U, 4U}) {
+        form.SSTab1.UserClick(page);
+        for (const Key& key : {Control('F'), next, before}) {
+            EXPECT_FALSE(Press(key)) << page;
+        }
+    }
+    form.SSTab1.UserClick(1);
+    EXPECT_TRUE(Press(Control('F'), Focus::kField));
+    EXPECT_EQ(form.ListView1.CurrentRow(), 2U);
+    EXPECT_TRUE(Press(next, Focus::kPartsList));
+    EXPECT_EQ(form.ListView1.CurrentRow(), 3U);
+    EXPECT_TRUE(Press(before));
+    EXPECT_EQ(form.ListView1.CurrentRow(), 2U);
+    EXPECT_TRUE(Press({.code = app::key_codes::kF3, .repeated = true}));
+    EXPECT_EQ(form.ListView1.CurrentRow(), 2U);
+}
+
+TEST_F(Keys, PasteInThePartsList) {
+    clipboard = "Kolo\r\n";
+    EXPECT_TRUE(Press(Control('V'), Focus::kPartsList));
+    EXPECT_EQ(Column(form.ListView1, 0), (Texts{"Kolo"}));
+    for (const Focus focus : {Focus::kField, Focus::kSheetList, Focus::kElsewhere}) {
+        EXPECT_FALSE(Press(Control('V'), focus));
     }
 }
 

@@ -83,6 +83,16 @@ TEST_F(Undo, AddingDeletingAndRenaming) {
     BackAndForth("Přejmenování");
 }
 
+TEST_F(Undo, APasteAndATextTypedIntoCellsAreOneStepEach) {
+    list.SetCurrentRow(2);
+    clipboard = "a\t\t4\r\nb\t\t5\r\nc\t\t6\r\nd\r\n";
+    form.m_Vlozit.Click();
+    BackAndForth("Vložit");
+    list.SelectAll();
+    list.UserEdit({list.Row(1).id, controls::kMaterial, "C45", true});
+    BackAndForth("Úprava");
+}
+
 TEST_F(Undo, ACheckOfSelectedRowsIsOneStep) {
     list.SetSelected(2, true);
     list.SetSelected(3, true);

@@ -540,9 +540,12 @@ void Click(HWND control, MouseButton button) {
 void DoubleClick(HWND control) {
     RECT client{};
     GetClientRect(control, &client);
-    const POINT middle{client.right / 2, client.bottom / 2};
-    Click(control, middle);
-    Click(control, middle);
+    DoubleClick(control, {client.right / 2, client.bottom / 2});
+}
+
+void DoubleClick(HWND window, POINT point) {
+    Click(window, point);
+    Click(window, point);
 }
 
 void Drag(HWND window, POINT from, POINT to) {
@@ -727,6 +730,14 @@ POINT RowCheckPoint(HWND list, int row) {
     return CheckPoint(list, RowPoint(list, row), [&](POINT point) {
         return (ListHit(list, point).flags & LVHT_ONITEM) == LVHT_ONITEMSTATEICON;
     });
+}
+
+POINT CellPoint(HWND list, int row, int column) {
+    int left = 0;
+    for (int before = 0; before < column; ++before) {
+        left += ColumnWidth(list, before);
+    }
+    return {left + ColumnWidth(list, column) / 2, RowPoint(list, row).y};
 }
 
 int ColumnWidth(HWND list, int column) {

@@ -90,6 +90,7 @@ void Click(HWND window, POINT point, MouseButton button = MouseButton::kLeft);
 void Click(HWND control, MouseButton button = MouseButton::kLeft);
 // Two presses in quick succession at the middle of a control.
 void DoubleClick(HWND control);
+void DoubleClick(HWND window, POINT point);
 void Drag(HWND window, POINT from, POINT to);
 
 // Presses and releases a key while the given ones are held.
@@ -123,6 +124,7 @@ void SetRowChecked(HWND list, int row, bool checked); // by a message, as assist
 int FocusedRow(HWND list);                            // -1 for none
 POINT RowPoint(HWND list, int row);                   // in the row's name
 POINT RowCheckPoint(HWND list, int row);              // in the row's check box
+POINT CellPoint(HWND list, int row, int column);      // in the middle of a cell
 int ColumnWidth(HWND list, int column);
 
 // Tree views.

@@ -26,11 +26,11 @@ class PartsList : public DesktopTest {
     }
     void SelectRow(int row) const { driver::SelectRow(List(), row); }
 
-    // The upward arrow reaches the last entries first: "Znovu", "Zpět", "Smazat", "Přidat".
-    static void ChooseFromBelow(int entry) {
+    // The downward arrow reaches the first entries first: three that send, "Přidat", "Smazat".
+    static void ChooseFromAbove(int entry) {
         WaitForPopupMenu();
         for (int step = 0; step < entry; ++step) {
-            PressKey(VK_UP);
+            PressKey(VK_DOWN);
         }
         PressKey(VK_RETURN);
         WaitUntil("the menu gone", [] { return !PopupMenuOpen(); });
@@ -38,7 +38,7 @@ class PartsList : public DesktopTest {
     void AddByKeyboard() const {
         SelectRow(0);
         PressKey(VK_F10, {VK_SHIFT});
-        ChooseFromBelow(4);
+        ChooseFromAbove(4);
         WaitUntil("a sixth row", [&] { return RowCount(List()) == 6; });
     }
 
@@ -56,14 +56,14 @@ TEST_F(PartsList, PridatByTheKeyboardsMenuAddsNovy) {
 TEST_F(PartsList, TheMenuKeyOpensTheMenuToo) {
     SelectRow(1);
     PressKey(VK_APPS);
-    ChooseFromBelow(3);
+    ChooseFromAbove(5);
     WaitForColumn(0, {"A", "C", "D", "120"});
 }
 
 TEST_F(PartsList, SmazatByTheMouseDeletesTheRowAndRenumbers) {
     SelectRow(1);
     Click(List(), RowPoint(List(), 1), MouseButton::kRight);
-    ClickEntry(WaitForPopupMenu(), 2, 1); // above two entries and a separator
+    ClickEntry(WaitForPopupMenu(), 4, 2); // above four entries and two separators
     WaitForColumn(0, {"A", "C", "D", "120"});
     EXPECT_EQ(Column(List(), 1), (Rows{"0001", "0002", "0003", "0004"}));
     WaitForText("the second panel", "Pozic: 4", [&] { return dorvak_.Positions(); });

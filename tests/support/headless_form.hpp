@@ -317,6 +317,7 @@ class HeadlessForm {
             copied.push_back(text);
             return true;
         };
+        form.pasted_text = [this] { return clipboard; };
         form.show_save_dialog = form.show_open_dialog = [this](controls::FileDialog& dialog) {
             dialogs.push_back(dialog);
             if (chosen_file) {
@@ -358,7 +359,8 @@ class HeadlessForm {
     FixedClock clock;
     MemoryLog log;
     FixedComputer computer;
-    std::vector<std::string> copied; // to the clipboard
+    std::vector<std::string> copied;      // to the clipboard
+    std::optional<std::string> clipboard; // what other programs have put there
     // What the person does in the file dialog: the file chosen, nothing for cancelling.
     std::optional<std::string> chosen_file;
     std::vector<controls::FileDialog> dialogs; // as they were shown

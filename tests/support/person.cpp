@@ -1160,6 +1160,65 @@ class Person::Life {
         }
     }
 
+    void EditCell() {
+        ListView& list = form().ListView1;
+        if (!Alive() || list.Count() == 0) {
+            return;
+        }
+        const std::size_t edited = AnyRow(list);
+        const std::size_t column = std::array{4U, 5U, 6U, 2U}.at(Below(4));
+        const bool for_all = Below(3) == 0;
+        const std::string text = WithLineFeeds(Typed());
+        Run run = Begin();
+        list.UserEdit({list.Row(edited).id, column, text, for_all});
+        for (std::size_t row = 1; row <= run.parts.rows.size(); ++row) {
+            RowState& state = run.parts.rows[row - 1];
+            if (row == edited || (for_all && state.selected)) {
+                state.texts[column] = text;
+            }
+        }
+        Require(SameRows(StateOf(list).rows, run.parts.rows),
+                "a cell's text is not in its cell alone");
+        Good("edited cell");
+    }
+
+    // Two materials from a spreadsheet.
+    void Paste() {
+        ListView& list = form().ListView1;
+        if (!Alive() || list.Count() == 0 || list.Count() >= kMostRows || list.Sorted()) {
+            return;
+        }
+        list.SetCurrentRow(AnyRow(list));
+        list.SetCurrentColumn(4);
+        const Texts pasted{"a " + WithLineFeeds(Typed()), "b " + WithLineFeeds(Typed())};
+        std::string copied;
+        for (const std::string& text : pasted) {
+            copied +=
+                "\"" + Replaced(text, "\"", "\"\"") + "\t\"\n"; // a tab makes it need its quotes
+        }
+        program_->clipboard = copied;
+        Run run = Begin();
+        form().m_Vlozit.Click();
+        const std::size_t first = *run.parts.current;
+        if (first == run.parts.rows.size()) {
+            RowState added;
+            added.texts = {"Novy", FourDigits(first + 1), "1", "", "", "", ""};
+            run.parts.rows.push_back(added);
+        }
+        const std::vector<RowState> rows = StateOf(list).rows;
+        Require(rows.size() == run.parts.rows.size(), "a paste gave another number of rows");
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            RowState& expected = run.parts.rows[row];
+            if (row + 1 == first || row == first) {
+                expected.texts[4] = pasted[row + 1 - first] + "\t";
+            }
+            Require(rows[row].texts == expected.texts && rows[row].checked == expected.checked,
+                    "a paste is not in its cells alone");
+        }
+        RequireCountShown("the paste");
+        Good("paste");
+    }
+
     // The order of the ids that a drag of the parts list leaves, where it moves a row.
     static std::optional<std::vector<std::uint64_t>> Dragged(const ListState& list,
                                                              std::size_t from, std::size_t to) {
@@ -2431,6 +2490,8 @@ const std::vector<Person::Life::Doing>& Person::Life::Doings() {
         {8, "ticks a row", &Life::Tick},
         {6, "renames a row", &Life::Rename},
         {4, "renames all rows to numbers", &Life::RenameToNumbers},
+        {3, "edits a cell", &Life::EditCell},
+        {2, "pastes", &Life::Paste},
         {10, "drags a part", &Life::DragPart},
         {3, "presses on a row", &Life::PressOnRow},
         {3, "releases on a row", &Life::ReleaseOnRow},

@@ -53,6 +53,9 @@ TEST(ListView, EveryChangeRaisesTheRevision) {
                                                      [&] { list.SetSelected(1, true); },
                                                      [&] { list.SetTag(1, "t"); },
                                                      [&] { list.SelectAll(); },
+                                                     [&] { list.SelectOnly(1); },
+                                                     [&] { list.SetCurrentColumn(2); },
+                                                     [&] { list.WantFocus(); },
                                                      [&] { list.SetCurrentRow(1); },
                                                      [&] { list.SetSorted(1); },
                                                      [&] { list.EnsureVisible(1); },
@@ -148,6 +151,97 @@ TEST(ListView, TheTipGoesWithTheRows) {
 
 TEST(ListView, AnEmptySelectionGoesOutAsNothing) {
     EXPECT_EQ(ThreeColumns({"a"}).SelectionAsText(), "");
+}
+
+TEST(ListView, AllRowsGoOutBelowTheirHeadings) {
+    ListView list({"Jmeno", "Poz.", ""});
+    list.Add("Hřídel");
+    list.SetSubItem(1, 1, "0001");
+    list.SetSubItem(1, 2, "hidden");
+    list.Add("a\nb");
+    EXPECT_EQ(list.TableAsText(), "Jmeno\tPoz.\r\nHřídel\t0001\r\n\"a\nb\"\t\r\n");
+}
+
+TEST(ListView, ACellIsTheRowsOwnTextOrASubItem) {
+    ListView list = ThreeColumns({"a", "b"});
+    list.SetTextOf({2, 0}, "c");
+    list.SetTextOf({1, 2}, "d");
+    EXPECT_EQ(list.TextOf({2, 0}), "c");
+    EXPECT_EQ(list.TextOf({1, 2}), "d");
+    EXPECT_EQ(list.TextOf({1, 1}), "");
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(list.TextOf({3, 0})); }), 35600);
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(list.TextOf({1, 3})); }), 380);
+}
+
+TEST(ListView, TheCellCursorStandsInTheCurrentRow) {
+    ListView list = ThreeColumns({"a", "b"});
+    EXPECT_EQ(list.CurrentCell(), std::nullopt);
+    list.SetCurrentColumn(2);
+    EXPECT_EQ(list.CurrentCell(), std::nullopt);
+    list.SetCurrentRow(2);
+    EXPECT_EQ(list.CurrentCell(), (controls::Cell{2, 2}));
+    EXPECT_EQ(ErrorOf([&] { list.SetCurrentColumn(3); }), 380);
+    list.Clear();
+    EXPECT_EQ(list.CurrentCell(), std::nullopt);
+    EXPECT_EQ(list.CurrentColumn(), 2U) << "whoever fills a column goes on in it";
+}
+
+TEST(ListView, GoingToACellSelectsItsRowAloneUnlessItIsSelected) {
+    ListView list = ThreeColumns({"a", "b", "c"});
+    list.SetSelected(1, true);
+    list.SetSelected(2, true);
+    list.GoTo({2, 1});
+    EXPECT_EQ(list.CurrentCell(), (controls::Cell{2, 1}));
+    EXPECT_TRUE(list.Row(1).selected);
+    EXPECT_EQ(list.TakeRowToShow(), 2U);
+    list.GoTo({3, 2});
+    EXPECT_EQ(list.CurrentCell(), (controls::Cell{3, 2}));
+    EXPECT_FALSE(list.Row(1).selected);
+    EXPECT_FALSE(list.Row(2).selected);
+    EXPECT_TRUE(list.Row(3).selected);
+    EXPECT_EQ(ErrorOf([&] { list.GoTo({4, 0}); }), 35600);
+}
+
+TEST(ListView, StepsLeadFromCellToCell) {
+    using controls::Cell;
+    using controls::CellStep;
+    const ListView list = ThreeColumns({"a", "b"});
+    const auto none = std::optional<Cell>();
+    EXPECT_EQ(list.CellBeside({1, 1}, CellStep::kLeft), (Cell{1, 0}));
+    EXPECT_EQ(list.CellBeside({2, 0}, CellStep::kLeft), none);
+    EXPECT_EQ(list.CellBeside({1, 1}, CellStep::kRight), (Cell{1, 2}));
+    EXPECT_EQ(list.CellBeside({1, 2}, CellStep::kRight), none);
+    EXPECT_EQ(list.CellBeside({1, 2}, CellStep::kBelow), (Cell{2, 2}));
+    EXPECT_EQ(list.CellBeside({2, 2}, CellStep::kBelow), none);
+    EXPECT_EQ(list.CellBeside({1, 1}, CellStep::kNext), (Cell{1, 2}));
+    EXPECT_EQ(list.CellBeside({1, 2}, CellStep::kNext), (Cell{2, 0}));
+    EXPECT_EQ(list.CellBeside({2, 2}, CellStep::kNext), none);
+    EXPECT_EQ(list.CellBeside({1, 1}, CellStep::kPrevious), (Cell{1, 0}));
+    EXPECT_EQ(list.CellBeside({2, 0}, CellStep::kPrevious), (Cell{1, 2}));
+    EXPECT_EQ(list.CellBeside({1, 0}, CellStep::kPrevious), none);
+}
+
+TEST(ListView, ANameIsRenamedAndEveryOtherCellEdited) {
+    ListView list = ThreeColumns({"a"});
+    std::string raised;
+    list.Rename = [&](std::uint64_t id, const std::string& text) {
+        raised += std::to_string(id) + text;
+    };
+    list.CellEdit = [&](const controls::TypedCell& typed) {
+        raised += std::to_string(typed.column) + typed.text + (typed.for_selected_rows ? "!" : "");
+    };
+    list.UserEdit({1, 0, "x", false});
+    list.UserEdit({1, 0, "y", true});
+    list.UserEdit({1, 2, "z", true});
+    EXPECT_EQ(raised, "1x1y2z!");
+}
+
+TEST(ListView, TheFocusIsWantedOnce) {
+    ListView list = ThreeColumns({"a"});
+    EXPECT_FALSE(list.TakeWantsFocus());
+    list.WantFocus();
+    EXPECT_TRUE(list.TakeWantsFocus());
+    EXPECT_FALSE(list.TakeWantsFocus());
 }
 
 } // namespace

@@ -150,4 +150,19 @@ TEST(WithLineFeeds, MakesOneOfEveryPairAndLeavesTheRest) {
     EXPECT_EQ(text::WithLineFeeds(""), "");
 }
 
+TEST(WithSmallLetters, KnowsTheLettersOfCzechAndItsNeighbours) {
+    EXPECT_EQ(text::WithSmallLetters("ABCXYZ abc 019 _[]@"), "abcxyz abc 019 _[]@");
+    EXPECT_EQ(text::WithSmallLetters("PŘÍLIŠ ŽLUŤOUČKÝ KŮŇ ÚPĚL ĎÁBELSKÉ ÓDY"),
+              "příliš žluťoučký kůň úpěl ďábelské ódy");
+    EXPECT_EQ(text::WithSmallLetters("příliš žluťoučký kůň úpěl ďábelské ódy"),
+              "příliš žluťoučký kůň úpěl ďábelské ódy");
+    EXPECT_EQ(text::WithSmallLetters("ÄÖÜß ĽĹŔÔ ĄĆĘŁŃÓŚŹŻ ŐŰ Ÿ"), "äöüß ľĺŕô ąćęłńóśźż őű ÿ");
+}
+
+TEST(WithSmallLetters, LeavesEverythingElse) {
+    EXPECT_EQ(text::WithSmallLetters("Ø20×5 ÷ € 漢 😀"), "ø20×5 ÷ € 漢 😀");
+    EXPECT_EQ(text::WithSmallLetters(""), "");
+    EXPECT_EQ(text::WithSmallLetters("a\xC5"), "a\xC5") << "half a letter at the end";
+}
+
 } // namespace
