@@ -7,7 +7,7 @@
 #     benchmarks/measure.sh [PAIRS] [SECTION...]
 #
 # PAIRS is the number of interleaved pairs of runs, 10 where nothing is said. The sections are
-# start, walk, table, read, sheets, macro, lists, trees and large.
+# start, walk, table, read, update, sheets, macro, lists, trees and large.
 #
 # All of it runs on one processor, as the tests do: waking a process on another one takes longer than
 # the call itself, and how long varies from run to run.

@@ -38,6 +38,47 @@ double HeightOf(const Text& text) {
 
 } // namespace
 
+namespace {
+
+// Counts the rows from `first` on by `change` more.
+std::set<std::size_t> Moved(const std::set<std::size_t>& rows, std::size_t first, int change) {
+    std::set<std::size_t> moved;
+    for (const std::size_t row : rows) {
+        moved.insert(row < first ? row : row + static_cast<std::size_t>(change));
+    }
+    return moved;
+}
+
+} // namespace
+
+void AddRow(Table& table, std::size_t row) {
+    const auto place = static_cast<std::ptrdiff_t>(row);
+    const std::size_t columns = table.column_sizes.size();
+    table.row_sizes.insert(table.row_sizes.begin() + place, HeightOf(Text()));
+    table.automatic_rows = Moved(table.automatic_rows, row, 1);
+    std::vector<std::shared_ptr<Text>> cells(columns);
+    for (auto& cell : cells) {
+        cell = std::make_shared<Text>();
+    }
+    table.cells.insert(table.cells.begin() + place * static_cast<std::ptrdiff_t>(columns),
+                       cells.begin(), cells.end());
+    FitAutomaticSizes(table);
+}
+
+void RemoveRow(Table& table, std::size_t row) {
+    const auto place = static_cast<std::ptrdiff_t>(row);
+    const auto columns = static_cast<std::ptrdiff_t>(table.column_sizes.size());
+    const auto first = table.cells.begin() + place * columns;
+    for (auto cell = first; cell != first + columns; ++cell) {
+        (*cell)->removed = true;
+    }
+    table.cells.erase(first, first + columns);
+    table.row_sizes.erase(table.row_sizes.begin() + place);
+    table.automatic_rows.erase(row);
+    table.automatic_rows = Moved(table.automatic_rows, row, -1);
+    FitAutomaticSizes(table);
+}
+
 void FitAutomaticSizes(Table& table) {
     for (const std::size_t row : table.automatic_rows) {
         table.row_sizes[row] = 0;

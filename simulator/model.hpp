@@ -38,6 +38,7 @@ struct Text : Element {
     double y = 0;
     std::string font_name = "Monospac821 BT";
     double font_size = 3.5;
+    bool removed = false; // with its row; a client may still hold it
 };
 
 constexpr int kLastAnchorPoint = 8;
@@ -66,6 +67,12 @@ struct Table : Element {
 
 // A table of empty cells.
 std::shared_ptr<Table> MakeTable(std::vector<double> row_sizes, std::vector<double> column_sizes);
+
+// A row of empty cells before that row, or after the last one where `row` is their number. It takes
+// nothing from the rows beside it: its texts have the standard's font, and it is as high as one.
+void AddRow(Table& table, std::size_t row);
+// The row goes with its texts.
+void RemoveRow(Table& table, std::size_t row);
 
 // Gives the rows and columns whose sizes are automatic the sizes of their largest cells.
 void FitAutomaticSizes(Table& table);

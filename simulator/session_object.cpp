@@ -30,6 +30,11 @@ const MemberInfo* SessionObject::FindMember(std::string_view name) const {
     return missing.contains(Class().name + "." + member->name) ? nullptr : member;
 }
 
+bool SessionObject::Gone() const {
+    const Table* const table = DisplayingTable();
+    return table != nullptr && table->deleted;
+}
+
 Value SessionObject::Get(const Member& member) {
     return Call(member, {});
 }
@@ -103,7 +108,7 @@ Session& SessionObject::BeginCall(const MemberInfo* member, std::string_view cal
     if (document_ != nullptr && !document_->open) {
         throw Disconnected();
     }
-    if (const Table* const table = DisplayingTable(); table != nullptr && table->deleted) {
+    if (Gone()) {
         throw Disconnected();
     }
     if (member == nullptr) {

@@ -115,6 +115,8 @@ class SessionObject : public automation::Object {
     [[nodiscard]] virtual std::shared_ptr<Element> Selectable() const { return nullptr; }
     // The table whose display a change of the object changes; null where there is none.
     [[nodiscard]] virtual const Table* DisplayingTable() const { return nullptr; }
+    // Whether what the object shows is no longer in the document.
+    [[nodiscard]] virtual bool Gone() const;
 
     // The member of that name; null where the class has none, or the session's release lacks it.
     [[nodiscard]] const MemberInfo* FindMember(std::string_view name) const;

@@ -73,6 +73,7 @@ class TextObject : public SessionObject {
 
     [[nodiscard]] std::shared_ptr<Element> Selectable() const override { return text_; }
     [[nodiscard]] const Table* DisplayingTable() const override { return table_.get(); }
+    [[nodiscard]] bool Gone() const override { return text_->removed || SessionObject::Gone(); }
 
   private:
     // The model has one font for a whole text: any part of it but the whole is refused.
@@ -160,6 +161,14 @@ class TableObject : public SessionObject {
                                   object.SetSize(object.table_->column_sizes,
                                                  object.table_->automatic_columns, arguments);
                               }),
+             Sub<TableObject>("AddRow", {Kind::kLong},
+                              [](TableObject& object, const Array& arguments) {
+                                  object.AddRow(arguments[0].AsInteger());
+                              }),
+             Sub<TableObject>("RemoveRow", {Kind::kLong},
+                              [](TableObject& object, const Array& arguments) {
+                                  object.RemoveRow(arguments[0].AsInteger());
+                              }),
              Function<TableObject>("GetCellString", {Kind::kLong, Kind::kLong},
                                    [](TableObject& object, const Array& arguments) {
                                        return object.link()->session->Answered(
@@ -205,6 +214,25 @@ class TableObject : public SessionObject {
             automatic.erase(place);
         }
         FitAutomaticSizes(*table_);
+    }
+
+    // Before that row; 0 is after the last one.
+    void AddRow(std::int32_t row) const {
+        const std::size_t rows = table_->row_sizes.size();
+        if ((rows + 1) * table_->column_sizes.size() > static_cast<std::size_t>(kMostCells)) {
+            throw Refusal();
+        }
+        simulator::AddRow(*table_, row == 0 ? rows : PlaceOf(row, rows));
+    }
+
+    // A table keeps one row.
+    void RemoveRow(std::int32_t row) const {
+        const std::size_t rows = table_->row_sizes.size();
+        const std::size_t place = PlaceOf(row, rows);
+        if (rows == 1) {
+            throw Refusal();
+        }
+        simulator::RemoveRow(*table_, place);
     }
 
     [[nodiscard]] const std::shared_ptr<Text>& Cell(const Array& arguments) const {

@@ -23,6 +23,7 @@ constexpr auto kSections = std::to_array<Section>({
     {"walk", measuring::Walk},
     {"table", measuring::Table},
     {"read", measuring::ReadBack},
+    {"update", measuring::Update},
     {"sheets", measuring::Sheets},
     {"macro", measuring::Macro},
     {"lists", measuring::Lists},

@@ -17,6 +17,8 @@ void Walk(const Options& options);
 void Table(const Options& options);
 void ReadBack(const Options& options);
 void Sheets(const Options& options);
+// A table brought to the list's state, one quantity of which has changed, against a new one.
+void Update(const Options& options);
 // Per instance, at 20,000 instances against 1,400.
 void LargeWalk(const Options& options);
 

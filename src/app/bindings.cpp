@@ -136,14 +136,21 @@ void BindActions(Form1& form) {
     BindRepeatable(form, form.Command7, tables::Command7_Click);
     Bind(form, form.Command16, tables::Command16_Click);
     Bind(form, form.Command30, tables::Command30_Click);
+    Bind(form, form.Command37, tables::Command37_Click);
     Bind(form, form.Command6, tables::Command6_Click);
     Bind(form, form.Check3.Click, shell::Check3_Click);
     Bind(form, form.Command8, tables::Command8_Click);
     BindRepeatable(form, form.m_poslat_jako_tabulku, tables::m_poslat_jako_tabulku_Click);
     Bind(form, form.m_vlozit_do_tabulky, tables::m_vlozit_do_tabulky_Click);
     Bind(form, form.m_Poslat_jako_text, tables::m_Poslat_jako_text_Click);
+    Bind(form, form.Combo5.DropDown, tables::Combo5_DropDown);
+    Bind(form, form.Combo5.Choose, tables::Combo5_Choose, form.Combo5.Label());
+    Bind(form, form.Combo5.KeyPress, tables::Combo5_KeyPress, form.Combo5.Label());
+    Bind(form, form.Command40, tables::Command40_Click);
+    Bind(form, form.Command41, tables::Command41_Click);
     Bind(form, form.Command10, tables::Command10_Click);
     Bind(form, form.Command9, tables::Command9_Click);
+    Bind(form, form.Command38, tables::Command38_Click);
 
     Bind(form, form.Command21, sheets::Command21_Click);
     Bind(form, form.ListView3.Click, sheets::ListView3_Click);

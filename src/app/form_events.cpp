@@ -146,6 +146,7 @@ void Form_Load(Form1& form) {
             form.Caption = "Dorvak pro Catii " DORVAK_VERSION_TEXT;
             shell::LoadConfigurationSetting(form);
             shell::LoadRedrawingSetting(form);
+            tables::OfferLayouts(form);
             partslist::Nacist_List(form, form.Combo1);
             partslist::Nacist_List(form, form.Combo2);
             partslist::Nacist_List(form, form.Combo3);

@@ -86,6 +86,14 @@ void DrawingTable::SetCellString(int row, int column, const automation::Value& t
     object_->call({"DrawingTable", "SetCellString"}, {row, column, text});
 }
 
+void DrawingTable::AddRow(int row) const {
+    object_->call({"DrawingTable", "AddRow"}, {row});
+}
+
+void DrawingTable::RemoveRow(int row) const {
+    object_->call({"DrawingTable", "RemoveRow"}, {row});
+}
+
 DrawingTable DrawingTables::Add(double x, double y, int rows, int columns,
                                 const std::string& row_height, int column_width) const {
     return DrawingTable(

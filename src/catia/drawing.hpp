@@ -48,6 +48,9 @@ class DrawingTable {
     void SetColumnSize(int column, double width) const;
     [[nodiscard]] DrawingText GetCellObject(int row, int column) const;
     void SetCellString(int row, int column, const automation::Value& text) const;
+    // An empty row before that row; 0 is after the last one.
+    void AddRow(int row) const;
+    void RemoveRow(int row) const;
 
     [[nodiscard]] const automation::ObjectPtr& object() const { return object_; }
 

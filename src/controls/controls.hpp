@@ -155,6 +155,14 @@ class ComboBox : public Control {
         ++removals_;
         Changed();
     }
+    // Others in the place of all; nothing where they are the same.
+    void SetItems(std::vector<std::string> items) {
+        if (items != items_) {
+            items_ = std::move(items);
+            ++removals_;
+            Changed();
+        }
+    }
     // How often one was removed: while it stays the same, items have only been added at the end.
     [[nodiscard]] std::uint64_t Removals() const { return removals_; }
 
@@ -162,6 +170,8 @@ class ComboBox : public Control {
 
     Event<int> KeyPress;       // the key's character code, kEnterKey for Enter
     Event<std::size_t> Forget; // an item that is not to be remembered any more
+    Event<> DropDown;          // the list of items is about to open
+    Event<> Choose;            // an item of the open list was taken, whose text stands there now
 
   private:
     std::string label_;

@@ -86,6 +86,7 @@ struct Form1 {
         for (Button* apply : {&Command12, &Command13, &Command14, &Command15}) {
             apply->SetEnabled(false);
         }
+        Combo5.SetEnabled(true);
     }
     Form1(const Form1&) = delete;
     Form1& operator=(const Form1&) = delete;
@@ -161,11 +162,16 @@ struct Form1 {
     Button Command6{"Export jako text"};
     CheckBox Check3{"Bez překreslování"};
     Button Command8{"text"};
+    Button Command37{"Aktualizovat tabulku"};
+    ComboBox Combo5{"Rozložení", ""};
+    Button Command40{"Uložit"};
+    Button Command41{"Smazat"};
 
     // "Import tabulky"
     Button Command10{"Parametry"};
     Button Command9{"Tabulka"};
     TextBox Text3;
+    Button Command38{"Převzít do exportu"};
 
     // "Sheet"
     ListView ListView3{{"Catia", "Přejmenovaní", ""}};
@@ -257,6 +263,9 @@ struct Form1 {
 
     // The rows of the parts list that "Tabulka" has taken out and whose successors it still reads.
     std::vector<ListRow> rows_before_reading;
+
+    // The name of the table layout that was loaded or saved last; empty for none.
+    std::string layout;
 
     // Dragging in the parts list and in the sheet list.
     Drag parts_drag;

@@ -1,5 +1,7 @@
 #include "partslist/data_files.hpp"
 
+#include <algorithm>
+
 namespace partslist {
 
 std::string DataFile(controls::Form1& form, const std::string& name) {
@@ -17,6 +19,17 @@ std::string NewestDataFile(controls::Form1& form, const std::string& name) {
         }
     }
     return path;
+}
+
+std::string WithoutForbiddenCharacters(std::string name) {
+    std::ranges::replace_if(
+        name,
+        [](char c) {
+            return static_cast<unsigned char>(c) < ' ' ||
+                   std::string_view("\\/:*?\"<>|").find(c) != std::string_view::npos;
+        },
+        '_');
+    return name;
 }
 
 void KeepUnreadFile(controls::Form1& form, const std::string& name) {

@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "partslist/data_files.hpp"
 #include "partslist/list_file.hpp"
 #include "partslist/partslist.hpp"
@@ -22,16 +20,9 @@ std::string ListFolder(Form1& form) {
     return folder;
 }
 
-// A part number as a file name: the characters that Windows takes in none become "_".
+// A part number as a file name.
 std::string ProposedFileName(std::string part_number) {
-    std::ranges::replace_if(
-        part_number,
-        [](char c) {
-            return static_cast<unsigned char>(c) < ' ' ||
-                   std::string_view("\\/:*?\"<>|").find(c) != std::string_view::npos;
-        },
-        '_');
-    return part_number + ".tab";
+    return WithoutForbiddenCharacters(std::move(part_number)) + ".tab";
 }
 
 // The path with another ending.

@@ -198,6 +198,9 @@ class Files {
     virtual void Remove(std::string_view path) = 0;
     // Makes the folder where it is not there yet; its parent exists. Ignores a failure.
     virtual void MakeFolder(std::string_view path) = 0;
+    // The names, without their ending, of the files of a folder that have it, in no particular
+    // order. None where the folder is not there or cannot be read.
+    virtual std::vector<std::string> NamesIn(std::string_view folder, std::string_view ending) = 0;
     // The whole file, decoded from the code page. Raises 53 (file not found) and the other classic
     // errors of opening and reading.
     virtual std::string Read(std::string_view path) = 0;

@@ -269,6 +269,14 @@ std::string TableFilledMeanwhile() {
            "ji znovu.";
 }
 
+std::string TableToUpdateInWork() {
+    return "Do tabulky právě zapisuje jiný příkaz. Aktualizujte ji, až skončí.";
+}
+
+std::string TableChangedWhileUpdated() {
+    return "Během aktualizace zapsal do tabulky jiný příkaz. Aktualizujte ji znovu.";
+}
+
 std::string TableNotRedrawn() {
     return "Tabulka je zapsaná, ale CATIA ji nepřekreslila. Zapište ji znovu.";
 }

@@ -38,6 +38,8 @@ std::string NoCurrentRow();
 std::string TableInWork();
 std::string TableChangedMeanwhile();
 std::string TableFilledMeanwhile();
+std::string TableToUpdateInWork();
+std::string TableChangedWhileUpdated();
 
 // The table is written, but CATIA does not show it.
 std::string TableNotRedrawn();

@@ -1,11 +1,10 @@
-#include <cmath>
 #include <cstdlib>
-#include <limits>
 #include <string_view>
 
 #include "automation/run_time_error.hpp"
 #include "shell/explanations.hpp"
 #include "shell/shell.hpp"
+#include "tables/cells.hpp"
 #include "tables/configuration.hpp"
 #include "tables/drawing_action.hpp"
 #include "tables/tables.hpp"
@@ -32,38 +31,6 @@ struct Manner {
     bool anchor_before_row_height;
     void (*fill)(Form1& form, const NewTable& created);
 };
-
-int WholeNumber(double number) {
-    const double rounded = std::nearbyint(number);
-    if (!(std::abs(rounded) <= std::numeric_limits<int>::max())) {
-        throw automation::Overflow();
-    }
-    return static_cast<int>(rounded);
-}
-
-// What a column-order slot takes from a parts-list row: its name, its position as a number, or one
-// of its fields as text. An empty slot is the name; one that is no number raises 13, one beyond the
-// list's columns raises 380.
-automation::Value CellValue(const PartTexts& part, const std::string& slot) {
-    const auto refuse = [&slot](automation::RunTimeError error) {
-        return automation::WithReason(std::move(error), shell::NoColumnOfTheList(slot));
-    };
-    const auto number = slot.empty() ? 0 : text::Number(slot);
-    if (!number) {
-        throw refuse(automation::TypeMismatch());
-    }
-    if (*number < 0) {
-        throw refuse(automation::InvalidPropertyValue());
-    }
-    const auto field = static_cast<std::size_t>(WholeNumber(*number));
-    if (field >= part.size()) {
-        throw refuse(automation::InvalidPropertyValue());
-    }
-    if (field == controls::kPosition) {
-        return text::LeadingNumber(part[field]);
-    }
-    return part[field];
-}
 
 int RowsForTheList(const Parts& parts, const Configuration& configuration) {
     return WholeNumber(static_cast<double>(parts.rows.size()) + 1 +

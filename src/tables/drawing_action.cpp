@@ -17,10 +17,9 @@ constexpr unsigned char kDiameterCode = 248;
 constexpr int kOff = 0;
 constexpr int kOn = 1;
 
-// Whether the table took the mode.
-bool TrySetComputeMode(const catia::DrawingTable& table, int mode) {
+bool Succeeds(const std::function<void()>& call) {
     try {
-        table.SetComputeMode(mode);
+        call();
         return true;
     } catch (const automation::RunTimeError&) {
         return false; // the action goes on, or has an error already
@@ -57,15 +56,37 @@ std::optional<catia::DrawingTable> SelectedTable(const catia::Selection& selecti
     return catia::DrawingTable(first.Value());
 }
 
+std::optional<catia::DrawingTable> TableToFill(controls::Form1& form,
+                                               const catia::Selection& selection) {
+    if (!HasSelection(form, selection)) {
+        return std::nullopt;
+    }
+    auto table = SelectedTable(selection);
+    if (!table) {
+        shell::Refuse(form, "Spatny vyber");
+    }
+    return table;
+}
+
 bool WantsNoRedrawing(const controls::Form1& form) {
     return form.Check3.Value() == 1;
+}
+
+bool TryPuttingBack(controls::Form1& form, const std::function<void()>& call) {
+    // The person may press the key once more meanwhile.
+    const bool stopped = std::exchange(form.stop_requested, false);
+    form.putting_back = true;
+    const bool done = Succeeds(call);
+    form.putting_back = false;
+    form.stop_requested = form.stop_requested || stopped;
+    return done;
 }
 
 WithoutRedrawing::WithoutRedrawing(controls::Form1& form, const catia::DrawingTable& table,
                                    bool wanted)
     : form_(form), table_(table), to_switch_on_(wanted) {
     if (wanted) {
-        switched_off_ = TrySetComputeMode(table, kOff);
+        switched_off_ = Succeeds([&] { table.SetComputeMode(kOff); });
     }
 }
 
@@ -84,12 +105,8 @@ void WithoutRedrawing::Finish() {
 
 void WithoutRedrawing::SwitchOn() {
     if (to_switch_on_) {
-        // Also where the person has ended the action, and presses the key once more.
-        const bool stopped = std::exchange(form_.stop_requested, false);
-        form_.putting_back = true;
-        to_switch_on_ = !TrySetComputeMode(table_, kOn) && switched_off_;
-        form_.putting_back = false;
-        form_.stop_requested = form_.stop_requested || stopped;
+        to_switch_on_ =
+            !TryPuttingBack(form_, [this] { table_.SetComputeMode(kOn); }) && switched_off_;
     }
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,6 +32,10 @@ bool HasSelection(controls::Form1& form, const catia::Selection& selection);
 // The first selected element where it is a table.
 std::optional<catia::DrawingTable> SelectedTable(const catia::Selection& selection);
 
+// The selected table; says so where nothing or something else is selected.
+std::optional<catia::DrawingTable> TableToFill(controls::Form1& form,
+                                               const catia::Selection& selection);
+
 // Says for as long as it lives that a table is being made or filled: at a yield it is a mixture.
 class TableInWork {
   public:
@@ -46,6 +51,10 @@ class TableInWork {
 // Whether the person wants tables to be made and filled without CATIA computing what they display
 // after each change.
 bool WantsNoRedrawing(const controls::Form1& form);
+
+// Makes a call that puts back what was done in CATIA, also where the person has ended the action.
+// Whether it could be made; a failure is no error of the action.
+bool TryPuttingBack(controls::Form1& form, const std::function<void()>& call);
 
 // A table that is made or filled, where wanted with the computing of its display switched off. It
 // is switched on again by Finish, or, on every other way out, by the end of the object's life;

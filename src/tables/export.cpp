@@ -31,18 +31,6 @@ void WithActiveDrawing(Form1& form, Body&& body) {
     });
 }
 
-// The selected table; says so where nothing or something else is selected.
-std::optional<catia::DrawingTable> TableToFill(Form1& form, const catia::Selection& selection) {
-    if (!HasSelection(form, selection)) {
-        return std::nullopt;
-    }
-    auto table = SelectedTable(selection);
-    if (!table) {
-        shell::Refuse(form, "Spatny vyber");
-    }
-    return table;
-}
-
 void FillSmallTable(Form1& form, const Parts& parts, const catia::DrawingTable& table) {
     constexpr int kSmallTableColumns = 6;
     constexpr int kSmallTableRows = 2;

@@ -3,6 +3,7 @@
 
 #include "shell/explanations.hpp"
 #include "shell/shell.hpp"
+#include "tables/configuration_merge.hpp"
 #include "tables/drawing_action.hpp"
 #include "tables/tables.hpp"
 #include "text/text.hpp"
@@ -209,6 +210,22 @@ void Command9_Click(Form1& form) {
         }
         LoadRows(form, *read->table);
     });
+}
+
+void Command38_Click(Form1& form) {
+    MergedConfiguration merged = MergeConfiguration(form.Text2.Text(), form.Text3.Text());
+    if (merged.lines == 0 && merged.left_out.empty()) {
+        shell::Refuse(form, "Neni co prevzit");
+        return;
+    }
+    if (merged.text != form.Text2.Text()) {
+        form.Text2.SetText(std::move(merged.text));
+    }
+    std::string message = "Prevzato radku: " + std::to_string(merged.lines);
+    for (const std::string& line : merged.left_out) {
+        message += (&line == &merged.left_out.front() ? ", vynechano: " : ", ") + line;
+    }
+    shell::stat(form, message);
 }
 
 } // namespace tables

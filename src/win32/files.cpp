@@ -14,6 +14,7 @@
 
 #include "com/owned.hpp"
 #include "com/utf.hpp"
+#include "text/text.hpp"
 
 namespace win32 {
 
@@ -263,6 +264,27 @@ void CodePageFiles::Copy(std::string_view from, std::string_view to) {
 
 void CodePageFiles::Remove(std::string_view path) {
     DeleteFileW(com::Widen(path).c_str());
+}
+
+std::vector<std::string> CodePageFiles::NamesIn(std::string_view folder, std::string_view ending) {
+    std::vector<std::string> names;
+    const std::wstring pattern = com::Widen(std::string(folder) + "\\*");
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = FindFirstFileW(pattern.c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) {
+        return names;
+    }
+    do {
+        const std::string name = com::Narrow(found.cFileName);
+        const bool is_file = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+        if (is_file && name.size() > ending.size() &&
+            text::EqualsIgnoringCase(std::string_view(name).substr(name.size() - ending.size()),
+                                     ending)) {
+            names.push_back(name.substr(0, name.size() - ending.size()));
+        }
+    } while (FindNextFileW(search, &found) != FALSE);
+    FindClose(search);
+    return names;
 }
 
 std::string CodePageFiles::Read(std::string_view path) {

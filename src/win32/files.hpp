@@ -19,6 +19,7 @@ class CodePageFiles : public platform::Files {
     void Copy(std::string_view from, std::string_view to) override;
     void Remove(std::string_view path) override;
     void MakeFolder(std::string_view path) override;
+    std::vector<std::string> NamesIn(std::string_view folder, std::string_view ending) override;
     std::string Read(std::string_view path) override;
     void Write(std::string_view path, std::string_view text,
                const platform::Writing& writing = {}) override;

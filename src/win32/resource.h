@@ -66,6 +66,8 @@
 #define ID_Command33 1233
 #define ID_Command34 1234
 #define ID_Command35 1235
+#define ID_Command37 1370
+#define ID_Command38 1380
 #define ID_Combo1 1301
 #define ID_Combo2 1302
 #define ID_Combo3 1303
@@ -77,6 +79,10 @@
 #define ID_Frame1 1401
 #define ID_Frame2 1402
 #define ID_Frame3 1403
+#define ID_Combo5 1411
+#define ID_Combo5_Label 1412
+#define ID_Command40 1413
+#define ID_Command41 1414
 #define ID_List1 1501
 #define ID_ListView1 1601
 #define ID_ListView2 1602

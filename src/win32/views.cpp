@@ -19,6 +19,8 @@ constexpr int kStatusSecondPanel = 110; // design pixels
 constexpr int kIconEdge = 16;           // of the status bar, in design pixels
 constexpr int kProgressHeight = 3;      // design pixels
 
+constexpr UINT kListClosedMessage = WM_APP + 1; // of a picker, to its field
+
 // The parts of the status bar that have tips.
 constexpr std::size_t kIconTip = 0;
 constexpr std::size_t kTextTip = 1;
@@ -338,8 +340,17 @@ void ComboBoxView::OnCommand(UINT code) {
     case CBN_SELENDOK: // the drop-down list may complete the text as it opens,
     case CBN_CLOSEUP:  // and sets it as it closes
         changed_by_person_ = changed_by_person_ || !refreshing_;
+        chosen_ = chosen_ || (code == CBN_SELENDOK && open_);
+        if (code == CBN_CLOSEUP) { // it may be told before what was chosen
+            PostMessageW(edit_, kListClosedMessage, 0, 0);
+        }
         break;
     case CBN_DROPDOWN:
+        open_ = true;
+        chosen_ = false;
+        if (combo_box_.DropDown) {
+            run_event_([this] { controls::Raise(combo_box_.DropDown); });
+        }
         FitDropDown();
         break;
     default:
@@ -357,6 +368,13 @@ void ComboBoxView::ForgetMarked() {
     // The next one is marked, for whoever clears the list.
     ComboBox_SetCurSel(Window(), std::min(marked, static_cast<int>(shown_items_) - 1));
     changed_by_person_ = true;
+}
+
+void ComboBoxView::Closed() {
+    open_ = false;
+    if (std::exchange(chosen_, false) && combo_box_.Choose) {
+        run_event_([this] { controls::Raise(combo_box_.Choose); });
+    }
 }
 
 void ComboBoxView::FitDropDown() const {
@@ -378,6 +396,10 @@ void ComboBoxView::FitDropDown() const {
 // A dialog keeps Enter from its fields unless they ask for it.
 LRESULT CALLBACK ComboBoxView::EditProcedure(HWND edit, UINT message, WPARAM w, LPARAM l, UINT_PTR,
                                              DWORD_PTR view) {
+    if (message == kListClosedMessage) {
+        reinterpret_cast<ComboBoxView*>(view)->Closed();
+        return 0;
+    }
     if (message == WM_GETDLGCODE) {
         const LRESULT code = DefSubclassProc(edit, message, w, l);
         const auto* asked = reinterpret_cast<const MSG*>(l);

@@ -147,6 +147,8 @@ class ComboBoxView : public View {
     void FitDropDown() const;
     // What is marked in the drop-down list is not to be remembered any more.
     void ForgetMarked();
+    // The list has closed, and the text is what it comes to be.
+    void Closed();
     static LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM w, LPARAM l, UINT_PTR id,
                                           DWORD_PTR view);
 
@@ -157,6 +159,8 @@ class ComboBoxView : public View {
     std::uint64_t shown_revision_ = UINT64_MAX;
     std::size_t shown_items_ = 0;
     std::uint64_t shown_removals_ = 0;
+    bool open_ = false;
+    bool chosen_ = false; // from the open list
     bool changed_by_person_ = false;
     bool refreshing_ = false;
 };

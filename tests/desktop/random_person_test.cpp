@@ -20,8 +20,8 @@ const std::vector<std::vector<int>> kButtons{
     {ID_Command3, ID_Command5, ID_Command4, ID_Command1, ID_Command2, ID_Command26},
     {ID_Command12, ID_Command13, ID_Command14, ID_Command15, ID_Command17, ID_Command27},
     {ID_Command19, ID_Command11, ID_Command16, ID_Command30, ID_Command7, ID_Command6, ID_Check3,
-     ID_Command8},
-    {ID_Command10, ID_Command9},
+     ID_Command8, ID_Command37, ID_Command40, ID_Command41},
+    {ID_Command10, ID_Command9, ID_Command38},
     {ID_Command21, ID_Command28, ID_Command20, ID_Command22, ID_Command23, ID_Command24,
      ID_Command25, ID_Command34, ID_Command33, ID_Command32, ID_Command29, ID_Command31,
      ID_Command35, ID_Check1}};

@@ -137,7 +137,8 @@ class Scales : public DesktopTest {
         for (int id = ID_Command1; id <= ID_Command35; ++id) {
             ExpectCaptionFits(dorvak[id]);
         }
-        for (const int id : {ID_Check1, ID_Check2, ID_Check3}) {
+        for (const int id : {ID_Command37, ID_Command38, ID_Command40, ID_Command41, ID_Check1,
+                             ID_Check2, ID_Check3}) {
             ExpectCaptionFits(dorvak[id]);
         }
         for (const auto& [picker, button] :

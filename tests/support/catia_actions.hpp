@@ -66,6 +66,7 @@ inline std::vector<CatiaAction> CatiaActions() {
         {"create_row", &Form1::Command7, kActionsDrawing, false, true},
         {"small_table", &Form1::Command16, kActionsSmallTable, false, false},
         {"whole_table", &Form1::Command30, kActionsDrawing, false, false},
+        {"update_table", &Form1::Command37, kActionsDrawing, false, false},
         {"texts", &Form1::Command6, kActionsDrawing, false, false},
         {"trial_text", &Form1::Command8, kActionsDrawing, false, false},
         {"load_sheets", &Form1::Command21, kActionsDrawing, true, false},

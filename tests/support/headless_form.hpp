@@ -260,8 +260,22 @@ struct MemoryFiles : platform::Files {
         Fail(to);
         Store(to, text);
     }
-    void Remove(std::string_view path) override { stored.erase(std::string(path)); }
+    void Remove(std::string_view path) override {
+        if (!failing.contains(path)) {
+            stored.erase(std::string(path));
+        }
+    }
     void MakeFolder(std::string_view path) override { folders.emplace_back(path); }
+    std::vector<std::string> NamesIn(std::string_view folder, std::string_view ending) override {
+        std::vector<std::string> names;
+        for (const auto& [path, content] : stored) {
+            const std::size_t name = path.rfind('\\') + 1;
+            if (path.ends_with(ending) && path.substr(0, name) == std::string(folder) + "\\") {
+                names.push_back(path.substr(name, path.size() - name - ending.size()));
+            }
+        }
+        return names;
+    }
     std::string Read(std::string_view path) override {
         Fail(path);
         const auto found = stored.find(path);

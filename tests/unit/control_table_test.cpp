@@ -237,12 +237,15 @@ TEST(ControlTable, WhatHasNoCaptionHasAName) {
 
 // A label names the control that follows it.
 TEST(ControlTable, EveryPickerFollowsItsLabel) {
-    const std::string page = Dialogs().at("IDD_PAGE2");
+    std::string dialogs;
+    for (const auto& [name, dialog] : Dialogs()) {
+        dialogs += dialog;
+    }
     for (const win32::ControlRow& row : win32::kControlTable) {
         if (row.help.label_id != 0) {
             const std::string picker = NameOf(row.id);
-            EXPECT_TRUE(std::regex_search(
-                page, std::regex(NameOf(row.help.label_id) + "[^\n]*\n +PICKER." + picker + ",")))
+            EXPECT_TRUE(std::regex_search(dialogs, std::regex(NameOf(row.help.label_id) +
+                                                              "[^\n]*\n +PICKER." + picker + ",")))
                 << picker;
         }
     }

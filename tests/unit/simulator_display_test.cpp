@@ -98,6 +98,19 @@ TEST_F(Display, StaysAsItWasWhenItWasSwitchedOff) {
     EXPECT_EQ(table->call({"", "GetCellString"}, {1, 1}).AsText(), "after");
 }
 
+TEST_F(Display, KeepsItsRowsWhileItIsSwitchedOff) {
+    const ObjectPtr table = Table();
+    const std::string before = session.DrawingAsText();
+    SetMode(table, kOff);
+    table->call({"", "AddRow"}, {1});
+    SetCell(table, 1, 1, "added");
+    table->call({"", "RemoveRow"}, {2});
+    EXPECT_EQ(session.DisplayAsText(), before);
+    SetMode(table, kOn);
+    EXPECT_TRUE(Shows(R"("added" "")"));
+    EXPECT_FALSE(Shows(R"("a" "b")"));
+}
+
 TEST_F(Display, IsComputedWholeWhenItIsSwitchedOn) {
     const ObjectPtr table = Table();
     SetMode(table, kOff);

@@ -207,6 +207,76 @@ TEST_F(SimulatorTest, TableMembers) {
     ExpectNumber(kFailed, [&] { Call(table, "GetCellObject", {3, 1}); });
 }
 
+TEST_F(SimulatorTest, RowsAreAddedBeforeARowOrAtTheEnd) {
+    Load(kDrawing);
+    const ObjectPtr table = Table();
+    Call(table, "SetCellString", {2, 1, "second"});
+    Call(table, "AddRow", {2});
+    EXPECT_EQ(Get(table, "NumberOfRows").AsInteger(), 3);
+    EXPECT_EQ(Call(table, "GetCellString", {1, 1}).AsText(), "a");
+    EXPECT_EQ(Call(table, "GetCellString", {3, 1}).AsText(), "second");
+    for (int column = 1; column <= 2; ++column) {
+        EXPECT_EQ(Call(table, "GetCellString", {2, column}).AsText(), "");
+        // Nothing of the rows beside it.
+        const ObjectPtr cell = Call(table, "GetCellObject", {2, column}).AsObject();
+        EXPECT_EQ(Call(cell, "GetFontSize", {0, 0}).AsReal(), 3.5);
+        EXPECT_EQ(Call(cell, "GetFontName", {0, 0}).AsText(), "Monospac821 BT");
+    }
+    EXPECT_EQ(Call(table, "GetRowSize", {1}).AsReal(), 7);
+    EXPECT_EQ(Call(table, "GetRowSize", {2}).AsReal(), 5.25);
+    EXPECT_EQ(Call(table, "GetRowSize", {3}).AsReal(), 8);
+
+    Call(table, "AddRow", {0});
+    EXPECT_EQ(Get(table, "NumberOfRows").AsInteger(), 4);
+    EXPECT_EQ(Call(table, "GetCellString", {3, 1}).AsText(), "second");
+    EXPECT_EQ(Call(table, "GetRowSize", {4}).AsReal(), 5.25);
+    Call(table, "AddRow", {1});
+    EXPECT_EQ(Call(table, "GetCellString", {2, 1}).AsText(), "a");
+    for (const int outside : {-1, 6, 7}) {
+        ExpectError(kFailed, "The method AddRow failed", [&] { Call(table, "AddRow", {outside}); });
+    }
+    EXPECT_EQ(Get(table, "NumberOfRows").AsInteger(), 5);
+    Load(session_.DrawingAsText().c_str());
+}
+
+TEST_F(SimulatorTest, RowsAreRemovedWithTheirTexts) {
+    Load(kDrawing);
+    const ObjectPtr table = Table();
+    Call(table, "SetCellString", {2, 1, "second"});
+    const ObjectPtr first = Call(table, "GetCellObject", {1, 2}).AsObject();
+    const ObjectPtr second = Call(table, "GetCellObject", {2, 1}).AsObject();
+    for (const int outside : {-1, 0, 3}) {
+        ExpectError(kFailed, "The method RemoveRow failed",
+                    [&] { Call(table, "RemoveRow", {outside}); });
+    }
+    Call(table, "RemoveRow", {1});
+    EXPECT_EQ(Get(table, "NumberOfRows").AsInteger(), 1);
+    EXPECT_EQ(Call(table, "GetCellString", {1, 1}).AsText(), "second");
+    EXPECT_EQ(Call(table, "GetRowSize", {1}).AsReal(), 8);
+    ExpectNumber(kDisconnected, [&] { Get(first, "Text"); });
+    EXPECT_EQ(Get(second, "Text").AsText(), "second");
+    ExpectNumber(kFailed, [&] { Call(table, "RemoveRow", {1}); });
+    EXPECT_EQ(Get(table, "NumberOfRows").AsInteger(), 1) << "a table keeps one";
+}
+
+TEST_F(SimulatorTest, AutomaticSizesMoveWithTheirRows) {
+    Load(kDrawing);
+    const ObjectPtr table = Table();
+    session_.manner.zero_is_automatic = true;
+    Call(table, "SetRowSize", {2, 0});
+    const double low = Call(table, "GetRowSize", {2}).AsReal();
+    Call(table, "AddRow", {1});
+    Call(table, "SetCellString", {3, 1, "1\n2\n3"});
+    EXPECT_EQ(Call(table, "GetRowSize", {3}).AsReal(), 3 * low);
+    EXPECT_EQ(Call(table, "GetRowSize", {2}).AsReal(), 7);
+    Call(table, "RemoveRow", {2});
+    Call(table, "SetCellString", {2, 1, "1"});
+    EXPECT_EQ(Call(table, "GetRowSize", {2}).AsReal(), low);
+    Call(table, "RemoveRow", {2});
+    Call(table, "SetCellString", {1, 1, "1\n2\n3"});
+    EXPECT_EQ(Call(table, "GetRowSize", {1}).AsReal(), 5.25) << "an added row is not automatic";
+}
+
 TEST_F(SimulatorTest, CellObjectWritesIntoTheCell) {
     Load(kDrawing);
     const ObjectPtr cell = Call(Table(), "GetCellObject", {1, 2}).AsObject();
