@@ -1,6 +1,7 @@
 // The table that says which control raises which action.
 
 #include "app/form_events.hpp"
+#include "partslist/known_parts.hpp"
 #include "partslist/partslist.hpp"
 #include "sheets/sheets.hpp"
 #include "shell/shell.hpp"
@@ -109,6 +110,12 @@ void BindActions(Form1& form) {
     Bind(form, form.ListView1.FindKey, partslist::ListView1_FindKey);
     Bind(form, form.m_Kopirovat_vse, partslist::m_Kopirovat_vse_Click);
     Bind(form, form.m_Vlozit, partslist::m_Vlozit_Click);
+    Bind(form, form.m_Smazat_vybrane, partslist::m_Smazat_vybrane_Click);
+    Bind(form, form.m_Doplnit_zname, partslist::m_Doplnit_zname_Click);
+    Bind(form, form.m_Seradit_jmeno, partslist::m_Seradit_jmeno_Click);
+    Bind(form, form.m_Seradit_material, partslist::m_Seradit_material_Click);
+    Bind(form, form.Command39, partslist::Command39_Click);
+    form.list_exported = [&form](const auto& rows) { partslist::LearnExported(form, rows); };
     Bind(form, form.Combo1.Forget, partslist::Combo1_Forget);
     Bind(form, form.Combo2.Forget, partslist::Combo2_Forget);
     Bind(form, form.Combo3.Forget, partslist::Combo3_Forget);
@@ -140,6 +147,7 @@ void BindActions(Form1& form) {
     Bind(form, form.Command6, tables::Command6_Click);
     Bind(form, form.Check3.Click, shell::Check3_Click);
     Bind(form, form.Command8, tables::Command8_Click);
+    Bind(form, form.Command36, shell::Command36_Click);
     BindRepeatable(form, form.m_poslat_jako_tabulku, tables::m_poslat_jako_tabulku_Click);
     Bind(form, form.m_vlozit_do_tabulky, tables::m_vlozit_do_tabulky_Click);
     Bind(form, form.m_Poslat_jako_text, tables::m_Poslat_jako_text_Click);

@@ -2,6 +2,7 @@
 
 #include "app/action_log.hpp"
 #include "app/recovery.hpp"
+#include "partslist/known_parts.hpp"
 #include "partslist/partslist.hpp"
 #include "shell/shell.hpp"
 #include "tables/tables.hpp"
@@ -34,10 +35,14 @@ void Form_Unload(Form1& form) {
     if (!saved) {
         KeepRecoveryNow(form); // also what was done since it was kept last
     }
+    if (form.preview.width != 0) { // it was shown
+        shell::SavePreviewSetting(form);
+    }
     shell::SaveConfigurationSetting(form);
     if (saved) {
         RemoveRecovery(form);
     }
+    partslist::LearnParts(form); // when everything else is safe
 }
 
 // What a handler has changed in the lists so far is a step of its own.
@@ -147,6 +152,7 @@ void Form_Load(Form1& form) {
             shell::LoadConfigurationSetting(form);
             shell::LoadRedrawingSetting(form);
             tables::OfferLayouts(form);
+            shell::LoadPreviewSetting(form);
             partslist::Nacist_List(form, form.Combo1);
             partslist::Nacist_List(form, form.Combo2);
             partslist::Nacist_List(form, form.Combo3);

@@ -70,6 +70,8 @@ Event<> ActionOfControlKey(Form1& form, const Key& key, Focus focus) {
     }
     const bool sheets = form.SSTab1.Tab() == kSheetsPage;
     switch (key.code) {
+    case key_codes::kDelete:
+        return focus == Focus::kPartsList ? Choose(form.m_Smazat_vybrane) : nullptr;
     case 'S':
         return Press(form.Command17);
     case 'O':

@@ -11,6 +11,7 @@
 //   Ctrl+V                     "Vložit" in the parts list
 //   Ctrl+F, F3, Shift+F3       on the page of the parts list: find a text there, the next one, the
 //                              one before
+//   Ctrl+Delete                "Smazat vybrané" in the parts list
 #pragma once
 
 #include "controls/form1.hpp"

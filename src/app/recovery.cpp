@@ -4,7 +4,7 @@
 #include <array>
 
 #include "app/form_events.hpp"
-#include "partslist/data_files.hpp"
+#include "shell/data_files.hpp"
 #include "shell/explanations.hpp"
 #include "shell/shell.hpp"
 #include "text/text.hpp"
@@ -25,6 +25,7 @@ constexpr std::string_view kHeader = "obnova";       // the time of day
 constexpr std::string_view kConfiguration = "text2"; // its text
 constexpr std::string_view kValue = "hodnota";       // the picker's tag, the value
 constexpr std::string_view kRow = "radek";           // "1" where it is ticked, its texts
+constexpr std::string_view kTreeName = "strom";      // of the tree that the rows come from
 constexpr std::string_view kEnd = "konec";
 
 using Fields = std::vector<std::string>;
@@ -33,42 +34,6 @@ struct Leftover {
     std::string time;
     std::vector<Fields> lines; // of what the form holds
 };
-
-std::string Escaped(std::string_view text) {
-    std::string escaped;
-    for (const char c : text) {
-        switch (c) {
-        case '\n':
-            escaped += "\\n";
-            break;
-        case '\r':
-            escaped += "\\r";
-            break;
-        case '\t':
-            escaped += "\\t";
-            break;
-        case '\\':
-            escaped += "\\\\";
-            break;
-        default:
-            escaped += c;
-        }
-    }
-    return escaped;
-}
-
-std::string Unescaped(std::string_view escaped) {
-    std::string text;
-    for (std::size_t i = 0; i < escaped.size(); ++i) {
-        if (escaped[i] != '\\' || i + 1 == escaped.size()) {
-            text += escaped[i];
-            continue;
-        }
-        const char c = escaped[++i];
-        text += c == 'n' ? '\n' : c == 'r' ? '\r' : c == 't' ? '\t' : c;
-    }
-    return text;
-}
 
 std::array<ComboBox*, 4> Pickers(Form1& form) {
     return {&form.Combo1, &form.Combo2, &form.Combo3, &form.Combo4};
@@ -83,12 +48,19 @@ std::vector<Fields> Content(Form1& form) {
         }
     }
     const controls::ListView& list = form.ListView1;
-    for (const controls::ListRow& row :
-         list.Count() == 0 ? form.rows_before_reading : list.Rows()) {
+    const bool is_read = list.Count() == 0 && !form.rows_before_reading.empty();
+    for (const controls::ListRow& row : is_read ? form.rows_before_reading : list.Rows()) {
         Fields fields{std::string(kRow), row.checked ? "1" : "0", row.text};
         fields.insert(fields.end(), row.sub_items.begin(), row.sub_items.end());
         fields.resize(2 + list.Columns().size());
         lines.push_back(std::move(fields));
+    }
+    const auto& names = is_read ? form.names_before_reading : list.SourceNames();
+    if (names) {
+        lines.push_back({std::string(kTreeName)}); // there may be none in it
+        for (const std::string& name : *names) {
+            lines.push_back({std::string(kTreeName), name});
+        }
     }
     return lines;
 }
@@ -107,7 +79,7 @@ std::string FileText(Form1& form) {
     for (const Fields& line : Content(form)) {
         for (std::size_t field = 0; field < line.size(); ++field) {
             text += field == 0 ? "" : "\t";
-            text += Escaped(line[field]);
+            text += text::Escaped(line[field]);
         }
         text += "\r\n";
     }
@@ -120,7 +92,7 @@ std::optional<Leftover> ReadLeftover(std::string_view text) {
     for (const std::string_view line : text::Lines(text)) {
         Fields fields;
         for (const std::string_view field : text::Split(line, "\t")) {
-            fields.push_back(Unescaped(field));
+            fields.push_back(text::Unescaped(field));
         }
         lines.push_back(std::move(fields));
     }
@@ -134,7 +106,7 @@ std::optional<Leftover> ReadLeftover(std::string_view text) {
         const std::string& kind = lines[i].front();
         const std::size_t fields = lines[i].size();
         if ((kind == kConfiguration && fields == 2) || (kind == kValue && fields == 3) ||
-            (kind == kRow && fields == kRowFields)) {
+            (kind == kRow && fields == kRowFields) || (kind == kTreeName && fields <= 2)) {
             leftover.lines.push_back(std::move(lines[i]));
         } else {
             return std::nullopt;
@@ -143,16 +115,32 @@ std::optional<Leftover> ReadLeftover(std::string_view text) {
     return leftover;
 }
 
-std::vector<Fields> WithoutRows(std::vector<Fields> lines) {
-    std::erase_if(lines, [](const Fields& line) { return line.front() == kRow; });
+// Lines that are not of that kind.
+std::vector<Fields> Without(std::string_view kind, std::vector<Fields> lines) {
+    std::erase_if(lines, [kind](const Fields& line) { return line.front() == kind; });
     return lines;
+}
+
+// What the person would miss: not where the rows come from.
+std::vector<Fields> Work(std::vector<Fields> lines) {
+    return Without(kTreeName, std::move(lines));
+}
+
+std::vector<Fields> WithoutRows(std::vector<Fields> lines) {
+    return Without(kRow, Work(std::move(lines)));
 }
 
 void Restore(Form1& form, const Leftover& leftover) {
     controls::ListView& list = form.ListView1;
     list.Clear();
+    std::optional<controls::NameSet> names;
     for (const Fields& line : leftover.lines) {
-        if (line.front() == kConfiguration) {
+        if (line.front() == kTreeName) {
+            if (!names) {
+                names.emplace();
+            }
+            names->insert(line.begin() + 1, line.end());
+        } else if (line.front() == kConfiguration) {
             form.Text2.SetText(line[1]);
         } else if (line.front() == kValue) {
             for (ComboBox* picker : Pickers(form)) {
@@ -169,6 +157,9 @@ void Restore(Form1& form, const Leftover& leftover) {
             }
         }
     }
+    if (names) {
+        list.SetSourceNames(std::move(*names));
+    }
     shell::ShowRowCount(form);
 }
 
@@ -177,8 +168,8 @@ void PutAsideUnwanted(Form1& form) {
     if (!form.recovery.leftover_unwanted) {
         return;
     }
-    const std::string path = partslist::DataFile(form, kFile);
-    form.ports.files.Copy(path, partslist::DataFile(form, kRefusedFile));
+    const std::string path = shell::DataFile(form, kFile);
+    form.ports.files.Copy(path, shell::DataFile(form, kRefusedFile));
     form.ports.files.Remove(path);
     form.recovery.leftover_unwanted = false;
 }
@@ -192,12 +183,12 @@ bool DealWithLeftover(Form1& form, const std::string& path) {
     try {
         const auto leftover = ReadLeftover(files.Read(path));
         const std::vector<Fields> content = Content(form);
-        if (leftover && leftover->lines == content) {
+        if (leftover && Work(leftover->lines) == Work(content)) {
             return true;
         }
         // The list may have been saved after it was kept last.
         const bool is_older = leftover && WithoutRows(leftover->lines) == WithoutRows(content) &&
-                              files.IsNewer(partslist::DataFile(form, "list.txt"), path);
+                              files.IsNewer(shell::DataFile(form, "list.txt"), path);
         if (leftover && !is_older) {
             const auto rows = std::ranges::count(leftover->lines, kRow,
                                                  [](const Fields& line) { return line.front(); });
@@ -233,7 +224,7 @@ void Write(Form1& form) {
     controls::Recovery& recovery = form.recovery;
     try {
         PutAsideUnwanted(form);
-        form.ports.files.Write(partslist::DataFile(form, kFile), FileText(form));
+        form.ports.files.Write(shell::DataFile(form, kFile), FileText(form));
         recovery.version = recovery.seen_version;
         recovery.configuration = recovery.seen_configuration;
         recovery.changed_since.reset();
@@ -266,7 +257,7 @@ bool Look(Form1& form, long long now) {
 void OfferRecovery(Form1& form) {
     controls::Recovery& recovery = form.recovery;
     recovery.leftover_waits = true;
-    if (DealWithLeftover(form, partslist::DataFile(form, kFile))) {
+    if (DealWithLeftover(form, shell::DataFile(form, kFile))) {
         recovery.leftover_waits = false;
         shell::TrapSilently([&] { PutAsideUnwanted(form); }); // else when there is more to keep
         Look(form, 0);
@@ -295,7 +286,7 @@ void KeepRecoveryNow(Form1& form) {
 }
 
 void KeepLeftover(Form1& form) {
-    const std::string path = partslist::DataFile(form, kFile);
+    const std::string path = shell::DataFile(form, kFile);
     if (form.recovery.leftover_waits && form.ports.files.Exists(path)) {
         shell::TrapSilently([&] { form.ports.files.Copy(path, path); });
     }
@@ -305,7 +296,7 @@ void RemoveRecovery(Form1& form) {
     if (form.recovery.on) {
         shell::TrapSilently([&] {
             PutAsideUnwanted(form);
-            form.ports.files.Remove(partslist::DataFile(form, kFile));
+            form.ports.files.Remove(shell::DataFile(form, kFile));
         });
         form.recovery.on = false;
     }

@@ -293,7 +293,7 @@ class ComObject : public automation::Object {
             }
         }
         if (refusal) {
-            throw *refusal;
+            throw RunTimeError(*refusal);
         }
         return answer;
     }

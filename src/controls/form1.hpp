@@ -78,6 +78,18 @@ struct Recovery {
     long long last_look = 0;
 };
 
+// The preview of the table, in a window of its own.
+struct Preview {
+    bool open = false;
+    bool current_row_only = false; // what "Export 1 tabulky" would make
+    // Where its window stands, as the view notes it: the corner in pixels, the size in twips. A
+    // width of 0 is a place that the view chooses.
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+};
+
 // The main window: one of each control under its form name, the window's own properties, and the
 // values that actions keep between one another.
 struct Form1 {
@@ -150,6 +162,7 @@ struct Form1 {
     Button Command17{"Uložení  tabulky"};
     Button Command27{"Otevreni tabulky"};
     FileDialog CMD;
+    Button Command39{"Aktualizuj ze stromu"};
 
     // "Export tabulky"
     TextBox Text2{std::string(kDefaultConfiguration)};
@@ -166,6 +179,7 @@ struct Form1 {
     ComboBox Combo5{"Rozložení", ""};
     Button Command40{"Uložit"};
     Button Command41{"Smazat"};
+    Button Command36{"Náhled"};
 
     // "Import tabulky"
     Button Command10{"Parametry"};
@@ -210,10 +224,16 @@ struct Form1 {
     MenuItem m_od7;
     MenuItem m_Kopirovat_vse{"Kopírovat vše", {}};
     MenuItem m_Vlozit{"Vložit", {}};
+    MenuItem m_od8;
+    MenuItem m_Smazat_vybrane{"Smazat vybrané", {}};
+    MenuItem m_Doplnit_zname{"Doplnit známé", {}};
+    MenuItem m_Seradit_jmeno{"Seřadit podle jména", {}};
+    MenuItem m_Seradit_material{"Seřadit podle materiálu", {}};
     PopupMenu m_Tabulka{"Tabulka",
                         {&m_poslat_jako_tabulku, &m_vlozit_do_tabulky, &m_od2, &m_Poslat_jako_text,
                          &m_od1, &m_Pridat, &m_Smazat, &m_od3, &m_Zpet, &m_Znovu, &m_od7,
-                         &m_Kopirovat_vse, &m_Vlozit}};
+                         &m_Kopirovat_vse, &m_Vlozit, &m_od8, &m_Smazat_vybrane, &m_Doplnit_zname,
+                         &m_Seradit_jmeno, &m_Seradit_material}};
 
     // Popup menus of the buttons that save and open lists, for the keyboard
     MenuItem m_Ulozit_pracovni{"Uložit do pracovního souboru", {}};
@@ -260,9 +280,13 @@ struct Form1 {
     std::uint64_t table_writes = 0;
     // How many actions are at work on a table that is not yet what it is to be.
     int tables_in_work = 0;
+    // A list has been written into the drawing: its rows as texts, the name, then the fields by
+    // their numbers.
+    Event<const std::vector<std::vector<std::string>>&> list_exported;
 
     // The rows of the parts list that "Tabulka" has taken out and whose successors it still reads.
     std::vector<ListRow> rows_before_reading;
+    std::shared_ptr<const NameSet> names_before_reading; // of the tree that they come from
 
     // The name of the table layout that was loaded or saved last; empty for none.
     std::string layout;
@@ -305,6 +329,7 @@ struct Form1 {
     std::uint64_t working_saves = 0; // how often the list went to the working file
 
     Recovery recovery;
+    Preview preview;
 
     // Raises 18 (user interrupt) in the place of every call to CATIA once what runs is to end.
     automation::CallGate call_gate{[this] {

@@ -8,6 +8,8 @@ namespace controls {
 
 namespace {
 
+constexpr std::size_t kTreeNode = 4 * sizeof(void*); // of a set, beside what it holds
+
 std::size_t HeapBytes(const std::string& text) {
     return text.capacity() > std::string().capacity() ? text.capacity() + 1 : 0;
 }
@@ -75,6 +77,7 @@ ListHistory::State ListHistory::Take() const {
         return found == moved.end() ? nullptr : found->second;
     };
     State state;
+    state.source_names = list_.SourceNames();
     state.rows.reserve(list_.Count());
     for (std::size_t index = 0; index < list_.Count(); ++index) {
         const ListRow& row = list_.Row(index + 1);
@@ -84,6 +87,7 @@ ListHistory::State ListHistory::Take() const {
         } else {
             auto copy = std::make_shared<ListRow>(row);
             copy->selected = false;
+            copy->marked = false;
             state.rows.push_back(std::move(copy));
         }
     }
@@ -105,6 +109,11 @@ std::size_t ListHistory::BytesOfItsOwn(const State& before) const {
         }
         bytes += shared.contains(row) ? 0 : Bytes(*row);
     }
+    if (before.source_names && before.source_names != now_.source_names) {
+        for (const std::string& name : *before.source_names) {
+            bytes += sizeof(std::string) + kTreeNode + HeapBytes(name);
+        }
+    }
     return bytes;
 }
 
@@ -113,6 +122,7 @@ void ListHistory::NoteSelection() {
         return; // the rows have changed already: this is not how they were selected before
     }
     now_.current = list_.CurrentRow();
+    now_.source_names = list_.SourceNames();
     if (now_.selected.size() == list_.Count() && seen_selection_ == list_.SelectionRevision()) {
         return;
     }
@@ -161,13 +171,21 @@ void ListHistory::Swap(std::deque<Step>& from, std::deque<Step>& to) {
     }
     Step step = std::move(from.back());
     from.pop_back();
+    std::unordered_set<std::uint64_t> marked;
+    for (const ListRow& row : list_.Rows()) {
+        if (row.marked) {
+            marked.insert(row.id);
+        }
+    }
     std::vector<ListRow> rows;
     rows.reserve(step.state.rows.size());
     for (std::size_t index = 0; index < step.state.rows.size(); ++index) {
         rows.push_back(*step.state.rows[index]);
         rows.back().selected = step.state.selected[index];
+        rows.back().marked = marked.contains(rows.back().id);
     }
     list_.Replace(std::move(rows), step.state.current);
+    list_.SetSourceNames(step.state.source_names);
     seen_revision_ = list_.Revision();
     seen_content_ = list_.ContentRevision();
     ++changes_;

@@ -1,6 +1,7 @@
 // What a list held before each change, so that changes can be taken back and made again. Nobody
 // tells it of a change: it compares the list's content (rows, fields, checks, tags; not what stands
-// in columns without a caption) with what it held when it was asked last.
+// in columns without a caption) with what it held when it was asked last. Where the rows come from
+// is taken back with them; marks stay on the rows that stay.
 #pragma once
 
 #include <deque>
@@ -44,6 +45,7 @@ class ListHistory {
         std::vector<RowPtr> rows;
         std::vector<bool> selected;
         std::optional<std::size_t> current;
+        std::shared_ptr<const NameSet> source_names;
     };
     struct Step {
         std::string name;

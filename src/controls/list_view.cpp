@@ -73,11 +73,33 @@ void ListView::Remove(std::size_t row) {
     ContentChanged();
 }
 
+void ListView::RemoveSelected() {
+    const auto first = std::ranges::find(rows_, true, &ListRow::selected);
+    if (first == rows_.end()) {
+        return;
+    }
+    const std::size_t place =
+        current_ ? *current_ : static_cast<std::size_t>(first - rows_.begin()) + 1;
+    const bool current_goes = rows_[place - 1].selected;
+    const auto removed_above = static_cast<std::size_t>(
+        std::count_if(rows_.begin(), rows_.begin() + static_cast<std::ptrdiff_t>(place - 1),
+                      [](const ListRow& row) { return row.selected; }));
+    std::erase_if(rows_, [](const ListRow& row) { return row.selected; });
+    if (rows_.empty()) {
+        current_.reset();
+    } else {
+        current_ = std::min(place - removed_above, rows_.size());
+        rows_[*current_ - 1].selected = current_goes;
+    }
+    ContentChanged();
+}
+
 void ListView::Clear() {
     rows_.clear();
     current_.reset();
     sorted_by_.reset();
     tool_tip_.clear();
+    source_names_.reset();
     ContentChanged();
 }
 
@@ -130,6 +152,31 @@ void ListView::SelectOnly(std::size_t row) {
         other.selected = other.id == id;
     }
     SelectionChanged();
+}
+
+void ListView::SetMarked(std::size_t row, bool marked) {
+    rows_[Index(row)].marked = marked;
+    Changed();
+}
+
+void ListView::ClearMarks() {
+    for (ListRow& row : rows_) {
+        row.marked = false;
+    }
+    Changed();
+}
+
+void ListView::SetSourceNames(NameSet names) {
+    // The same names are kept once, also by whoever remembers what the list was.
+    if (!source_names_ || *source_names_ != names) {
+        source_names_ = std::make_shared<const NameSet>(std::move(names));
+    }
+    Changed();
+}
+
+void ListView::SetSourceNames(std::shared_ptr<const NameSet> names) {
+    source_names_ = std::move(names);
+    Changed();
 }
 
 void ListView::SetCurrentRow(std::optional<std::size_t> row) {
@@ -209,6 +256,20 @@ void ListView::SetSorted(std::size_t by_sub_item) {
     const std::uint64_t current_id = current_ ? Row(*current_).id : 0;
     std::ranges::stable_sort(
         rows_, {}, [this](const ListRow& row) -> const std::string& { return SortText(row); });
+    if (current_) {
+        current_ = RowWithId(current_id);
+    }
+    ContentChanged();
+}
+
+void ListView::Arrange(const std::vector<std::size_t>& order) {
+    const std::uint64_t current_id = current_ ? Row(*current_).id : 0;
+    std::vector<ListRow> arranged;
+    arranged.reserve(order.size());
+    for (const std::size_t row : order) {
+        arranged.push_back(rows_[Index(row)]);
+    }
+    rows_ = std::move(arranged);
     if (current_) {
         current_ = RowWithId(current_id);
     }

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <memory>
 #include <optional>
+#include <set>
 
 #include "controls/controls.hpp"
 
 namespace controls {
+
+using NameSet = std::set<std::string, std::less<>>;
 
 struct ListRow {
     std::uint64_t id = 0; // stays with the row wherever it moves; never given twice in one list
@@ -14,6 +18,7 @@ struct ListRow {
     std::string tag;
     bool checked = false;
     bool selected = false;
+    bool marked = false; // to be looked at; no part of the content
 };
 
 // A cell of a list: its row, counted from 1, and its column: 0 for the row's own text, else the
@@ -74,8 +79,11 @@ class ListView : public Control {
     // Appends a row (or sorts it in, while the list is sorted) and returns its number.
     std::size_t Add(std::string text);
     void Remove(std::size_t row);
+    // Removes all selected rows. Where the current one is among them, or there is none, the row
+    // that takes its place becomes the current one and is selected.
+    void RemoveSelected();
     // Removes all rows, and the tip, which spoke of one of them. The rows to come are another list:
-    // it is not sorted.
+    // it is not sorted, and where its rows come from is not known.
     void Clear();
     // Puts these rows, which were the list's own once, in the place of all others, in their order.
     void Replace(std::vector<ListRow> rows, std::optional<std::size_t> current_row);
@@ -86,6 +94,8 @@ class ListView : public Control {
     void SetSelected(std::size_t row, bool selected);
     void SelectAll();
     void SelectOnly(std::size_t row);
+    void SetMarked(std::size_t row, bool marked);
+    void ClearMarks();
 
     // The row that has the list's focus. When it is removed, the row that takes its place becomes
     // the current one, and the selected one where no other is selected.
@@ -101,6 +111,14 @@ class ListView : public Control {
     void GoTo(const Cell& cell);
     // The cell that a step leads to; nothing where the row, the column or the list ends.
     [[nodiscard]] std::optional<Cell> CellBeside(const Cell& cell, CellStep step) const;
+
+    // The names that the rows' source had when rows were last taken from it, those of no row among
+    // them; null where there is no such source, or it is not known.
+    [[nodiscard]] const std::shared_ptr<const NameSet>& SourceNames() const {
+        return source_names_;
+    }
+    void SetSourceNames(NameSet names);
+    void SetSourceNames(std::shared_ptr<const NameSet> names);
 
     // The tip that the view shows while the mouse rests on the list.
     [[nodiscard]] const std::string& ToolTip() const { return tool_tip_; }
@@ -118,6 +136,9 @@ class ListView : public Control {
     void SetSorted(std::size_t by_sub_item);
     void SetUnsorted() noexcept { sorted_by_.reset(); }
     [[nodiscard]] bool Sorted() const { return sorted_by_.has_value(); }
+
+    // Puts the rows into another order: `order` has their numbers. The current row stays the same.
+    void Arrange(const std::vector<std::size_t>& order);
 
     // Asks the view to scroll the row into sight when it refreshes next.
     void EnsureVisible(std::size_t row);
@@ -193,6 +214,7 @@ class ListView : public Control {
     std::uint64_t content_revision_ = 0;
     std::uint64_t selection_revision_ = 0;
     std::string tool_tip_;
+    std::shared_ptr<const NameSet> source_names_;
     std::optional<std::size_t> current_;
     std::size_t current_column_ = 0;
     bool wants_focus_ = false;

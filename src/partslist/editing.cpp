@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "partslist/numbering.hpp"
 #include "partslist/partslist.hpp"
 #include "partslist/pasting.hpp"
 #include "shell/list_gestures.hpp"
@@ -11,20 +12,6 @@ namespace partslist {
 namespace {
 
 using controls::ListView;
-
-void NumberPositions(ListView& list) {
-    for (std::size_t row = 1; row <= list.Count(); ++row) {
-        list.SetSubItem(row, kPosition, text::FourDigits(row));
-    }
-}
-
-// The ticked rows get the sheets 2, 3, ... from the top: sheet 1 is the assembly's.
-void NumberSheets(ListView& list) {
-    std::size_t sheet = 1;
-    for (std::size_t row = 1; row <= list.Count(); ++row) {
-        list.SetSubItem(row, kSheet, list.Row(row).checked ? std::to_string(++sheet) : "");
-    }
-}
 
 bool IsDigits(const std::string& position) {
     return !position.empty() && position.find_first_not_of("0123456789") == std::string::npos;
@@ -45,11 +32,6 @@ void PadPositions(ListView& list) {
     }
 }
 
-void NumberRows(ListView& list) {
-    NumberPositions(list);
-    NumberSheets(list);
-}
-
 void ShowInPicker(controls::ComboBox& picker, controls::Button& apply, const std::string& value) {
     picker.SetText(value);
     picker.SetEnabled(true);
@@ -65,6 +47,12 @@ void DropOn(ListView& list, std::size_t moved, std::size_t target, std::size_t t
 }
 
 void OpenMenu(Form1& form, controls::PopupPlace place) {
+    const std::vector<controls::ListRow>& rows = form.ListView1.Rows();
+    form.m_Smazat_vybrane.enabled = std::ranges::any_of(rows, &controls::ListRow::selected);
+    for (controls::MenuItem* item :
+         {&form.m_Doplnit_zname, &form.m_Seradit_jmeno, &form.m_Seradit_material}) {
+        item->enabled = !rows.empty();
+    }
     shell::OpenListMenu(form, form.ListView1, form.m_Tabulka, form.m_Smazat, place);
 }
 
@@ -167,6 +155,19 @@ void m_Smazat_Click(Form1& form) {
     list.Remove(*row);
     shell::ShowRowCount(form);
     NumberPositions(list);
+}
+
+void m_Smazat_vybrane_Click(Form1& form) {
+    controls::ListView& list = form.ListView1;
+    if (std::ranges::none_of(list.Rows(), &controls::ListRow::selected)) {
+        return;
+    }
+    list.RemoveSelected();
+    shell::ShowRowCount(form);
+    NumberPositions(list);
+    if (const auto current = list.CurrentRow()) {
+        list.EnsureVisible(*current);
+    }
 }
 
 } // namespace partslist

@@ -1,8 +1,10 @@
-#include "partslist/data_files.hpp"
+#include "partslist/known_parts.hpp"
 #include "partslist/list_file.hpp"
 #include "partslist/partslist.hpp"
-#include "partslist/save_trap.hpp"
+#include "partslist/tree_names.hpp"
+#include "shell/data_files.hpp"
 #include "shell/explanations.hpp"
+#include "shell/save_trap.hpp"
 #include "shell/shell.hpp"
 
 namespace partslist {
@@ -15,43 +17,42 @@ constexpr const char* kWorkingFile = "list.txt";
 
 // The folder of the list files, which is made when it is first needed.
 std::string ListFolder(Form1& form) {
-    std::string folder = DataFile(form, "Tabulky");
+    std::string folder = shell::DataFile(form, "Tabulky");
     form.ports.files.MakeFolder(folder);
     return folder;
 }
 
 // A part number as a file name.
 std::string ProposedFileName(std::string part_number) {
-    return WithoutForbiddenCharacters(std::move(part_number)) + ".tab";
-}
-
-// The path with another ending.
-std::string WithEnding(const std::string& path, const std::string& ending) {
-    const std::size_t point = path.find_last_of('.');
-    const std::size_t folder = path.find_last_of('\\');
-    const bool has_ending =
-        point != std::string::npos && (folder == std::string::npos || point > folder);
-    return (has_ending ? path.substr(0, point) : path) + ending;
+    return shell::WithoutForbiddenCharacters(std::move(part_number)) + ".tab";
 }
 
 // The file before stays as "list.bak".
 void Save(Form1& form, const std::string& path) {
-    form.ports.files.Write(path, WriteListFile(form.ListView1),
+    const std::string file = WriteListFile(form.ListView1);
+    form.ports.files.Write(path, file,
                            {.keep_before_as = WithEnding(path, ".bak"), .patient = form.closing});
+    KeepTreeNames(form, path, file);
+    form.ListView1.ClearMarks();
 }
 
 void SaveToWorkingFile(Form1& form) {
-    const std::string path = DataFile(form, kWorkingFile);
-    KeepUnreadFile(form, kWorkingFile);
+    const std::string path = shell::DataFile(form, kWorkingFile);
+    shell::KeepUnreadFile(form, kWorkingFile);
     Save(form, path);
     ++form.working_saves;
     shell::stat(form, "Ulozeni listu ok " + path);
+    if (!form.closing) { // which learns at its end
+        LearnParts(form);
+    }
 }
 
 void Load(Form1& form, const std::string& path) {
     form.ListView1.Clear();
     shell::ShowRowCount(form);
-    ReadListFile(form.ports.files.Read(path), form.ListView1);
+    const std::string file = form.ports.files.Read(path);
+    ReadListFile(file, form.ListView1);
+    TakeTreeNames(form, path, file);
     shell::ShowRowCount(form);
 }
 
@@ -80,6 +81,7 @@ void SaveToChosenFile(Form1& form) {
     }
     Save(form, path);
     shell::stat(form, "Ulozeni ok " + path);
+    LearnParts(form);
 }
 
 // With a dialog of its own: the one that saving and opening share keeps its name. The path that was
@@ -98,7 +100,7 @@ std::optional<std::string> SaveElsewhere(Form1& form) {
          !form.ports.message_boxes.AskYesNo("Přepsat Existujcí Soubor"))) {
         return std::nullopt;
     }
-    TrapSaving(form, [&form, &dialog] {
+    shell::TrapSaving(form, [&form, &dialog] {
         Save(form, dialog.file_name);
         shell::stat(form, "Ulozeni ok " + dialog.file_name);
     });
@@ -125,12 +127,12 @@ void LoadChosenFile(Form1& form) {
 }
 
 void LoadWorkingFile(Form1& form) {
-    const std::string path = NewestDataFile(form, kWorkingFile);
+    const std::string path = shell::NewestDataFile(form, kWorkingFile);
     form.unread_files.insert(kWorkingFile); // until it is read to its end
     Load(form, path);
     form.unread_files.erase(kWorkingFile);
     shell::stat(form, "Nacteni listu ok " + std::to_string(form.ListView1.Count()));
-    const std::string kept = DataFile(form, kWorkingFile);
+    const std::string kept = shell::DataFile(form, kWorkingFile);
     if (path != kept && form.ports.files.Exists(kept)) {
         shell::Explain(form, shell::NewerListLoaded(path, kept));
     }
@@ -150,14 +152,14 @@ void Command17_Click(Form1& form) {
     if (form.ListView1.Count() == 0) {
         return;
     }
-    TrapSaving(form, [&form] { SaveToChosenFile(form); });
+    shell::TrapSaving(form, [&form] { SaveToChosenFile(form); });
 }
 
 void Command17_MouseDown(Form1& form, int button, int /*shift*/, int /*x*/, int /*y*/) {
     if (button != controls::kRightButton || form.ListView1.Count() == 0) {
         return;
     }
-    TrapSaving(form, [&form] { SaveToWorkingFile(form); });
+    shell::TrapSaving(form, [&form] { SaveToWorkingFile(form); });
 }
 
 void Command17_MenuKey(Form1& form) {
@@ -176,13 +178,13 @@ bool SaveBeforeClosing(Form1& form) {
                         1);
     };
     form.save_error.reset();
-    std::string path = DataFile(form, kWorkingFile);
+    std::string path = shell::DataFile(form, kWorkingFile);
     save();
     while (form.save_error && !form.session_ending) {
         switch (form.ports.message_boxes.AskAfterFailedSave(path + "\n" +
                                                             shell::FileTrouble(*form.save_error))) {
         case platform::AfterFailedSave::kTryAgain:
-            path = DataFile(form, kWorkingFile);
+            path = shell::DataFile(form, kWorkingFile);
             save();
             break;
         case platform::AfterFailedSave::kChooseFile:

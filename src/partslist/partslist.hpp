@@ -12,6 +12,10 @@
 //   m_Smazat_Click       "Smazat"
 //   m_Zpet_Click, m_Znovu_Click  "Zpět", "Znovu"
 //   m_Kopirovat_vse_Click, m_Vlozit_Click  "Kopírovat vše", "Vložit"
+//   m_Smazat_vybrane_Click   "Smazat vybrané"
+//   m_Doplnit_zname_Click    "Doplnit známé": materials, sizes and notes that parts had before
+//   m_Seradit_jmeno_Click, m_Seradit_material_Click  "Seřadit podle jména", "podle materiálu"
+//   Command39_Click      "Aktualizuj ze stromu"
 //   ListView1_Rename     a name typed into a row
 //   ListView1_CellEdit   a text typed into another cell
 //   ListView1_FindKey    Ctrl+F, F3, Shift+F3: a text to be found
@@ -48,6 +52,11 @@ void m_Zpet_Click(Form1& form);
 void m_Znovu_Click(Form1& form);
 void m_Kopirovat_vse_Click(Form1& form);
 void m_Vlozit_Click(Form1& form);
+void m_Smazat_vybrane_Click(Form1& form);
+void m_Doplnit_zname_Click(Form1& form);
+void m_Seradit_jmeno_Click(Form1& form);
+void m_Seradit_material_Click(Form1& form);
+void Command39_Click(Form1& form);
 void ListView1_Rename(Form1& form, std::uint64_t id, const std::string& text);
 void ListView1_CellEdit(Form1& form, const controls::TypedCell& typed);
 void ListView1_FindKey(Form1& form, controls::Find find);

@@ -1,8 +1,8 @@
 #include <algorithm>
 
-#include "partslist/data_files.hpp"
 #include "partslist/partslist.hpp"
-#include "partslist/save_trap.hpp"
+#include "shell/data_files.hpp"
+#include "shell/save_trap.hpp"
 #include "shell/shell.hpp"
 #include "text/text.hpp"
 
@@ -43,10 +43,10 @@ void ForgetItem(Form1& form, ComboBox& picker, std::size_t item) {
         return;
     }
     picker.RemoveItem(item);
-    const std::string path = DataFile(form, ValueFileName(picker));
+    const std::string path = shell::DataFile(form, ValueFileName(picker));
     if (picker.Items().empty() && form.ports.files.Exists(path)) {
-        TrapSaving(form, [&] {
-            KeepUnreadFile(form, ValueFileName(picker));
+        shell::TrapSaving(form, [&] {
+            shell::KeepUnreadFile(form, ValueFileName(picker));
             form.ports.files.Write(path, "");
         });
     }
@@ -98,8 +98,8 @@ void Command15_Click(Form1& form) {
 }
 
 void Nacist_List(Form1& form, ComboBox& list) {
-    TrapSaving(form, [&] {
-        const std::string path = NewestDataFile(form, ValueFileName(list));
+    shell::TrapSaving(form, [&] {
+        const std::string path = shell::NewestDataFile(form, ValueFileName(list));
         form.unread_files.insert(ValueFileName(list));
         const std::string file = form.ports.files.Read(path);
         form.unread_files.erase(ValueFileName(list));
@@ -116,8 +116,8 @@ void Ulozit_List(Form1& form, const ComboBox& list) {
     if (list.Items().empty()) {
         return;
     }
-    TrapSaving(form, [&] {
-        const std::string path = DataFile(form, ValueFileName(list));
+    shell::TrapSaving(form, [&] {
+        const std::string path = shell::DataFile(form, ValueFileName(list));
         std::string file;
         for (const std::string& value : list.Items()) {
             if (!IsBlank(value)) {
@@ -125,7 +125,7 @@ void Ulozit_List(Form1& form, const ComboBox& list) {
                 file += "\r\n";
             }
         }
-        KeepUnreadFile(form, ValueFileName(list));
+        shell::KeepUnreadFile(form, ValueFileName(list));
         form.ports.files.Write(path, file, {.patient = form.closing});
         shell::stat(form, "Ulozeni ok " + path);
     });

@@ -329,6 +329,34 @@ std::string NotSevenColumns(int columns) {
            ", načíst jde jen tabulka se 7 sloupci. Seznam je proto prázdný.";
 }
 
+std::string RowsMarked(const MarkedRows& rows) {
+    const auto missing = static_cast<long long>(rows.missing);
+    const auto ambiguous = static_cast<long long>(rows.ambiguous);
+    std::string sentences;
+    if (missing > 0 && rows.knows_before) {
+        sentences = Counted(missing, "vybraný řádek už nemá", "vybrané řádky už nemají",
+                            "vybraných řádků už nemá") +
+                    " svůj díl ve stromu; " + WordFor(missing, "smaže ho", "smaže je", "smaže je") +
+                    " Ctrl+Delete.";
+    } else if (missing > 0) {
+        sentences = Counted(missing, "označený řádek nemá", "označené řádky nemají",
+                            "označených řádků nemá") +
+                    " svůj díl ve stromu. Zda tam dřív byl, není známo, proto není nic vybráno.";
+    }
+    if (ambiguous > 0) {
+        sentences += sentences.empty() ? "" : " ";
+        sentences +=
+            Counted(ambiguous, "označený řádek má", "označené řádky mají", "označených řádků má") +
+            " jméno, které je v seznamu víckrát; kusy v nich zůstaly.";
+    }
+    return sentences;
+}
+
+std::string PartsNotRemembered(const automation::RunTimeError& error) {
+    return "Materiály, velikosti a poznámky se nepodařilo zapamatovat pro „Doplnit známé“. " +
+           FileTrouble(error);
+}
+
 std::string FileTrouble(const automation::RunTimeError& error) {
     switch (error.number) {
     case 52:

@@ -61,6 +61,16 @@ std::string ErrorReport(const automation::RunTimeError& error, const std::string
 std::string NotSevenColumns(int columns);
 std::string LinesSkipped(std::size_t lines, std::size_t first);
 
+// What was marked when the list was brought up to date with the tree.
+struct MarkedRows {
+    std::size_t missing = 0;   // rows whose part the tree has not
+    bool knows_before = false; // whether it is known that the tree of before had them
+    std::size_t ambiguous = 0; // rows whose name stands in several rows
+};
+std::string RowsMarked(const MarkedRows& rows);
+// Materials, sizes and notes could not be kept for "Doplnit známé".
+std::string PartsNotRemembered(const automation::RunTimeError& error);
+
 // Why a file could not be written or read, and what the person can do.
 std::string FileTrouble(const automation::RunTimeError& error);
 // The working list was loaded from `loaded`, which is newer than the file that stands in `kept`.

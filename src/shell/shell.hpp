@@ -7,6 +7,7 @@
 //   Command18_Click  "min" / "max"
 //   Command19_Click  "Reset"
 //   Command26_Click  "procesy"
+//   Command36_Click  "Náhled"
 //   SSTab1_Click     a tab of the window
 //   StatusBar1_RightClick, StatusBar1_MenuKey   the status line's popup menu; its actions stand in
 //                                               support.hpp
@@ -27,6 +28,7 @@ void Check3_Click(Form1& form);
 void Command18_Click(Form1& form);
 void Command19_Click(Form1& form);
 void Command26_Click(Form1& form);
+void Command36_Click(Form1& form);
 void SSTab1_Click(Form1& form);
 void StatusBar1_RightClick(Form1& form);
 void StatusBar1_MenuKey(Form1& form);
@@ -64,6 +66,10 @@ void SaveConfigurationSetting(const Form1& form);
 // Whether tables are made without redrawing, kept between runs: Check3 as it was ticked last. It is
 // stored when it is clicked.
 void LoadRedrawingSetting(Form1& form);
+// Whether the preview is open, and where it stands, kept between runs. That it cannot be stored is
+// no error: it opens where it did before.
+void LoadPreviewSetting(Form1& form);
+void SavePreviewSetting(const Form1& form);
 
 // A yield: lets the window repaint and handle what waits for it, other actions included. Raises 18
 // (user interrupt) when what runs is to end: the person wants it so, or has closed the window.

@@ -4,17 +4,15 @@
 #include "automation/run_time_error.hpp"
 #include "shell/explanations.hpp"
 #include "shell/shell.hpp"
-#include "tables/cells.hpp"
 #include "tables/configuration.hpp"
 #include "tables/drawing_action.hpp"
+#include "tables/table_rows.hpp"
 #include "tables/tables.hpp"
 #include "text/text.hpp"
 
 namespace tables {
 
 namespace {
-
-constexpr int kColumnWidth = 20; // mm, until every column gets its own
 
 // A new table, what it was asked to be, and the list that goes into it.
 struct NewTable {
@@ -30,12 +28,8 @@ struct Manner {
     int (*rows)(const Parts& parts, const Configuration& configuration);
     bool anchor_before_row_height;
     void (*fill)(Form1& form, const NewTable& created);
+    bool whole_list;
 };
-
-int RowsForTheList(const Parts& parts, const Configuration& configuration) {
-    return WholeNumber(static_cast<double>(parts.rows.size()) + 1 +
-                       WholeNumber(configuration.free_rows));
-}
 
 // A row gets its fonts with three times as many calls as its texts.
 void ShowAmount(Form1& form, const NewTable& created, int rows_with_font, int rows_with_texts) {
@@ -206,6 +200,9 @@ void CreateTable(Form1& form, const Parts& parts, const Manner& manner) {
 
     shell::stat(form, "Tabulka vytvorena Ok ");
     shell::SetMousePointer(form, controls::MousePointer::kDefault);
+    if (manner.whole_list) {
+        controls::Raise(form.list_exported, parts.rows);
+    }
 }
 
 // On an error the status line keeps the last announcement, which tells at which step the run
@@ -227,14 +224,16 @@ void Command11_Click(Form1& form) {
     RunCreation(form, {.widths_key = "/sirka",
                        .rows = RowsForTheList,
                        .anchor_before_row_height = false,
-                       .fill = FillWithTheList});
+                       .fill = FillWithTheList,
+                       .whole_list = true});
 }
 
 void Command7_Click(Form1& form) {
     RunCreation(form, {.widths_key = "/sirka1",
                        .rows = HeaderAndOneRow,
                        .anchor_before_row_height = true,
-                       .fill = FillWithTheCurrentRow});
+                       .fill = FillWithTheCurrentRow,
+                       .whole_list = false});
 }
 
 void m_poslat_jako_tabulku_Click(Form1& form) {

@@ -103,6 +103,7 @@ void FillWholeTable(Form1& form, const Parts& parts, const catia::DrawingTable& 
     }
     redrawing.Finish();
     shell::stat(form, "Vlozeni dat Ok");
+    controls::Raise(form.list_exported, parts.rows);
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "partslist/data_files.hpp"
-#include "partslist/save_trap.hpp"
+#include "shell/data_files.hpp"
+#include "shell/save_trap.hpp"
 #include "shell/shell.hpp"
 #include "tables/tables.hpp"
 #include "text/text.hpp"
@@ -38,7 +38,7 @@ std::string NameInPicker(const Form1& form) {
         return picker.Text();
     }
     std::string name =
-        partslist::WithoutForbiddenCharacters(std::string(text::TrimBlanks(picker.Text())));
+        shell::WithoutForbiddenCharacters(std::string(text::TrimBlanks(picker.Text())));
     return IsDevice(name) ? "_" + name : name;
 }
 
@@ -53,7 +53,7 @@ std::optional<std::string> AskedName(Form1& form) {
 }
 
 bool Exists(Form1& form, const std::string& name) {
-    return form.ports.files.Exists(partslist::NewestDataFile(form, LayoutFile(name)));
+    return form.ports.files.Exists(shell::NewestDataFile(form, LayoutFile(name)));
 }
 
 // Whether a name comes before another one, without regard to the case of ASCII letters.
@@ -89,10 +89,10 @@ void Save(Form1& form, const std::string& name) {
         shell::Refuse(form, "Ulozeni preruseno");
         return;
     }
-    const std::string path = partslist::DataFile(form, LayoutFile(name));
-    form.ports.files.MakeFolder(partslist::DataFile(form, kFolder));
+    const std::string path = shell::DataFile(form, LayoutFile(name));
+    form.ports.files.MakeFolder(shell::DataFile(form, kFolder));
     form.ports.files.Write(path, FileOf(form.Text2.Text()),
-                           {.keep_before_as = partslist::DataFile(form, LayoutFile(name, ".bak"))});
+                           {.keep_before_as = shell::DataFile(form, LayoutFile(name, ".bak"))});
     form.layout = name;
     form.Combo5.SetText(name);
     OfferLayouts(form);
@@ -100,7 +100,7 @@ void Save(Form1& form, const std::string& name) {
 }
 
 void Load(Form1& form, const std::string& name) {
-    const std::string path = partslist::NewestDataFile(form, LayoutFile(name));
+    const std::string path = shell::NewestDataFile(form, LayoutFile(name));
     std::string configuration = WithLineEnds(form.ports.files.Read(path));
     // Setting the same would take from the person what can be taken back.
     if (configuration != form.Text2.Text()) {
@@ -121,7 +121,7 @@ void Delete(Form1& form, const std::string& name) {
     }
     // Also the one that an earlier run kept elsewhere.
     while (Exists(form, name)) {
-        const std::string path = partslist::NewestDataFile(form, LayoutFile(name));
+        const std::string path = shell::NewestDataFile(form, LayoutFile(name));
         form.ports.files.Remove(path);
         if (form.ports.files.Exists(path)) {
             throw automation::RunTimeError(75, "Path/File access error");
@@ -132,7 +132,7 @@ void Delete(Form1& form, const std::string& name) {
     }
     form.Combo5.SetText("");
     OfferLayouts(form);
-    shell::stat(form, "Smazani ok " + partslist::DataFile(form, LayoutFile(name)));
+    shell::stat(form, "Smazani ok " + shell::DataFile(form, LayoutFile(name)));
 }
 
 } // namespace
@@ -147,8 +147,7 @@ void OfferLayouts(Form1& form) {
         }
     }
     std::ranges::stable_sort(names, Comes);
-    const auto [first, last] = std::ranges::unique(names, text::EqualsIgnoringCase);
-    names.erase(first, last);
+    names.erase(std::unique(names.begin(), names.end(), text::EqualsIgnoringCase), names.end());
     form.Combo5.SetItems(std::move(names));
 }
 
@@ -173,7 +172,7 @@ void Combo5_KeyPress(Form1& form, int key) {
 
 void Command40_Click(Form1& form) {
     if (const auto name = AskedName(form)) {
-        partslist::TrapSaving(form, [&] { Save(form, *name); });
+        shell::TrapSaving(form, [&] { Save(form, *name); });
     }
 }
 

@@ -142,6 +142,7 @@ void LoadRows(Form1& form, const ReadTable& read) {
         throw automation::WithReason(automation::InvalidProcedureCall(), shell::TableInWork());
     }
     form.rows_before_reading = form.ListView1.Rows();
+    form.names_before_reading = form.ListView1.SourceNames();
     FillList(form, {});
     if (read.columns != kColumns) {
         form.rows_before_reading.clear();
@@ -179,6 +180,7 @@ void LoadRows(Form1& form, const ReadTable& read) {
 void PutBackRowsBeforeReading(Form1& form) {
     if (form.ListView1.Count() == 0) {
         form.ListView1.Replace(std::move(form.rows_before_reading), std::nullopt);
+        form.ListView1.SetSourceNames(std::move(form.names_before_reading));
         shell::ShowRowCount(form);
     }
     form.rows_before_reading.clear();

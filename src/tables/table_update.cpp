@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "tables/cells.hpp"
+#include "tables/table_rows.hpp"
 #include "text/text.hpp"
 
 namespace tables {
@@ -10,8 +10,6 @@ namespace tables {
 namespace {
 
 using enum controls::PartField;
-
-constexpr std::size_t kListFields = kNote + 1;
 
 // How many of the rows directly under the header are empty.
 std::size_t FreeRows(const std::vector<CellTexts>& table) {
@@ -95,7 +93,7 @@ CellTexts WrittenRow(const CellRules& rules, const CellTexts& row) {
     return written;
 }
 
-std::string TextOf(const automation::Value& value) {
+std::string TextInTable(const automation::Value& value) {
     return value.Is<std::string>() ? text::WithLineFeeds(value.AsText())
                                    : text::PlainDecimal(value.AsReal());
 }
@@ -112,13 +110,13 @@ WantedTable TableWanted(const Parts& parts, const Configuration& configuration,
     wanted.diameter_sign = std::move(diameter_sign);
     for (std::size_t column = 0; column < kColumns; ++column) {
         wanted.headings.at(column) = text::WithLineFeeds(configuration.headers.at(column));
-        wanted.fields.at(column) = FieldOfSlot(configuration.column_order.at(column), kListFields);
+        wanted.fields.at(column) = FieldOf(configuration.column_order.at(column));
     }
     wanted.rows.reserve(parts.rows.size());
     for (const PartTexts& part : parts.rows) {
         CellTexts& row = wanted.rows.emplace_back();
         for (std::size_t column = 0; column < kColumns; ++column) {
-            row.at(column) = TextOf(CellValue(part, configuration.column_order.at(column)));
+            row.at(column) = TextInTable(CellValue(part, configuration.column_order.at(column)));
         }
     }
     return wanted;

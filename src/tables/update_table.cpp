@@ -185,7 +185,8 @@ std::string WithSign(int number) {
     return (number > 0 ? "+" : "") + std::to_string(number);
 }
 
-void UpdateTable(Form1& form, const WantedTable& wanted, bool without_redrawing,
+// Whether the table is in the list's state now.
+bool UpdateTable(Form1& form, const WantedTable& wanted, bool without_redrawing,
                  const catia::DrawingTable& table) {
     if (form.tables_in_work > 0) { // at a yield of what makes or fills it
         throw automation::WithReason(automation::InvalidProcedureCall(),
@@ -194,7 +195,7 @@ void UpdateTable(Form1& form, const WantedTable& wanted, bool without_redrawing,
     const int rows = table.NumberOfRows();
     if (table.NumberOfColumns() != kColumns) {
         shell::Refuse(form, "spatna velikost tabulky");
-        return;
+        return false;
     }
     shell::stat(form, "Cteni tabulky ");
     Updating updating(form, table);
@@ -203,7 +204,7 @@ void UpdateTable(Form1& form, const WantedTable& wanted, bool without_redrawing,
         !form.ports.message_boxes.AskYesNo("Hlavička vybrané tabulky není ta z nastavení. Přesto "
                                            "tabulku aktualizovat?")) {
         shell::Refuse(form, "Aktualizace prerusena");
-        return;
+        return false;
     }
     const TableUpdate update = UpdateOfTable(updating.ReadOthers(std::move(header), rows), wanted);
     if (!update.cells.empty() || !update.removed_rows.empty() || !update.added_rows.empty()) {
@@ -216,6 +217,7 @@ void UpdateTable(Form1& form, const WantedTable& wanted, bool without_redrawing,
                           ", radku: " +
                           WithSign(static_cast<int>(update.added_rows.size()) -
                                    static_cast<int>(update.removed_rows.size())));
+    return true;
 }
 
 } // namespace
@@ -233,8 +235,9 @@ void Command37_Click(Form1& form) {
         if (!drawing) {
             return;
         }
-        if (const auto table = TableToFill(form, drawing->selection)) {
-            UpdateTable(form, wanted, without_redrawing, *table);
+        const auto table = TableToFill(form, drawing->selection);
+        if (table && UpdateTable(form, wanted, without_redrawing, *table)) {
+            controls::Raise(form.list_exported, parts.rows);
         }
     });
 }

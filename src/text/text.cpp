@@ -109,6 +109,42 @@ std::string WithLineFeeds(std::string_view whole) {
     return changed;
 }
 
+std::string Escaped(std::string_view whole) {
+    std::string escaped;
+    for (const char c : whole) {
+        switch (c) {
+        case '\n':
+            escaped += "\\n";
+            break;
+        case '\r':
+            escaped += "\\r";
+            break;
+        case '\t':
+            escaped += "\\t";
+            break;
+        case '\\':
+            escaped += "\\\\";
+            break;
+        default:
+            escaped += c;
+        }
+    }
+    return escaped;
+}
+
+std::string Unescaped(std::string_view escaped) {
+    std::string whole;
+    for (std::size_t i = 0; i < escaped.size(); ++i) {
+        if (escaped[i] != '\\' || i + 1 == escaped.size()) {
+            whole += escaped[i];
+            continue;
+        }
+        const char c = escaped[++i];
+        whole += c == 'n' ? '\n' : c == 'r' ? '\r' : c == 't' ? '\t' : c;
+    }
+    return whole;
+}
+
 std::string_view TrimBlanks(std::string_view whole) {
     const std::size_t first = whole.find_first_not_of(' ');
     if (first == std::string_view::npos) {

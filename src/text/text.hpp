@@ -20,6 +20,12 @@ std::vector<std::string_view> Lines(std::string_view file);
 // `whole` with every CR LF become LF: what a field can hold that is saved in such a file.
 std::string WithLineFeeds(std::string_view whole);
 
+// `whole` as one field of a line whose fields are separated by tabs: line feeds, carriage returns,
+// tabs and backslashes stand as "\n", "\r", "\t" and "\\".
+std::string Escaped(std::string_view whole);
+// What was escaped.
+std::string Unescaped(std::string_view escaped);
+
 // `whole` without the blanks (only U+0020) at both ends.
 std::string_view TrimBlanks(std::string_view whole);
 

@@ -8,6 +8,7 @@
 #include "text/text.hpp"
 #include "win32/accessible_names.hpp"
 #include "win32/clipboard.hpp"
+#include "win32/system_colours.hpp"
 
 namespace win32 {
 
@@ -22,13 +23,6 @@ constexpr UINT kRenameMessage = WM_APP + 1;
 
 WNDPROC own_header_procedure = nullptr; // of the headers' class
 
-bool IsHighContrast() {
-    HIGHCONTRASTW contrast{};
-    contrast.cbSize = sizeof contrast;
-    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != FALSE &&
-           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
-}
-
 // Two parts of a colour on five of another.
 COLORREF Mixed(COLORREF colour, COLORREF ground) {
     const auto part = [&](int shift) {
@@ -36,6 +30,17 @@ COLORREF Mixed(COLORREF colour, COLORREF ground) {
         return (2 * of(colour) + 5 * of(ground)) / 7 << shift;
     };
     return part(0) | part(8) | part(16);
+}
+
+// A list's font as marked rows have it.
+com::Owned<HFONT> MarkedFont(HFONT font) {
+    LOGFONTW description{};
+    GetObjectW(font, sizeof description, &description);
+    description.lfItalic = TRUE;
+    if (IsHighContrast()) { // where the colours are the system's
+        description.lfWeight = FW_BOLD;
+    }
+    return com::Owned<HFONT>(CreateFontIndirectW(&description));
 }
 
 POINT PointOf(LPARAM l) {
@@ -96,6 +101,7 @@ void ListViewWindow::SetDpi(UINT dpi) {
         ++index;
     }
     shown_dpi_ = dpi;
+    marked_font_.reset(); // the list has another one
     if (fills) {
         FillWidth();
     }
@@ -427,6 +433,9 @@ LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         if (OnSetState(w, *reinterpret_cast<const LVITEMW*>(l))) {
             return TRUE;
         }
+        break;
+    case WM_SYSCOLORCHANGE:
+        marked_font_.reset(); // high contrast has another one
         break;
     case WM_SYSKEYDOWN:
         if (w == VK_UP || w == VK_DOWN) {
@@ -946,15 +955,37 @@ void ListViewWindow::DrawDropMark(const NMLVCUSTOMDRAW& draw) const {
     FillRect(draw.nmcd.hdc, &line, GetSysColorBrush(COLOR_HIGHLIGHT));
 }
 
+// Marked rows have a warm ground and slanted letters, which stay where they are selected too.
+void ListViewWindow::ShowMark(NMLVCUSTOMDRAW& draw) {
+    constexpr COLORREF kMark = RGB(0xFF, 0xB0, 0x20);
+    const auto row = static_cast<std::size_t>(draw.nmcd.dwItemSpec) + 1;
+    const bool marked = row <= list_.Count() && list_.Row(row).marked;
+    auto* const font = reinterpret_cast<HFONT>(SendMessageW(Window(), WM_GETFONT, 0, 0));
+    if (marked && !marked_font_) {
+        marked_font_ = MarkedFont(font);
+    }
+    SelectObject(draw.nmcd.hdc, marked ? marked_font_.get() : font);
+    if (marked && !IsHighContrast()) {
+        draw.clrText = GetSysColor(COLOR_WINDOWTEXT);
+        draw.clrTextBk = Mixed(kMark, GetSysColor(COLOR_WINDOW));
+    }
+}
+
 LRESULT ListViewWindow::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
     switch (draw.nmcd.dwDrawStage) {
     case CDDS_PREPAINT:
         is_tinted_ = GetFocus() != Window() && selected_count_ > 0;
         shows_cursor_ = look_.edits_cells && GetFocus() == Window();
-        return drop_row_ || is_tinted_ || shows_cursor_ ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
+        has_marks_ = std::ranges::any_of(list_.Rows(), &controls::ListRow::marked);
+        return drop_row_ || is_tinted_ || shows_cursor_ || has_marks_ ? CDRF_NOTIFYITEMDRAW
+                                                                      : CDRF_DODEFAULT;
     case CDDS_ITEMPREPAINT:
+        if (has_marks_) {
+            ShowMark(draw);
+        }
         TintSelectedRow(draw);
-        return drop_row_ || shows_cursor_ ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
+        return (drop_row_ || shows_cursor_ ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT) |
+               (has_marks_ ? CDRF_NEWFONT : CDRF_DODEFAULT);
     case CDDS_ITEMPOSTPAINT:
         DrawCellCursor(draw);
         DrawDropMark(draw);

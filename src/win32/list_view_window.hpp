@@ -81,6 +81,7 @@ class ListViewWindow : public View {
     void ShowDropMark(std::optional<std::size_t> row);
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
     void TintSelectedRow(NMLVCUSTOMDRAW& draw) const;
+    void ShowMark(NMLVCUSTOMDRAW& draw);
     bool OnSetState(WPARAM item, const LVITEMW& change);
     void OnGetDisplayInfo(LVITEMW& item);
     [[nodiscard]] LRESULT FindByPrefix(const NMLVFINDITEMW& find) const;
@@ -127,10 +128,12 @@ class ListViewWindow : public View {
     bool edit_goes_on_ = false;
     std::size_t shown_column_ = 0;
 
-    // While it paints: selected rows, since the focus is elsewhere, and the current cell, since it
-    // is here.
+    // While it paints: selected rows, since the focus is elsewhere, the current cell, since it is
+    // here, and marked rows.
     bool is_tinted_ = false;
     bool shows_cursor_ = false;
+    bool has_marks_ = false;
+    com::Owned<HFONT> marked_font_; // of marked rows; made when one is painted
 
     bool left_down_ = false;
     bool on_check_box_ = false;

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "app/form_events.hpp"
+#include "com/utf.hpp"
 #include "win32/clipboard.hpp"
 #include "win32/file_dialogs.hpp"
 #include "win32/popup_menu.hpp"
@@ -17,6 +18,8 @@ namespace {
 
 constexpr int kDesignHeight = 7155;     // twips, title bar included
 constexpr int kDesignClientWidth = 693; // design pixels
+
+constexpr std::size_t kExportPage = 2;
 
 constexpr UINT kDestroyMessage = WM_APP + 1;
 constexpr UINT kOtherPagesMessage = WM_APP + 2;
@@ -103,7 +106,10 @@ MainWindow::MainWindow(controls::Form1& form, const app::RecoveryPace& pace)
       views_(form, pages_, [this](const auto& event) { RunEvent(event); }),
       taskbar_button_(window_), refresher_(form, window_, pages_, views_, taskbar_button_),
       between_yields_(form, window_, views_.StatusBar(), refresher_,
-                      [this](const auto& event) { RunAtOnce(event); }) {
+                      [this](const auto& event) { RunAtOnce(event); }),
+      preview_(
+          form, window_, [this](const auto& event) { RunEvent(event); },
+          [this](const tables::Hint& hint, bool put_right) { UseHint(hint, put_right); }) {
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     form_.hWnd = reinterpret_cast<platform::WindowHandle>(window_);
     NoteMonitorDpi(monitor_dpi_);
@@ -233,6 +239,7 @@ void MainWindow::Show(bool owns_data_folder) {
     refresher_.Complete();
     ShowWindow(window_, SW_SHOWNORMAL);
     UpdateWindow(window_);
+    preview_.Refresh();
     // Before anything that the person does from now on.
     PostMessageW(window_, kOtherPagesMessage, 0, 0);
     if (owns_data_folder) {
@@ -241,6 +248,7 @@ void MainWindow::Show(bool owns_data_folder) {
             return; // closed under the question
         }
         refresher_.Complete();
+        preview_.Refresh();
     }
     SetTimer(window_, kRecoveryTimer, static_cast<UINT>(pace_.idle / 4), nullptr);
 }
@@ -294,8 +302,43 @@ bool MainWindow::TakeKey(const MSG& message) {
 void MainWindow::KeepRecovery() {
     if (form_.running_handlers == 0) {
         refresher_.Pull();
+        preview_.Refresh();
     }
     app::KeepRecovery(form_, static_cast<long long>(GetTickCount64()), pace_);
+}
+
+// The preview follows each letter; while an action runs, the text waits for its next yield.
+void MainWindow::FollowTyping(View& configuration) {
+    if (loaded_ && !form_.unloaded && form_.preview.open && form_.running_handlers == 0) {
+        configuration.Pull();
+        preview_.Refresh();
+    }
+}
+
+// The configuration's own undo takes back what is put right.
+void MainWindow::UseHint(const tables::Hint& hint, bool put_right) {
+    const HWND configuration = pages_.Control(ID_Text2);
+    const auto units = [](std::string_view text) {
+        return static_cast<WPARAM>(com::Widen(text).size());
+    };
+    const std::string& text = form_.Text2.Text();
+    const WPARAM from = units(std::string_view(text).substr(0, hint.offset));
+    const WPARAM to = from + units(std::string_view(text).substr(hint.offset, hint.length));
+    if (!put_right) {
+        // A collapsed window comes back to its full height with a page.
+        if (form_.SSTab1.Tab() != kExportPage || form_.Command18.Caption() != "min") {
+            form_.SSTab1.UserClick(kExportPage);
+        }
+        refresher_.Complete();
+        SetForegroundWindow(window_);
+        SetFocus(configuration);
+    }
+    SendMessageW(configuration, EM_SETSEL, from, static_cast<LPARAM>(to));
+    SendMessageW(configuration, EM_SCROLLCARET, 0, 0);
+    if (put_right && hint.replacement) {
+        SendMessageW(configuration, EM_REPLACESEL, TRUE,
+                     reinterpret_cast<LPARAM>(com::Widen(*hint.replacement).c_str()));
+    }
 }
 
 void MainWindow::HandleMessage(MSG& message) {
@@ -305,7 +348,8 @@ void MainWindow::HandleMessage(MSG& message) {
     if (is_press && window_ != nullptr) {
         views_.StatusBar().HideBalloon();
     }
-    if (window_ != nullptr && (between_yields_.TakeStopKey(message) || TakeKey(message))) {
+    if (window_ != nullptr && (between_yields_.TakeStopKey(message) ||
+                               preview_.TakeMessage(message) || TakeKey(message))) {
         return;
     }
     if (window_ == nullptr || IsDialogMessageW(window_, &message) == FALSE) {
@@ -361,6 +405,7 @@ void MainWindow::RunAtOnce(const std::function<void()>& event) {
         }
     } else {
         refresher_.Complete();
+        preview_.Refresh();
     }
 }
 
@@ -426,8 +471,15 @@ std::optional<LRESULT> MainWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
             return TRUE;
         }
         return std::nullopt;
+    case WM_WINDOWPOSCHANGED:
+        if ((reinterpret_cast<const WINDOWPOS*>(l)->flags & SWP_NOZORDER) == 0) {
+            preview_.FollowMainWindow();
+        }
+        return std::nullopt;
     case WM_SIZE:
-        if (w != SIZE_MINIMIZED) {
+        if (w == SIZE_MINIMIZED) {
+            preview_.Refresh();
+        } else {
             Rescale();
             if (may_be_outside_) {
                 MoveIn();
@@ -495,6 +547,7 @@ std::optional<LRESULT> MainWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         DestroyWindow(window_);
         return 0;
     case WM_NCDESTROY:
+        preview_.Destroy();
         SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
         window_ = nullptr;
         PostQuitMessage(0);
@@ -514,6 +567,9 @@ void MainWindow::OnCommand(UINT code, int id, HWND control) {
         }
     } else if (View* view = views_.Of(control)) {
         view->OnCommand(code);
+        if (id == ID_Text2 && code == EN_CHANGE) {
+            FollowTyping(*view);
+        }
     }
 }
 

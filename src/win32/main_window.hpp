@@ -12,6 +12,7 @@
 #include "win32/control_views.hpp"
 #include "win32/layout.hpp"
 #include "win32/pages.hpp"
+#include "win32/preview_window.hpp"
 #include "win32/refresh.hpp"
 #include "win32/taskbar.hpp"
 
@@ -58,6 +59,8 @@ class MainWindow {
     bool TakeKey(const MSG& message);
     [[nodiscard]] app::Focus FocusOf(HWND window) const;
     void KeepRecovery();
+    void FollowTyping(View& configuration);
+    void UseHint(const tables::Hint& hint, bool put_right);
 
     controls::Form1& form_;
     app::RecoveryPace pace_;
@@ -72,6 +75,7 @@ class MainWindow {
     TaskbarButton taskbar_button_;
     Refresher refresher_;
     BetweenYields between_yields_;
+    PreviewWindow preview_;
     com::Owned<HFONT> font_;
     com::Owned<HICON> large_icon_;
     com::Owned<HICON> small_icon_;

@@ -66,23 +66,25 @@
 #define ID_Command33 1233
 #define ID_Command34 1234
 #define ID_Command35 1235
-#define ID_Command37 1370
-#define ID_Command38 1380
+#define ID_Command36 1236
+#define ID_Command37 1237
+#define ID_Command38 1238
+#define ID_Command39 1239
+#define ID_Command40 1240
+#define ID_Command41 1241
 #define ID_Combo1 1301
 #define ID_Combo2 1302
 #define ID_Combo3 1303
 #define ID_Combo4 1304
+#define ID_Combo5 1305
 #define ID_Combo1_Label 1311
 #define ID_Combo2_Label 1312
 #define ID_Combo3_Label 1313
 #define ID_Combo4_Label 1314
+#define ID_Combo5_Label 1315
 #define ID_Frame1 1401
 #define ID_Frame2 1402
 #define ID_Frame3 1403
-#define ID_Combo5 1411
-#define ID_Combo5_Label 1412
-#define ID_Command40 1413
-#define ID_Command41 1414
 #define ID_List1 1501
 #define ID_ListView1 1601
 #define ID_ListView2 1602
@@ -112,6 +114,10 @@
 #define ID_m_Sheet_vratit_jmena 2012
 #define ID_m_Kopirovat_vse 2013
 #define ID_m_Vlozit 2014
+#define ID_m_Smazat_vybrane 2015
+#define ID_m_Doplnit_zname 2016
+#define ID_m_Seradit_jmeno 2017
+#define ID_m_Seradit_material 2018
 #define ID_m_Kopirovat_chybu 2031
 #define ID_m_Slozka_protokolu 2032
 #define ID_m_Diagnostika 2033
@@ -122,3 +128,10 @@
 // In the input box
 #define ID_InputBox_Prompt 2101
 #define ID_InputBox_Text 2102
+
+// In the preview
+#define ID_Preview_Canvas 2201
+#define ID_Preview_Summary 2202
+#define ID_Preview_CurrentRow 2203
+#define ID_Preview_Hints 2204
+#define ID_Preview_PutRight 2205

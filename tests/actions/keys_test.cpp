@@ -112,11 +112,13 @@ TEST_F(Keys, AreTheseAndNoOthers) {
                           is_taken && found->in_field)
                     << code;
                 const bool of_row = !control && !shift && (code == 0x2D || code == 0x2E);
+                const bool of_parts = control && !shift && code == 0x2E;
                 for (const Focus list : {Focus::kPartsList, Focus::kSheetList}) {
                     const bool pastes =
                         list == Focus::kPartsList && control && !shift && code == 'V';
                     EXPECT_EQ(static_cast<bool>(app::ActionOfKey(form, key, list)),
-                              is_taken || of_row || pastes)
+                              is_taken || of_row || pastes ||
+                                  (of_parts && list == Focus::kPartsList))
                         << code;
                 }
             }
@@ -245,6 +247,17 @@ TEST_F(Keys, InsertAndDeleteAreTheEntriesOfTheMenu) {
     Press(remove, Focus::kSheetList);
     EXPECT_EQ(form.ListView3.Count(), 0U);
     EXPECT_EQ(form.ListView1.Count(), 1U);
+}
+
+TEST_F(Keys, ControlAndDeleteRemoveTheSelectedParts) {
+    form.Command1.Click();
+    form.ListView1.SetSelected(2, true);
+    form.ListView1.SetSelected(3, true);
+    Press(Control(app::key_codes::kDelete), Focus::kPartsList);
+    EXPECT_EQ(form.ListView1.Count(), 8U);
+    EXPECT_EQ(form.m_Zpet.caption, "Zpět: Smazat vybrané");
+    Press({.code = app::key_codes::kDelete, .control = true, .repeated = true}, Focus::kPartsList);
+    EXPECT_EQ(form.ListView1.Count(), 8U);
 }
 
 TEST_F(Keys, RemovingIsGreyWhereThereIsNoRow) {

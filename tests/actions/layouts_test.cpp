@@ -308,8 +308,8 @@ TEST_F(NamedLayouts, WhatCannotBeDeletedIsSaid) {
 }
 
 TEST_F(NamedLayouts, ThoseOfAnotherDataFolderAreThereToo) {
-    files.other_folder = "D:\\Program";
-    const std::string other = "D:\\Program\\Nastaveni\\";
+    files.other_folder = R"(D:\Program)";
+    const std::string other = R"(D:\Program\Nastaveni\)";
     files.stored[other + "A2.txt"] = "/vyska1;2\r\n";
     files.stored[other + "a4.txt"] = "/vyska1;9\r\n";
     files.written[other + "A2.txt"] = 1;

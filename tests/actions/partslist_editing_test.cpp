@@ -304,9 +304,10 @@ TEST_F(PartsList, TheMenuHoldsItsItemsInOrder) {
     for (const controls::MenuItem* item : form.m_Tabulka.items) {
         captions.push_back(item->IsSeparator() ? "-" : item->caption);
     }
-    EXPECT_EQ(captions,
-              (Texts{"Poslat jako tabulku", "Poslat do tabulky", "-", "Poslat jako text", "-",
-                     "Přidat", "Smazat", "-", "Zpět", "Znovu", "-", "Kopírovat vše", "Vložit"}));
+    EXPECT_EQ(captions, (Texts{"Poslat jako tabulku", "Poslat do tabulky", "-", "Poslat jako text",
+                               "-", "Přidat", "Smazat", "-", "Zpět", "Znovu", "-", "Kopírovat vše",
+                               "Vložit", "-", "Smazat vybrané", "Doplnit známé",
+                               "Seřadit podle jména", "Seřadit podle materiálu"}));
     EXPECT_TRUE(form.m_poslat_jako_tabulku.Enabled());
     EXPECT_TRUE(form.m_vlozit_do_tabulky.Enabled());
     EXPECT_TRUE(form.m_Poslat_jako_text.Enabled());

@@ -520,7 +520,7 @@ class GroupingServer : public automation::Object {
         }
         std::string text = value.AsText();
         std::erase(text, '.');
-        return Value(text);
+        return {text};
     }
 
     automation::ObjectPtr session_;

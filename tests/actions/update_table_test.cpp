@@ -57,9 +57,9 @@ struct UpdateTable : testing_support::ActionTest {
     void Update() { form.Command37.Click(); }
     // The calls behind those that find the table and read its texts.
     [[nodiscard]] Texts CallsAfterReading(int rows) const {
-        return {session.Log().begin() + static_cast<std::ptrdiff_t>(kOpeningCalls.size()) + 4 + 2 +
-                    7 * rows,
-                session.Log().end()};
+        const std::size_t before =
+            kOpeningCalls.size() + 4 + 2 + 7 * static_cast<std::size_t>(rows);
+        return {session.Log().begin() + static_cast<std::ptrdiff_t>(before), session.Log().end()};
     }
     [[nodiscard]] std::size_t Writes() const {
         return static_cast<std::size_t>(

@@ -273,9 +273,14 @@ std::vector<std::string> Items(HWND control, UINT count_message, UINT length_mes
     std::vector<std::string> items;
     const LRESULT count = Send(control, count_message);
     for (WPARAM item = 0; item < static_cast<WPARAM>(count); ++item) {
-        std::wstring text(static_cast<std::size_t>(Send(control, length_message, item)) + 1, L'\0');
+        const LRESULT room = Send(control, length_message, item);
+        std::wstring text(static_cast<std::size_t>(std::max<LRESULT>(room, 0)) + 1, L'\0');
         const LRESULT length =
-            Send(control, text_message, item, reinterpret_cast<LPARAM>(text.data()));
+            room < 0 ? room
+                     : Send(control, text_message, item, reinterpret_cast<LPARAM>(text.data()));
+        if (length < 0) {
+            return {}; // the program is filling it anew
+        }
         text.resize(static_cast<std::size_t>(length));
         items.push_back(com::Narrow(text));
     }
@@ -569,6 +574,7 @@ void PressKey(WORD virtual_key, const std::vector<WORD>& held) {
 
 void PressKeyThatGoesUpLast(WORD virtual_key, const std::vector<WORD>& held) {
     std::vector<INPUT> inputs;
+    inputs.reserve(2 * held.size() + 2);
     for (const WORD key : held) {
         inputs.push_back(Key(key, false));
     }
@@ -790,12 +796,12 @@ HWND WaitForPopupMenu() {
     return FindPopupMenu();
 }
 
-void ClickEntry(HWND popup_menu, int entries_below, int separators_below) {
+void ClickEntry(HWND popup_menu, int entries_above, int separators_above) {
     RECT place{};
     GetClientRect(popup_menu, &place);
     const int height = GetSystemMetrics(SM_CYMENU);
-    const int below = entries_below * height + separators_below * height / 2;
-    Click(popup_menu, {place.right / 2, place.bottom - below - height / 2});
+    const int above = entries_above * height + separators_above * height / 2;
+    Click(popup_menu, {place.right / 2, above + height / 2});
 }
 
 bool PopupMenuOpen() {

@@ -143,8 +143,8 @@ RECT TreeLabel(HWND tree, HTREEITEM item); // in client coordinates, of one in s
 
 // The popup menu that is open on the desktop.
 HWND WaitForPopupMenu();
-// Clicks the entry that has so many entries and separators below it.
-void ClickEntry(HWND popup_menu, int entries_below, int separators_below);
+// Clicks the entry that has so many entries and separators above it.
+void ClickEntry(HWND popup_menu, int entries_above, int separators_above);
 bool PopupMenuOpen();
 
 // Whole desktop -----------------------------------------------------------------------------------

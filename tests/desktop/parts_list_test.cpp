@@ -26,8 +26,8 @@ class PartsList : public DesktopTest {
     }
     void SelectRow(int row) const { driver::SelectRow(List(), row); }
 
-    // The downward arrow reaches the first entries first: three that send, "Přidat", "Smazat".
-    static void ChooseFromAbove(int entry) {
+    // Entries count from 1; separators do not.
+    static void ChooseEntry(int entry) {
         WaitForPopupMenu();
         for (int step = 0; step < entry; ++step) {
             PressKey(VK_DOWN);
@@ -38,7 +38,7 @@ class PartsList : public DesktopTest {
     void AddByKeyboard() const {
         SelectRow(0);
         PressKey(VK_F10, {VK_SHIFT});
-        ChooseFromAbove(4);
+        ChooseEntry(4); // "Přidat"
         WaitUntil("a sixth row", [&] { return RowCount(List()) == 6; });
     }
 
@@ -56,17 +56,55 @@ TEST_F(PartsList, PridatByTheKeyboardsMenuAddsNovy) {
 TEST_F(PartsList, TheMenuKeyOpensTheMenuToo) {
     SelectRow(1);
     PressKey(VK_APPS);
-    ChooseFromAbove(5);
+    ChooseEntry(5); // "Smazat"
     WaitForColumn(0, {"A", "C", "D", "120"});
 }
 
 TEST_F(PartsList, SmazatByTheMouseDeletesTheRowAndRenumbers) {
     SelectRow(1);
     Click(List(), RowPoint(List(), 1), MouseButton::kRight);
-    ClickEntry(WaitForPopupMenu(), 4, 2); // above four entries and two separators
+    ClickEntry(WaitForPopupMenu(), 4, 2); // below four entries and two separators
     WaitForColumn(0, {"A", "C", "D", "120"});
     EXPECT_EQ(Column(List(), 1), (Rows{"0001", "0002", "0003", "0004"}));
     WaitForText("the second panel", "Pozic: 4", [&] { return dorvak_.Positions(); });
+}
+
+// One part is changed, two are missing, one is new.
+TEST_F(PartsList, AnUpdateMarksAndSelectsWhatIsMissingAndControlDeleteRemovesIt) {
+    BuildTree(dorvak_, "\r\n0\tTop\r\n1\tA\tTop\r\n1\tA\tTop\r\n1\tC\tTop"
+                       "\r\n1\t120\tTop\r\n1\tE\tTop");
+    dorvak_.OpenPage(kEditPage);
+    dorvak_.Press(ID_Command39);
+    dorvak_.WaitForStatus("Aktualizovano: zmeneno 1, novych 1, chybi 2");
+    WaitForColumn(0, {"A", "B", "C", "D", "120", "E"});
+    EXPECT_EQ(Column(List(), kQuantity), (Rows{"2", "1", "1", "1", "1", "1"}));
+    for (int row = 0; row < 6; ++row) {
+        EXPECT_EQ(RowSelected(List(), row), row == 1 || row == 3) << row;
+    }
+    EXPECT_EQ(FocusedRow(List()), 1);
+    WaitForText("the balloon",
+                "2 vybrané řádky už nemají svůj díl ve stromu; smaže je Ctrl+Delete.",
+                [&] { return BalloonText(dorvak_.Process()); });
+    KeepPicture("list-update.png");
+
+    // The mark does not need the selection.
+    SelectRow(0);
+    const POINT in_d = RowPoint(List(), 3);
+    const RECT area{in_d.x, in_d.y - 4, in_d.x + 80, in_d.y + 4};
+    WaitUntil("the marked row's colour",
+              [&] { return ShowsColour(List(), area, RGB(0xFF, 0xE8, 0xBF)); });
+    KeepPicture("list-update-marks.png");
+    TellDpi(dorvak_.Window(), 144, {30, 20, 1100, 760});
+    Sleep(700); // until it is painted
+    KeepPicture("list-update-144.png");
+
+    Click(List(), RowPoint(List(), 1));
+    PressKey(VK_DOWN, {VK_SHIFT});
+    WaitUntil("two rows selected", [&] { return RowSelected(List(), 2); });
+    PressKey(VK_DELETE, {VK_CONTROL});
+    WaitForColumn(0, {"A", "D", "120", "E"});
+    EXPECT_EQ(Column(List(), 1), (Rows{"0001", "0002", "0003", "0004"}));
+    EXPECT_TRUE(RowSelected(List(), 1));
 }
 
 TEST_F(PartsList, ARightClickOpensOneMenuOnly) {

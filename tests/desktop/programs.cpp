@@ -178,14 +178,19 @@ void LeaveResult(int exit_code) {
     }
 }
 
-SettingKeeper::SettingKeeper() : configuration_(Read()), redrawing_(Read(kRedrawing)) {
-    Write({});
-    Write({}, kRedrawing);
+SettingKeeper::SettingKeeper()
+    : configuration_(Read()), redrawing_(Read(kRedrawing)), preview_open_(Read(kPreviewOpen)),
+      preview_place_(Read(kPreviewPlace)) {
+    for (const Setting& setting : {kConfiguration, kRedrawing, kPreviewOpen, kPreviewPlace}) {
+        Write({}, setting);
+    }
 }
 
 SettingKeeper::~SettingKeeper() {
     Write(configuration_);
     Write(redrawing_, kRedrawing);
+    Write(preview_open_, kPreviewOpen);
+    Write(preview_place_, kPreviewPlace);
 }
 
 std::optional<std::string> SettingKeeper::Read(const Setting& setting) {

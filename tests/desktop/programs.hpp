@@ -113,6 +113,8 @@ struct Setting {
 };
 inline constexpr Setting kConfiguration{L"Software\\Lumsek\\Pantrel", L"export"};
 inline constexpr Setting kRedrawing{L"Software\\Lumsek\\Tabulky", L"bez_prekreslovani"};
+inline constexpr Setting kPreviewOpen{L"Software\\Lumsek\\Tabulky", L"nahled"};
+inline constexpr Setting kPreviewPlace{L"Software\\Lumsek\\Tabulky", L"nahled_misto"};
 
 // The stored settings of the person who runs the tests: put away while one runs.
 class SettingKeeper {
@@ -130,6 +132,8 @@ class SettingKeeper {
   private:
     std::optional<std::string> configuration_;
     std::optional<std::string> redrawing_;
+    std::optional<std::string> preview_open_;
+    std::optional<std::string> preview_place_;
 };
 
 long long MillisecondsSince(Clock::time_point start);

@@ -18,7 +18,8 @@ constexpr int kParts = 22; // of the gearbox, counted by hand
 // Every button, by the page that it stands on.
 const std::vector<std::vector<int>> kButtons{
     {ID_Command3, ID_Command5, ID_Command4, ID_Command1, ID_Command2, ID_Command26},
-    {ID_Command12, ID_Command13, ID_Command14, ID_Command15, ID_Command17, ID_Command27},
+    {ID_Command12, ID_Command13, ID_Command14, ID_Command15, ID_Command17, ID_Command27,
+     ID_Command39},
     {ID_Command19, ID_Command11, ID_Command16, ID_Command30, ID_Command7, ID_Command6, ID_Check3,
      ID_Command8, ID_Command37, ID_Command40, ID_Command41},
     {ID_Command10, ID_Command9, ID_Command38},

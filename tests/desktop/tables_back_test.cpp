@@ -178,7 +178,7 @@ TEST_F(TablesBack, ARenameOfARowThatGoesMeanwhileChangesNoOther) {
     Click(list, {40, 100}, MouseButton::kRight);
     WaitForPopupMenu();
     for (int entry = 0; entry < 4; ++entry) {
-        PressKey(VK_UP); // to "Přidat", from below
+        PressKey(VK_DOWN); // to "Přidat"
     }
     PressKey(VK_RETURN);
     WaitUntil("the new row", [&] { return RowCount(list) == 1 || !reading(); });

@@ -1394,6 +1394,115 @@ class Person::Life {
                 "the deleting has left something else");
     }
 
+    void DeleteSelected() {
+        const Run run = Begin();
+        form().m_Smazat_vybrane.Click();
+        ListState expected = run.parts;
+        if (run.starts && std::erase_if(expected.rows, &RowState::selected) > 0) {
+            for (std::size_t row = 0; row < expected.rows.size(); ++row) {
+                expected.rows[row].texts[1] = FourDigits(row + 1);
+            }
+            RequireCountShown("the deleting of selected rows");
+            Good("selected rows deleted");
+        }
+        Require(SameRows(StateOf(form().ListView1).rows, expected.rows),
+                "the deleting of selected rows has left something else");
+    }
+
+    void SortParts() {
+        const Run run = Begin();
+        (Below(2) == 0 ? form().m_Seradit_jmeno : form().m_Seradit_material).Click();
+        const ListState after = StateOf(form().ListView1);
+        auto ids = Ids(after);
+        auto before = Ids(run.parts);
+        std::ranges::sort(ids);
+        std::ranges::sort(before);
+        Require(ids == before, "the sorting has other rows");
+        if (run.starts) {
+            RequireNumbered(after, "the sorting");
+            Good("sorted parts");
+        }
+    }
+
+    void FillKnown() {
+        const Run run = Begin();
+        form().m_Doplnit_zname.Click();
+        ListState expected = run.parts;
+        const ListState after = StateOf(form().ListView1);
+        Require(after.rows.size() == expected.rows.size(), "the filling in has other rows");
+        std::size_t filled = 0;
+        for (std::size_t row = 0; row < expected.rows.size() && run.starts; ++row) {
+            for (std::size_t field = 4; field <= 6; ++field) {
+                std::string& text = expected.rows[row].texts[field];
+                if (text.empty() && !after.rows[row].texts[field].empty()) {
+                    text = after.rows[row].texts[field];
+                    ++filled;
+                }
+            }
+        }
+        Require(SameRows(after.rows, expected.rows), "the filling in has changed what was there");
+        if (SaysExactly(run, "Doplneno bunek: " + std::to_string(filled)) && filled > 0) {
+            Good("known parts");
+        }
+    }
+
+    void UpdateList() {
+        ++fillings_;
+        const Run run = Begin();
+        const bool was_sorted = form().ListView1.Sorted();
+        form().Command39.Click();
+        const controls::TreeView& tree = form().TreeView1;
+        const std::vector<RowState> after = StateOf(form().ListView1).rows;
+        ListState expected = run.parts;
+        std::map<std::string, std::size_t> nodes;
+        std::map<std::string, std::size_t> rows;
+        std::set<std::string> parts;
+        for (std::size_t node = 1; node <= tree.Count(); ++node) {
+            ++nodes[tree.Node(node).text];
+            if (tree.Node(node).image == 2) {
+                parts.insert(tree.Node(node).text);
+            }
+        }
+        std::size_t highest = 0;
+        for (const RowState& row : expected.rows) {
+            ++rows[row.texts[0]];
+            const std::string digits =
+                row.texts[1].substr(0, row.texts[1].find_first_not_of("0123456789"));
+            highest = std::max<std::size_t>(highest, digits.empty() ? 0 : std::stoul(digits));
+        }
+        if (run.starts && tree.Count() > 0) {
+            for (RowState& row : expected.rows) {
+                if (parts.contains(row.texts[0]) && rows[row.texts[0]] == 1) {
+                    row.texts[2] = std::to_string(nodes[row.texts[0]]);
+                }
+            }
+            for (std::size_t node = 1; node <= tree.Count(); ++node) {
+                const auto& shown = tree.Node(node);
+                if (shown.checked && shown.image == 2 && !rows.contains(shown.text)) {
+                    rows[shown.text] = 1;
+                    RowState added;
+                    const auto position = static_cast<std::size_t>(++highest);
+                    added.texts = {shown.text,
+                                   FourDigits(position),
+                                   std::to_string(nodes[shown.text]),
+                                   "",
+                                   "",
+                                   "",
+                                   ""};
+                    expected.rows.push_back(added);
+                }
+            }
+            Require(form().ListView1.SourceNames() &&
+                        std::ranges::equal(*form().ListView1.SourceNames(), parts),
+                    "the update has not kept the tree's names");
+            RequireCountShown("the update");
+        }
+        if (!was_sorted) { // where a sorted list takes its new rows
+            Require(SameRows(after, expected.rows), "the update has left something else");
+            Good("updated list");
+        }
+    }
+
     controls::ComboBox& Picker(std::size_t picker) {
         return *std::array{&form().Combo1, &form().Combo2, &form().Combo3, &form().Combo4}.at(
             picker);
@@ -2083,12 +2192,15 @@ class Person::Life {
             return;
         }
         const bool has_row = (parts ? form().ListView1 : form().ListView3).CurrentRow().has_value();
+        const auto selected = static_cast<std::size_t>(
+            std::ranges::count(form().ListView1.Rows(), true, &controls::ListRow::selected));
         program_->message_boxes.answer = true;
         fillings_ += key.code == 'O' || key.code == 'Z' || key.code == 'Y' ? 1 : 0;
         action();
         if (key.code == 0x2D || key.code == 0x2E) {
             const std::size_t added = !key.repeated && key.code == 0x2D ? 1 : 0;
-            const std::size_t removed = !key.repeated && key.code == 0x2E && has_row ? 1 : 0;
+            const std::size_t gone = key.control ? selected : has_row ? 1 : 0;
+            const std::size_t removed = !key.repeated && key.code == 0x2E ? gone : 0;
             Require(form().ListView1.Count() + (parts ? removed : 0) ==
                             rows + (parts ? added : 0) &&
                         form().ListView3.Count() + (parts ? 0 : removed) ==
@@ -2502,6 +2614,10 @@ const std::vector<Person::Life::Doing>& Person::Life::Doings() {
         {1, "forgets a value", &Life::ForgetValue},
         {4, "Smazat", &Life::Delete},
         {8, "uses a picker", &Life::UsePicker},
+        {4, "Aktualizuj ze stromu", &Life::UpdateList},
+        {3, "Smazat vybrané", &Life::DeleteSelected},
+        {3, "Seřadit", &Life::SortParts},
+        {3, "Doplnit známé", &Life::FillKnown},
         {5, "Uložení tabulky", &Life::PressSave},
         {4, "Otevreni tabulky", &Life::PressOpen},
         {2, "puts a list file there", &Life::ForeignFile},

@@ -39,8 +39,9 @@ TEST(ClipboardCells, QuotedCellsHoldTabsLineBreaksAndQuotes) {
 }
 
 TEST(ClipboardCells, QuotesThatQuoteNothingAreTheCellsOwn) {
-    for (const std::string cell :
-         {"5\"", "\"", "\"\"", "\"Kolo\"", "\"Kolo\" velké", "\"Kolo", "a\"b\"", "\"a\"b\""}) {
+    for (const std::string& cell :
+         std::vector<std::string>{R"(5")", R"(")", R"("")", R"("Kolo")", R"("Kolo" velké)",
+                                  R"("Kolo)", R"(a"b")", R"("a"b")"}) {
         EXPECT_EQ(ClipboardCells(cell + "\tx\r\n"), (Rows{{cell, "x"}})) << cell;
         EXPECT_EQ(ClipboardCells("x\t" + cell), (Rows{{"x", cell}})) << cell;
     }

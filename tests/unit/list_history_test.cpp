@@ -72,6 +72,44 @@ TEST_F(History, BringsBackRowsChecksSelectionAndCurrentRow) {
     EXPECT_EQ(Look(list_), after);
 }
 
+TEST_F(History, BringsBackWhereTheRowsCameFrom) {
+    list_.SetSourceNames(controls::NameSet{"Hřídel"});
+    history_.Note("fill", ++runs_);
+    Do("update", [&] {
+        list_.SetSubItem(1, 1, "0001");
+        list_.SetSourceNames(controls::NameSet{"Kolo"});
+    });
+    history_.Undo();
+    EXPECT_EQ(*list_.SourceNames(), controls::NameSet{"Hřídel"});
+    history_.Redo();
+    EXPECT_EQ(*list_.SourceNames(), controls::NameSet{"Kolo"});
+    Do("Clear", [&] { list_.Clear(); });
+    history_.Undo();
+    EXPECT_EQ(*list_.SourceNames(), controls::NameSet{"Kolo"});
+    history_.Redo();
+    EXPECT_EQ(list_.SourceNames(), nullptr);
+}
+
+TEST_F(History, LeavesMarksOnTheRowsThatStay) {
+    Do("update", [&] {
+        list_.SetChecked(1, true);
+        list_.SetMarked(2, true);
+    });
+    Do("Smazat", [&] { list_.Remove(1); });
+    history_.Undo();
+    EXPECT_FALSE(list_.Row(1).marked);
+    EXPECT_TRUE(list_.Row(2).marked);
+    history_.Undo();
+    EXPECT_TRUE(list_.Row(2).marked);
+    list_.ClearMarks();
+    history_.Redo();
+    EXPECT_FALSE(list_.Row(2).marked);
+    list_.SetMarked(2, true);
+    Do("Smazat", [&] { list_.Remove(2); });
+    history_.Undo();
+    EXPECT_FALSE(list_.Row(2).marked) << "a row that comes back is none of those";
+}
+
 TEST_F(History, NamesWhatItTakesBackAndMakesAgain) {
     EXPECT_EQ(history_.UndoName(), std::nullopt);
     Do("Přidat", [&] { list_.Add("Novy"); });

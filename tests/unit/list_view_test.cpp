@@ -46,21 +46,30 @@ TEST(ListView, ASubItemWithoutAColumnIsAnInvalidPropertyValue) {
 
 TEST(ListView, EveryChangeRaisesTheRevision) {
     ListView list = ThreeColumns({"a"});
-    const std::vector<std::function<void()>> changes{[&] { list.Add("b"); },
-                                                     [&] { list.SetText(1, "c"); },
-                                                     [&] { list.SetSubItem(1, 1, "d"); },
-                                                     [&] { list.SetChecked(1, true); },
-                                                     [&] { list.SetSelected(1, true); },
-                                                     [&] { list.SetTag(1, "t"); },
-                                                     [&] { list.SelectAll(); },
-                                                     [&] { list.SelectOnly(1); },
-                                                     [&] { list.SetCurrentColumn(2); },
-                                                     [&] { list.WantFocus(); },
-                                                     [&] { list.SetCurrentRow(1); },
-                                                     [&] { list.SetSorted(1); },
-                                                     [&] { list.EnsureVisible(1); },
-                                                     [&] { list.Remove(1); },
-                                                     [&] { list.Clear(); }};
+    const std::vector<std::function<void()>> changes{
+        [&] { list.Add("b"); },
+        [&] { list.SetText(1, "c"); },
+        [&] { list.SetSubItem(1, 1, "d"); },
+        [&] { list.SetChecked(1, true); },
+        [&] { list.SetSelected(1, true); },
+        [&] { list.SetTag(1, "t"); },
+        [&] { list.SelectAll(); },
+        [&] { list.SelectOnly(1); },
+        [&] { list.SetCurrentColumn(2); },
+        [&] { list.WantFocus(); },
+        [&] { list.SetCurrentRow(1); },
+        [&] { list.SetSorted(1); },
+        [&] { list.EnsureVisible(1); },
+        [&] { list.SetMarked(1, true); },
+        [&] { list.ClearMarks(); },
+        [&] { list.SetSourceNames(controls::NameSet{"a"}); },
+        [&] {
+            list.Arrange({2, 1});
+        },
+        [&] { list.RemoveSelected(); },
+        [&] { list.Add("d"); },
+        [&] { list.Remove(1); },
+        [&] { list.Clear(); }};
     for (const auto& change : changes) {
         const auto before = list.Revision();
         change();
@@ -109,6 +118,45 @@ TEST(ListView, TheCurrentRowStaysTheSameRowWhenOthersAreRemoved) {
     list.Remove(1);
     EXPECT_EQ(list.CurrentRow(), 2U);
     EXPECT_EQ(list.Row(2).text, "c");
+}
+
+TEST(ListView, RowsComeIntoAnotherOrderAndStayTheSameRows) {
+    ListView list = ThreeColumns({"a", "b", "c"});
+    list.SetCurrentRow(1);
+    list.SetSelected(3, true);
+    list.SetMarked(2, true);
+    const auto id = list.Row(2).id;
+    list.Arrange({3, 1, 2});
+    EXPECT_EQ(Names(list), "c a b ");
+    EXPECT_EQ(list.CurrentRow(), 2U);
+    EXPECT_TRUE(list.Row(1).selected);
+    EXPECT_TRUE(list.Row(3).marked);
+    EXPECT_EQ(list.Row(3).id, id);
+}
+
+TEST(ListView, MarksAreNoContentAndNoSelection) {
+    ListView list = ThreeColumns({"a", "b"});
+    const auto content = list.ContentRevision();
+    const auto selection = list.SelectionRevision();
+    list.SetMarked(2, true);
+    EXPECT_TRUE(list.Row(2).marked);
+    list.ClearMarks();
+    EXPECT_FALSE(list.Row(2).marked);
+    EXPECT_EQ(list.ContentRevision(), content);
+    EXPECT_EQ(list.SelectionRevision(), selection);
+    EXPECT_EQ(ErrorOf([&] { list.SetMarked(3, true); }), 35600);
+}
+
+TEST(ListView, WhereRowsComeFromGoesWithThem) {
+    ListView list = ThreeColumns({"a"});
+    EXPECT_EQ(list.SourceNames(), nullptr);
+    list.SetSourceNames(controls::NameSet{"a", "b"});
+    ASSERT_NE(list.SourceNames(), nullptr);
+    const auto kept = list.SourceNames();
+    list.SetSourceNames(controls::NameSet{"b", "a"});
+    EXPECT_EQ(list.SourceNames(), kept) << "the same names are kept once";
+    list.Clear();
+    EXPECT_EQ(list.SourceNames(), nullptr);
 }
 
 TEST(ListView, RowsAreFoundByIdAndByTheFirstOfTheirName) {

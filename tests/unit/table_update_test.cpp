@@ -13,7 +13,7 @@ using tables::CellTexts;
 using tables::TableUpdate;
 using tables::UpdateOfTable;
 using tables::WantedTable;
-using Rows = std::vector<CellTexts>;
+using TableRows = std::vector<CellTexts>;
 
 const CellTexts kHeadings{"Pozice", "nazev", "Kusu", "rozmery", "Material", "Poznamka", "List"};
 const CellTexts kShaft{"1", "Hřídel", "2", "D25x120", "S235", "kalit", "2"};
@@ -22,7 +22,7 @@ const CellTexts kCover{"3", "Víko", "4", "", "", "", "3"};
 const CellTexts kEmpty{};
 
 // Of a list in the default column order.
-WantedTable WantedOf(Rows rows) {
+WantedTable WantedOf(TableRows rows) {
     return {.headings = kHeadings,
             .rows = std::move(rows),
             .fields = {1, 0, 2, 5, 4, 6, 3},
@@ -31,9 +31,9 @@ WantedTable WantedOf(Rows rows) {
 
 // What is done to the table, as far as `steps` allow. An added row comes with its texts, an empty
 // one with those above it up to one that is not.
-void Carry(const TableUpdate& update, Rows& table, std::size_t steps) {
+void Carry(const TableUpdate& update, TableRows& table, std::size_t steps) {
     for (std::size_t row = 0; row < update.added_rows.size(); ++row) {
-        const bool is_step = row == 0 || update.added_rows[row - 1] != CellTexts();
+        const bool is_step = row == 0 || !tables::IsEmpty(update.added_rows[row - 1]);
         if (is_step && steps-- == 0) {
             return;
         }
@@ -55,7 +55,7 @@ void Carry(const TableUpdate& update, Rows& table, std::size_t steps) {
     }
 }
 
-Rows Updated(Rows table, const WantedTable& wanted) {
+TableRows Updated(TableRows table, const WantedTable& wanted) {
     Carry(UpdateOfTable(table, wanted), table, SIZE_MAX);
     return table;
 }
@@ -65,12 +65,12 @@ std::size_t Steps(const TableUpdate& update) {
 }
 
 TEST(TableUpdate, OfATableThatIsRightIsNothing) {
-    const Rows table{kHeadings, kEmpty, kEmpty, kCover, kWheel, kShaft};
+    const TableRows table{kHeadings, kEmpty, kEmpty, kCover, kWheel, kShaft};
     EXPECT_EQ(Steps(UpdateOfTable(table, WantedOf({kShaft, kWheel, kCover}))), 0U);
 }
 
 TEST(TableUpdate, OfOneChangedTextIsOneCell) {
-    const Rows table{kHeadings, kEmpty, kCover, kWheel, kShaft};
+    const TableRows table{kHeadings, kEmpty, kCover, kWheel, kShaft};
     CellTexts wheel = kWheel;
     wheel[2] = "7";
     const TableUpdate update = UpdateOfTable(table, WantedOf({kShaft, wheel, kCover}));
@@ -82,29 +82,30 @@ TEST(TableUpdate, OfOneChangedTextIsOneCell) {
 }
 
 TEST(TableUpdate, AddsRowsUnderTheFreeOnes) {
-    const Rows table{kHeadings, kEmpty, kEmpty, kShaft};
+    const TableRows table{kHeadings, kEmpty, kEmpty, kShaft};
     const TableUpdate update = UpdateOfTable(table, WantedOf({kShaft, kWheel, kCover}));
-    EXPECT_EQ(update.added_rows, (Rows{kWheel, kCover}));
+    EXPECT_EQ(update.added_rows, (TableRows{kWheel, kCover}));
     EXPECT_EQ(update.new_row, 4);
     EXPECT_EQ(update.row_beside, 4);
     EXPECT_EQ(Steps(update), 2U);
     EXPECT_EQ(Updated(table, WantedOf({kShaft, kWheel, kCover})),
-              (Rows{kHeadings, kEmpty, kEmpty, kCover, kWheel, kShaft}));
+              (TableRows{kHeadings, kEmpty, kEmpty, kCover, kWheel, kShaft}));
 }
 
 TEST(TableUpdate, RemovesRowsUnderTheFreeOnes) {
-    const Rows table{kHeadings, kEmpty, kCover, kWheel, kShaft};
+    const TableRows table{kHeadings, kEmpty, kCover, kWheel, kShaft};
     const TableUpdate update = UpdateOfTable(table, WantedOf({kShaft}));
     EXPECT_EQ(update.removed_rows, (std::vector<int>{4, 3}));
     EXPECT_EQ(Steps(update), 2U);
-    EXPECT_EQ(Updated(table, WantedOf({kShaft})), (Rows{kHeadings, kEmpty, kShaft}));
+    EXPECT_EQ(Updated(table, WantedOf({kShaft})), (TableRows{kHeadings, kEmpty, kShaft}));
 }
 
 TEST(TableUpdate, OfATableOfAHeaderAloneAddsUnderIt) {
     const TableUpdate update = UpdateOfTable({kHeadings}, WantedOf({kShaft, kWheel}));
     EXPECT_EQ(update.new_row, 2);
     EXPECT_EQ(update.row_beside, 1);
-    EXPECT_EQ(Updated({kHeadings}, WantedOf({kShaft, kWheel})), (Rows{kHeadings, kWheel, kShaft}));
+    EXPECT_EQ(Updated({kHeadings}, WantedOf({kShaft, kWheel})),
+              (TableRows{kHeadings, kWheel, kShaft}));
     EXPECT_EQ(Steps(UpdateOfTable({kHeadings}, WantedOf({}))), 0U);
 }
 
@@ -112,26 +113,26 @@ TEST(TableUpdate, OfATableOfFreeRowsAloneAddsUnderThem) {
     const TableUpdate update = UpdateOfTable({kHeadings, kEmpty, kEmpty}, WantedOf({kShaft}));
     EXPECT_EQ(update.new_row, 4);
     EXPECT_EQ(update.row_beside, 3);
-    EXPECT_EQ(update.added_rows, (Rows{kShaft}));
+    EXPECT_EQ(update.added_rows, (TableRows{kShaft}));
 }
 
 TEST(TableUpdate, AnEmptyListLeavesTheFreeRows) {
     EXPECT_EQ(Updated({kHeadings, kEmpty, kCover, kWheel}, WantedOf({})),
-              (Rows{kHeadings, kEmpty}));
+              (TableRows{kHeadings, kEmpty}));
 }
 
 TEST(TableUpdate, AnEmptyListLeavesOneRowEmptiedWhereNoneIsFree) {
-    const Rows left = Updated({kHeadings, kCover, kWheel, kShaft}, WantedOf({}));
-    EXPECT_EQ(left, (Rows{kHeadings, kEmpty}));
+    const TableRows left = Updated({kHeadings, kCover, kWheel, kShaft}, WantedOf({}));
+    EXPECT_EQ(left, (TableRows{kHeadings, kEmpty}));
     EXPECT_EQ(Updated(left, WantedOf({})), left);
-    EXPECT_EQ(Updated({kHeadings, kShaft}, WantedOf({})), (Rows{kHeadings, kEmpty}));
+    EXPECT_EQ(Updated({kHeadings, kShaft}, WantedOf({})), (TableRows{kHeadings, kEmpty}));
 }
 
 TEST(TableUpdate, EmptyRowsFurtherDownAreNotFree) {
     EXPECT_EQ(
         Updated({kHeadings, kEmpty, kCover, kEmpty, kShaft}, WantedOf({kShaft, kWheel, kCover})),
-        (Rows{kHeadings, kEmpty, kCover, kWheel, kShaft}));
-    const Rows table{kHeadings, kCover, kEmpty, kShaft};
+        (TableRows{kHeadings, kEmpty, kCover, kWheel, kShaft}));
+    const TableRows table{kHeadings, kCover, kEmpty, kShaft};
     EXPECT_EQ(UpdateOfTable(table, WantedOf({kShaft})).removed_rows, (std::vector<int>{3, 2}));
 }
 
@@ -144,7 +145,7 @@ TEST(TableUpdate, ASizeIsRightWithTheDiameterSignToo) {
     note[5] = "Druhý";
     CellTexts note_with_sign = note;
     note_with_sign[5] = "øruhý";
-    EXPECT_EQ(Updated({kHeadings, note_with_sign}, WantedOf({note})), (Rows{kHeadings, note}))
+    EXPECT_EQ(Updated({kHeadings, note_with_sign}, WantedOf({note})), (TableRows{kHeadings, note}))
         << "it is no size";
 }
 
@@ -159,20 +160,21 @@ TEST(TableUpdate, ASizeIsWrittenWithTheSignWhereTheColumnHasIt) {
     CellTexts wheel_after = kWheel;
     wheel_after[3] = "ø90";
     EXPECT_EQ(Updated({kHeadings, with_sign}, wanted),
-              (Rows{kHeadings, kCover, wheel_after, shaft_after}));
+              (TableRows{kHeadings, kCover, wheel_after, shaft_after}));
     with_sign[3] = "10";
     with_sign[5] = "ø in a note"; // which is no size
-    EXPECT_EQ(Updated({kHeadings, with_sign}, wanted), (Rows{kHeadings, kCover, wheel, kShaft}));
+    EXPECT_EQ(Updated({kHeadings, with_sign}, wanted),
+              (TableRows{kHeadings, kCover, wheel, kShaft}));
     CellTexts heading = kHeadings;
     heading[3] = "ø";
-    EXPECT_EQ(Updated({heading, kCover}, wanted), (Rows{heading, kCover, wheel, kShaft}))
+    EXPECT_EQ(Updated({heading, kCover}, wanted), (TableRows{heading, kCover, wheel, kShaft}))
         << "a heading is no size";
 }
 
 TEST(TableUpdate, ThePositionIsComparedAsTheTableGivesIt) {
     CellTexts padded = kShaft;
     padded[0] = "0001";
-    EXPECT_EQ(Updated({kHeadings, padded}, WantedOf({kShaft})), (Rows{kHeadings, kShaft}));
+    EXPECT_EQ(Updated({kHeadings, padded}, WantedOf({kShaft})), (TableRows{kHeadings, kShaft}));
     CellTexts half = kShaft;
     half[0] = "2.5";
     CellTexts with_comma = half;
@@ -183,11 +185,11 @@ TEST(TableUpdate, ThePositionIsComparedAsTheTableGivesIt) {
 TEST(TableUpdate, EmptyRowsOfTheListStandInFreeRows) {
     // A column order without the position: a row without any text.
     const WantedTable wanted = WantedOf({kShaft, kEmpty, kEmpty});
-    const Rows once = Updated({kHeadings, kEmpty, kShaft}, wanted);
-    EXPECT_EQ(once, (Rows{kHeadings, kEmpty, kEmpty, kShaft}));
+    const TableRows once = Updated({kHeadings, kEmpty, kShaft}, wanted);
+    EXPECT_EQ(once, (TableRows{kHeadings, kEmpty, kEmpty, kShaft}));
     EXPECT_EQ(Updated(once, wanted), once);
     EXPECT_EQ(Updated({kHeadings, kCover, kWheel, kShaft}, wanted),
-              (Rows{kHeadings, kEmpty, kEmpty, kShaft}));
+              (TableRows{kHeadings, kEmpty, kEmpty, kShaft}));
 }
 
 TEST(TableUpdate, ARowIsNeverEmptyOnTheWay) {
@@ -215,17 +217,17 @@ TEST(TableUpdate, EndedAnywhereItIsCompletedByTheNext) {
     };
     int with_rows = 0;
     for (int round = 0; round < 400; ++round) {
-        Rows table{kHeadings};
+        TableRows table{kHeadings};
         table.resize(1 + below(3));
         for (std::size_t rows = below(5); rows > 0; --rows) {
             table.push_back(row());
         }
-        Rows list;
+        TableRows list;
         for (std::size_t rows = below(5); rows > 0; --rows) {
             list.push_back(row());
         }
         const WantedTable wanted = WantedOf(list);
-        const Rows whole = Updated(table, wanted);
+        const TableRows whole = Updated(table, wanted);
         const TableUpdate update = UpdateOfTable(table, wanted);
         with_rows += Steps(update) > update.cells.size() ? 1 : 0;
 
@@ -244,7 +246,7 @@ TEST(TableUpdate, EndedAnywhereItIsCompletedByTheNext) {
         ASSERT_EQ(Steps(UpdateOfTable(whole, wanted)), 0U) << "it is at rest";
 
         for (std::size_t steps = 0; steps < Steps(update); ++steps) {
-            Rows ended = table;
+            TableRows ended = table;
             Carry(update, ended, steps);
             ASSERT_EQ(Updated(ended, wanted), whole) << "round " << round << " step " << steps;
         }
@@ -260,7 +262,7 @@ TEST(TableWanted, TakesTheColumnOrderAndTheHeadingsOfTheConfiguration) {
     parts.rows = {{"name", "0012b", "4", "2", "S235", "D25", "two\r\nlines"}};
     const WantedTable wanted = TableWanted(parts, configuration, "ø");
     EXPECT_EQ(wanted.headings, (CellTexts{"a", "b", "c", "d", "e", "f", "two\nlines"}));
-    EXPECT_EQ(wanted.rows, (Rows{{"2", "12", "name", "two\nlines", "D25", "4", "S235"}}));
+    EXPECT_EQ(wanted.rows, (TableRows{{"2", "12", "name", "two\nlines", "D25", "4", "S235"}}));
     EXPECT_EQ(wanted.fields, (std::array<std::size_t, 7>{3, 1, 0, 6, 5, 2, 4}));
     EXPECT_EQ(wanted.diameter_sign, "ø");
 }

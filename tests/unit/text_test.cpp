@@ -18,6 +18,16 @@ TEST(Split, TakesASeparatorOfSeveralCharacters) {
     EXPECT_EQ(text::Split("a\r\nb\nc\r\n", "\r\n"), (Pieces{"a", "b\nc", ""}));
 }
 
+TEST(Escaped, HoldsEverythingInOneFieldOfALine) {
+    EXPECT_EQ(text::Escaped("a\tb\r\nc\\n"), R"(a\tb\r\nc\\n)");
+    for (const char* whole : {"", "\\", R"(\\)", "\t\n\r", R"(\t)", "Hřídel", R"(a\)"}) {
+        EXPECT_EQ(text::Unescaped(text::Escaped(whole)), whole);
+        EXPECT_EQ(text::Escaped(whole).find_first_of("\t\r\n"), std::string::npos);
+    }
+    EXPECT_EQ(text::Unescaped("a\\"), "a\\") << "one that nobody has escaped";
+    EXPECT_EQ(text::Unescaped("\\x"), "x");
+}
+
 TEST(TrimBlanks, RemovesBlanksOnly) {
     EXPECT_EQ(text::TrimBlanks("  a b  "), "a b");
     EXPECT_EQ(text::TrimBlanks("\r\n a"), "\r\n a");

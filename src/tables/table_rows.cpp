@@ -1,7 +1,6 @@
-#include "tables/cells.hpp"
+#include "tables/table_rows.hpp"
 
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 
 #include "automation/run_time_error.hpp"
@@ -9,6 +8,13 @@
 #include "text/text.hpp"
 
 namespace tables {
+
+namespace {
+
+// The name, then the fields by their numbers.
+constexpr std::size_t kFields = controls::kNote + 1;
+
+} // namespace
 
 int WholeNumber(double number) {
     const double rounded = std::nearbyint(number);
@@ -18,7 +24,7 @@ int WholeNumber(double number) {
     return static_cast<int>(rounded);
 }
 
-std::size_t FieldOfSlot(const std::string& slot, std::size_t fields) {
+std::size_t FieldOf(const std::string& slot) {
     const auto refuse = [&slot](automation::RunTimeError error) {
         return automation::WithReason(std::move(error), shell::NoColumnOfTheList(slot));
     };
@@ -30,18 +36,26 @@ std::size_t FieldOfSlot(const std::string& slot, std::size_t fields) {
         throw refuse(automation::InvalidPropertyValue());
     }
     const auto field = static_cast<std::size_t>(WholeNumber(*number));
-    if (field >= fields) {
+    if (field >= kFields) {
         throw refuse(automation::InvalidPropertyValue());
     }
     return field;
 }
 
-automation::Value CellValue(const PartTexts& part, const std::string& slot) {
-    const std::size_t field = FieldOfSlot(slot, part.size());
+automation::Value FieldValue(const PartTexts& part, std::size_t field) {
     if (field == controls::kPosition) {
         return text::LeadingNumber(part[field]);
     }
     return part[field];
+}
+
+automation::Value CellValue(const PartTexts& part, const std::string& slot) {
+    return FieldValue(part, FieldOf(slot));
+}
+
+int RowsForTheList(const Parts& parts, const Configuration& configuration) {
+    return WholeNumber(static_cast<double>(parts.rows.size()) + 1 +
+                       WholeNumber(configuration.free_rows));
 }
 
 } // namespace tables

@@ -1,8 +1,8 @@
-#include "partslist/data_files.hpp"
+#include "shell/data_files.hpp"
 
 #include <algorithm>
 
-namespace partslist {
+namespace shell {
 
 std::string DataFile(controls::Form1& form, const std::string& name) {
     return form.ports.files.DataFolder() + "\\" + name;
@@ -42,4 +42,4 @@ void KeepUnreadFile(controls::Form1& form, const std::string& name) {
     form.unread_files.erase(name);
 }
 
-} // namespace partslist
+} // namespace shell

@@ -4,7 +4,7 @@
 
 #include "controls/form1.hpp"
 
-namespace partslist {
+namespace shell {
 
 // The path that the file of that name is saved to.
 std::string DataFile(controls::Form1& form, const std::string& name);
@@ -16,4 +16,4 @@ std::string WithoutForbiddenCharacters(std::string name);
 // stays, under a name with its date.
 void KeepUnreadFile(controls::Form1& form, const std::string& name);
 
-} // namespace partslist
+} // namespace shell
