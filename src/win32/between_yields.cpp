@@ -173,7 +173,7 @@ void BetweenYields::TakeKeys() {
         }
         const bool with_alt = (HIWORD(message.lParam) & KF_ALTDOWN) != 0;
         if (message.message == WM_SYSKEYDOWN && message.wParam == VK_F4 && with_alt) {
-            SendMessageW(window_, WM_CLOSE, 0, 0);
+            SendMessageW(GetAncestor(message.hwnd, GA_ROOT), WM_CLOSE, 0, 0); // or the preview
             continue;
         }
         Key& key = keys_.emplace_back();
