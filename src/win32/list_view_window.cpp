@@ -742,13 +742,19 @@ bool ListViewWindow::OnDoubleClick(WPARAM w, LPARAM l) {
     return true;
 }
 
+// The column is in sight where it was pressed: scrolled further, something else would be there.
+void ListViewWindow::MakeCurrent(const std::optional<controls::Cell>& pressed) {
+    if (pressed) {
+        shown_column_ = pressed->column;
+        list_.SetCurrentColumn(pressed->column);
+    }
+}
+
 LRESULT ListViewWindow::OnButtonDown(UINT message, WPARAM w, LPARAM l) {
     const POINT at = PointOf(l);
     left_down_ = true;
     run_event_([this, at, shift = ShiftState(), cell = CellAt(at)] {
-        if (cell) {
-            list_.SetCurrentColumn(cell->column);
-        }
+        MakeCurrent(cell);
         list_.UserMouseDown(controls::kLeftButton, shift, at.x, at.y);
     });
     UINT flags = 0;
@@ -781,9 +787,7 @@ LRESULT ListViewWindow::OnRightButtonDown(LPARAM l) {
         SetItemState(ToItem(*row), LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
     }
     run_event_([this, at, shift = ShiftState(), cell = CellAt(at)] {
-        if (cell) {
-            list_.SetCurrentColumn(cell->column);
-        }
+        MakeCurrent(cell);
         list_.UserMouseDown(controls::kRightButton, shift, at.x, at.y);
     });
     return 0;

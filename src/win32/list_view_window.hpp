@@ -88,6 +88,7 @@ class ListViewWindow : public View {
     [[nodiscard]] std::optional<std::size_t> RowAt(POINT at, UINT* flags = nullptr) const;
     // The cell that a press of the mouse makes the current one.
     [[nodiscard]] std::optional<controls::Cell> CellAt(POINT at) const;
+    void MakeCurrent(const std::optional<controls::Cell>& pressed);
     void Toggle(std::size_t row);
     void PushSelection();
     void PushSelectedRows();
