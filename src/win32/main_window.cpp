@@ -273,9 +273,6 @@ app::Focus MainWindow::FocusOf(HWND window) const {
 
 // Only while nothing modal is open: boxes, menus and dialogs take their keys themselves.
 bool MainWindow::TakeKey(const MSG& message) {
-    if (IsNoPress(message)) {
-        return true;
-    }
     if (message.message != WM_KEYDOWN) {
         return false;
     }
@@ -348,7 +345,7 @@ void MainWindow::HandleMessage(MSG& message) {
     if (is_press && window_ != nullptr) {
         views_.StatusBar().HideBalloon();
     }
-    if (window_ != nullptr && (between_yields_.TakeStopKey(message) ||
+    if (window_ != nullptr && (between_yields_.TakeStopKey(message) || IsNoPress(message) ||
                                preview_.TakeMessage(message) || TakeKey(message))) {
         return;
     }
