@@ -431,7 +431,7 @@ std::optional<LRESULT> PreviewWindow::OnMessage(UINT message, WPARAM w, LPARAM l
         }
         return std::nullopt;
     case WM_SETFOCUS:
-        SetFocus(focused_);
+        SetFocus(IsWindowEnabled(focused_) != FALSE ? focused_ : hints_list_);
         return 0;
     case WM_MOUSEWHEEL:
     case WM_MOUSEHWHEEL:
