@@ -28,7 +28,8 @@ constexpr int kHintLines = 5;
 
 constexpr const char* kCurrentRowTip =
     "Ukáže tabulku, kterou by z aktuálního řádku udělalo Export 1 tabulky.";
-constexpr const char* kPutRightTip = "Opraví místo, o kterém mluví vybraná rada; Ctrl+Z to vrátí.";
+constexpr const char* kPutRightTip =
+    "Opraví místo, o kterém mluví vybraná rada; Ctrl+Z v nastavení to vrátí.";
 
 PreviewWindow* PreviewOf(HWND window) {
     return reinterpret_cast<PreviewWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
