@@ -348,6 +348,7 @@ void ComboBoxView::OnCommand(UINT code) {
     case CBN_DROPDOWN:
         open_ = true;
         chosen_ = false;
+        text_as_it_opened_ = ReadText(Window());
         if (combo_box_.DropDown) {
             run_event_([this] { controls::Raise(combo_box_.DropDown); });
         }
@@ -370,9 +371,11 @@ void ComboBoxView::ForgetMarked() {
     changed_by_person_ = true;
 }
 
+// A list that opens and closes again says the same as one from which something was taken.
 void ComboBoxView::Closed() {
     open_ = false;
-    if (std::exchange(chosen_, false) && combo_box_.Choose) {
+    const bool chosen = std::exchange(chosen_, false) && ReadText(Window()) != text_as_it_opened_;
+    if (chosen && combo_box_.Choose) {
         run_event_([this] { controls::Raise(combo_box_.Choose); });
     }
 }

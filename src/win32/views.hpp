@@ -161,6 +161,7 @@ class ComboBoxView : public View {
     std::uint64_t shown_removals_ = 0;
     bool open_ = false;
     bool chosen_ = false; // from the open list
+    std::string text_as_it_opened_;
     bool changed_by_person_ = false;
     bool refreshing_ = false;
 };

@@ -57,6 +57,18 @@ TEST_F(Layouts, AreReadFromADrawingKeptUnderANameAndChosenAgain) {
     Click(configuration);
     PressKey('Z', {VK_CONTROL});
     WaitForText("the configuration", taken, text);
+
+    // It stays where the list opens and closes again.
+    Click(FindWindowExW(picker, nullptr, L"Edit", nullptr));
+    const auto is_open = [&] { return Send(picker, CB_GETDROPPEDSTATE) != 0; };
+    PressKey(VK_F4);
+    WaitUntil("the list open", is_open);
+    PressKey(VK_F4);
+    WaitUntil("the list closed", [&] { return !is_open(); });
+    dorvak.OpenPage(kImportPage); // whatever was to be done is done
+    dorvak.OpenPage(kExportPage);
+    EXPECT_EQ(Text(picker), "Zakaznik");
+    EXPECT_EQ(text(), taken);
 }
 
 } // namespace
