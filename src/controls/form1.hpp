@@ -278,7 +278,8 @@ struct Form1 {
     // How often an action has written into a selected table of the drawing: one that reads or makes
     // a table meanwhile may have got a mixture.
     std::uint64_t table_writes = 0;
-    // How many actions are at work on a table that is not yet what it is to be.
+    // How many actions are at work on a table or, reading one, on a list that is not yet what it is
+    // to be.
     int tables_in_work = 0;
     // A list has been written into the drawing: its rows as texts, the name, then the fields by
     // their numbers.

@@ -217,6 +217,7 @@ void m_Doplnit_zname_Click(Form1& form) {
             for (const FilledCell& cell : cells) {
                 list.SetSubItem(cell.row, cell.field, cell.text);
             }
+            ListView1_Click(form);
             shell::stat(form, "Doplneno bunek: " + std::to_string(cells.size()));
         },
         [&form](const automation::RunTimeError& error) {

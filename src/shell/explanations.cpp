@@ -270,7 +270,7 @@ std::string TableFilledMeanwhile() {
 }
 
 std::string TableToUpdateInWork() {
-    return "Do tabulky právě zapisuje jiný příkaz. Aktualizujte ji, až skončí.";
+    return "S tabulkou právě pracuje jiný příkaz. Aktualizujte ji, až skončí.";
 }
 
 std::string TableChangedWhileUpdated() {

@@ -36,7 +36,8 @@ std::optional<catia::DrawingTable> SelectedTable(const catia::Selection& selecti
 std::optional<catia::DrawingTable> TableToFill(controls::Form1& form,
                                                const catia::Selection& selection);
 
-// Says for as long as it lives that a table is being made or filled: at a yield it is a mixture.
+// Says for as long as it lives that a table is being made or filled, or read into the list: at a
+// yield it, or the list, is a mixture.
 class TableInWork {
   public:
     explicit TableInWork(controls::Form1& form) : form_(form) { ++form_.tables_in_work; }

@@ -141,6 +141,7 @@ void LoadRows(Form1& form, const ReadTable& read) {
     if (form.tables_in_work > 0) { // read at a yield of what makes or fills it
         throw automation::WithReason(automation::InvalidProcedureCall(), shell::TableInWork());
     }
+    const TableInWork in_work(form); // the list that is empty meanwhile is nobody's wish
     form.rows_before_reading = form.ListView1.Rows();
     form.names_before_reading = form.ListView1.SourceNames();
     FillList(form, {});

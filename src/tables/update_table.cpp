@@ -188,7 +188,7 @@ std::string WithSign(int number) {
 // Whether the table is in the list's state now.
 bool UpdateTable(Form1& form, const WantedTable& wanted, bool without_redrawing,
                  const catia::DrawingTable& table) {
-    if (form.tables_in_work > 0) { // at a yield of what makes or fills it
+    if (form.tables_in_work > 0) { // at a yield of what makes, fills or reads it
         throw automation::WithReason(automation::InvalidProcedureCall(),
                                      shell::TableToUpdateInWork());
     }

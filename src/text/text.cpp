@@ -102,6 +102,8 @@ std::string WithLineFeeds(std::string_view whole) {
     std::string changed;
     for (const std::string_view piece : Split(whole, "\r\n")) {
         if (piece.data() != whole.data()) {
+            // More carriage returns before the pair would make a pair with the line feed.
+            changed.erase(changed.find_last_not_of('\r') + 1);
             changed += '\n';
         }
         changed += piece;

@@ -17,7 +17,8 @@ std::vector<std::string_view> Split(std::string_view whole, std::string_view sep
 // no line.
 std::vector<std::string_view> Lines(std::string_view file);
 
-// `whole` with every CR LF become LF: what a field can hold that is saved in such a file.
+// `whole` with every CR LF, and further CRs before it, become LF: what a field can hold that is
+// saved in such a file.
 std::string WithLineFeeds(std::string_view whole);
 
 // `whole` as one field of a line whose fields are separated by tabs: line feeds, carriage returns,

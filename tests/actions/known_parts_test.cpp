@@ -158,6 +158,17 @@ TEST_F(KnownPartsOfLists, FillEmptyCellsOfAllRowsAsOneStep) {
     EXPECT_EQ(Status(), "Doplneno bunek: 0");
 }
 
+TEST_F(KnownPartsOfLists, TheFieldsBesideTheListShowWhatWasFilledIn) {
+    AddPart();
+    SaveToFile();
+    list.SetSubItem(1, controls::kMaterial, "");
+    list.SetCurrentRow(1);
+    list.UserClick();
+    ASSERT_EQ(form.Combo1.Text(), "");
+    form.m_Doplnit_zname.Click();
+    EXPECT_EQ(form.Combo1.Text(), "11 600");
+}
+
 TEST_F(KnownPartsOfLists, OfNoPartFillNothing) {
     form.m_Doplnit_zname.Click();
     EXPECT_EQ(Status(), "") << "the list is empty";

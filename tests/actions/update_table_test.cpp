@@ -458,7 +458,7 @@ TEST_F(UpdateTable, ATableThatIsBeingWrittenIsNotUpdated) {
     int refused = 0;
     events.at_every_yield = [&] {
         Update();
-        refused += Explained().text == "Do tabulky právě zapisuje jiný příkaz. Aktualizujte ji, "
+        refused += Explained().text == "S tabulkou právě pracuje jiný příkaz. Aktualizujte ji, "
                                        "až skončí."
                        ? 1
                        : 0;
@@ -467,6 +467,24 @@ TEST_F(UpdateTable, ATableThatIsBeingWrittenIsNotUpdated) {
     EXPECT_EQ(refused, 4);
     EXPECT_EQ(session.DrawingAsText(), alone);
     EXPECT_EQ(Status(), "Vlozeni dat Ok");
+}
+
+TEST_F(UpdateTable, ATableThatIsBeingReadIntoTheListIsNotUpdated) {
+    Open(kTwoParts);
+    const std::string before = session.DrawingAsText();
+    int refused = 0;
+    events.at_every_yield = [&] { // the list is empty meanwhile
+        Update();
+        refused += form.StatusBar1.State() == ActionState::kFailed ? 1 : 0;
+    };
+    form.Command9.Click();
+    EXPECT_EQ(refused, 5);
+    EXPECT_EQ(session.DrawingAsText(), before);
+    EXPECT_EQ(list.Count(), 2U);
+    EXPECT_EQ(Status(), "Nacteni tabulky Ok");
+    events.at_every_yield = nullptr;
+    Update();
+    EXPECT_TRUE(Status().starts_with("Aktualizovano bunek: ")) << Status();
 }
 
 TEST_F(UpdateTable, ATableThatIsBeingUpdatedIsNotRead) {

@@ -160,6 +160,12 @@ TEST(WithLineFeeds, MakesOneOfEveryPairAndLeavesTheRest) {
     EXPECT_EQ(text::WithLineFeeds(""), "");
 }
 
+TEST(WithLineFeeds, LeavesNoPairBehind) {
+    EXPECT_EQ(text::WithLineFeeds("a\r\r\nb"), "a\nb");
+    EXPECT_EQ(text::WithLineFeeds("\r\r\r\n\r\r\n"), "\n\n");
+    EXPECT_EQ(text::WithLineFeeds("\r\ra\r\r"), "\r\ra\r\r");
+}
+
 TEST(WithSmallLetters, KnowsTheLettersOfCzechAndItsNeighbours) {
     EXPECT_EQ(text::WithSmallLetters("ABCXYZ abc 019 _[]@"), "abcxyz abc 019 _[]@");
     EXPECT_EQ(text::WithSmallLetters("PŘÍLIŠ ŽLUŤOUČKÝ KŮŇ ÚPĚL ĎÁBELSKÉ ÓDY"),
