@@ -36,13 +36,9 @@ bool ListHistory::SameContent(const ListRow& left, const ListRow& right) const {
     if (left.checked != right.checked || left.text != right.text || left.tag != right.tag) {
         return false;
     }
-    static const std::string kEmpty;
-    const auto field = [](const ListRow& row, std::size_t index) -> const std::string& {
-        return index < row.sub_items.size() ? row.sub_items[index] : kEmpty;
-    };
     const auto& columns = list_.Columns();
     for (std::size_t column = 1; column < columns.size(); ++column) {
-        if (!columns[column].empty() && field(left, column - 1) != field(right, column - 1)) {
+        if (!columns[column].empty() && SubItemOf(left, column) != SubItemOf(right, column)) {
             return false;
         }
     }

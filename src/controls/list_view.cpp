@@ -13,6 +13,10 @@ const std::string kEmpty;
 
 } // namespace
 
+const std::string& SubItemOf(const ListRow& row, std::size_t sub_item) {
+    return sub_item <= row.sub_items.size() ? row.sub_items[sub_item - 1] : kEmpty;
+}
+
 std::size_t ListView::Index(std::size_t row) const {
     if (row < 1 || row > rows_.size()) {
         throw automation::IndexOutOfBounds();
@@ -29,13 +33,11 @@ std::size_t ListView::SubIndex(std::size_t sub_item) const {
 
 const std::string& ListView::SubItem(std::size_t row, std::size_t sub_item) const {
     const ListRow& found = Row(row);
-    const std::size_t index = SubIndex(sub_item);
-    return index < found.sub_items.size() ? found.sub_items[index] : kEmpty;
+    return SubItemOf(found, SubIndex(sub_item) + 1);
 }
 
 const std::string& ListView::SortText(const ListRow& row) const {
-    const std::size_t index = *sorted_by_ - 1;
-    return index < row.sub_items.size() ? row.sub_items[index] : kEmpty;
+    return SubItemOf(row, *sorted_by_);
 }
 
 std::size_t ListView::Add(std::string text) {
@@ -289,9 +291,7 @@ void ListView::AppendAsText(const ListRow& row, std::string& lines) const {
             continue; // not for the person's eyes
         }
         lines += '\t';
-        if (column <= row.sub_items.size()) {
-            lines += text::ClipboardCell(row.sub_items[column - 1]);
-        }
+        lines += text::ClipboardCell(SubItemOf(row, column));
     }
     lines += "\r\n";
 }

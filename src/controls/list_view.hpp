@@ -21,6 +21,9 @@ struct ListRow {
     bool marked = false; // to be looked at; no part of the content
 };
 
+// A sub-item of a row, counted from 1; empty where it is absent.
+const std::string& SubItemOf(const ListRow& row, std::size_t sub_item);
+
 // A cell of a list: its row, counted from 1, and its column: 0 for the row's own text, else the
 // sub-item.
 struct Cell {

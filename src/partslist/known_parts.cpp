@@ -48,11 +48,6 @@ Places PlacesOf(const KnownParts& parts) {
     return places;
 }
 
-const std::string& FieldText(const controls::ListRow& row, std::size_t field) {
-    static const std::string kNone;
-    return field <= row.sub_items.size() ? row.sub_items[field - 1] : kNone;
-}
-
 // Each part of the list once, with what is known of it already.
 KnownParts Merged(const KnownParts& known, const Places& places,
                   const std::vector<KnownPart>& parts) {
@@ -108,9 +103,9 @@ bool Learn(KnownParts& known, const std::vector<KnownPart>& parts) {
 
 KnownPart PartOf(const controls::ListRow& row) {
     return {.name = row.text,
-            .material = FieldText(row, kMaterial),
-            .size = FieldText(row, kSize),
-            .note = FieldText(row, kNote)};
+            .material = controls::SubItemOf(row, kMaterial),
+            .size = controls::SubItemOf(row, kSize),
+            .note = controls::SubItemOf(row, kNote)};
 }
 
 std::vector<FilledCell> KnownCells(const KnownParts& known,
@@ -124,7 +119,8 @@ std::vector<FilledCell> KnownCells(const KnownParts& known,
         }
         const KnownPart& part = known[found->second];
         for (const KnownField& field : kKnownFields) {
-            if (FieldText(rows[row - 1], field.field).empty() && !(part.*field.text).empty()) {
+            if (controls::SubItemOf(rows[row - 1], field.field).empty() &&
+                !(part.*field.text).empty()) {
                 cells.push_back({row, field.field, part.*field.text});
             }
         }

@@ -17,13 +17,9 @@ namespace {
 using controls::ListRow;
 using structure::CountedPart;
 
-std::string FieldOf(const ListRow& row, std::size_t sub_item) {
-    return sub_item <= row.sub_items.size() ? row.sub_items[sub_item - 1] : std::string();
-}
-
 // The number that a position begins with; 0 where it is none, or one that nobody numbers up to.
 std::uint32_t PositionNumber(const ListRow& row) {
-    const std::string position = FieldOf(row, kPosition);
+    const std::string& position = controls::SubItemOf(row, kPosition);
     const std::string_view digits = text::TrimBlanks(position);
     std::uint32_t number = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
@@ -82,7 +78,7 @@ ListUpdate UpdatedList(const structure::CountedTree& tree, const controls::NameS
     ListUpdate update;
     update.rows.reserve(rows.size());
     for (const ListRow& row : rows) {
-        RowUpdate changed{.quantity = FieldOf(row, kQuantity)};
+        RowUpdate changed{.quantity = controls::SubItemOf(row, kQuantity)};
         const auto found = quantities.find(row.text);
         if (found == quantities.end()) {
             const bool was_there = before != nullptr && before->contains(row.text);

@@ -57,10 +57,9 @@ std::vector<std::size_t> OrderByMaterial(const std::vector<controls::ListRow>& r
     std::vector<OrderKey> keys;
     keys.reserve(rows.size());
     for (const controls::ListRow& row : rows) {
-        const std::string_view material =
-            kMaterial <= row.sub_items.size() ? row.sub_items[kMaterial - 1] : std::string_view();
-        keys.push_back({.is_last = text::TrimBlanks(material).empty(),
-                        .first = text::CzechOrderKey(text::TrimBlanks(material)),
+        const std::string_view material = text::TrimBlanks(controls::SubItemOf(row, kMaterial));
+        keys.push_back({.is_last = material.empty(),
+                        .first = text::CzechOrderKey(material),
                         .second = text::CzechOrderKey(row.text)});
     }
     return OrderOf(keys);

@@ -1,7 +1,6 @@
 #include "tables/layout.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -72,22 +71,6 @@ std::size_t LineBreakAt(std::string_view text, std::size_t at) {
         return 1;
     }
     return text[at] != '\r' ? 0 : text.substr(at + 1).starts_with('\n') ? 2 : 1;
-}
-
-// As CATIA writes a number into a cell.
-std::string NumberText(double number) {
-    constexpr int kDigits = 15;
-    std::array<char, 40> written{};
-    auto* const end = std::to_chars(written.data(), written.data() + written.size(), number,
-                                    std::chars_format::general, kDigits)
-                          .ptr;
-    std::string text(written.data(), end);
-    std::ranges::replace(text, 'e', 'E');
-    return text;
-}
-
-std::string TextOf(const automation::Value& value) {
-    return value.Is<double>() ? NumberText(value.AsReal()) : value.AsText();
 }
 
 // Only the first trouble is what the creation would end with.
@@ -161,7 +144,7 @@ std::string_view CellText(const TableLayout& layout, const PartTexts* part, int 
     if (*field != controls::kPosition) {
         return (*part)[*field];
     }
-    buffer = TextOf(FieldValue(*part, *field));
+    buffer = TextInCell(FieldValue(*part, *field));
     return buffer;
 }
 

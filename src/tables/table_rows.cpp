@@ -1,5 +1,8 @@
 #include "tables/table_rows.hpp"
 
+#include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -51,6 +54,20 @@ automation::Value FieldValue(const PartTexts& part, std::size_t field) {
 
 automation::Value CellValue(const PartTexts& part, const std::string& slot) {
     return FieldValue(part, FieldOf(slot));
+}
+
+std::string TextInCell(const automation::Value& value) {
+    if (!value.Is<double>()) {
+        return value.AsText();
+    }
+    constexpr int kDigits = 15;
+    std::array<char, 40> written{};
+    auto* const end = std::to_chars(written.data(), written.data() + written.size(), value.AsReal(),
+                                    std::chars_format::general, kDigits)
+                          .ptr;
+    std::string text(written.data(), end);
+    std::ranges::replace(text, 'e', 'E');
+    return text;
 }
 
 int RowsForTheList(const Parts& parts, const Configuration& configuration) {

@@ -23,6 +23,9 @@ std::size_t FieldOf(const std::string& slot);
 automation::Value FieldValue(const PartTexts& part, std::size_t field);
 automation::Value CellValue(const PartTexts& part, const std::string& slot);
 
+// What a cell shows of a value: CATIA makes a text of a number, with 15 digits at the most.
+std::string TextInCell(const automation::Value& value);
+
 // The header, the free rows, and a row for every part.
 int RowsForTheList(const Parts& parts, const Configuration& configuration);
 

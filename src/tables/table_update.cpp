@@ -93,11 +93,6 @@ CellTexts WrittenRow(const CellRules& rules, const CellTexts& row) {
     return written;
 }
 
-std::string TextInTable(const automation::Value& value) {
-    return value.Is<std::string>() ? text::WithLineFeeds(value.AsText())
-                                   : text::PlainDecimal(value.AsReal());
-}
-
 } // namespace
 
 bool IsEmpty(const CellTexts& row) {
@@ -116,7 +111,8 @@ WantedTable TableWanted(const Parts& parts, const Configuration& configuration,
     for (const PartTexts& part : parts.rows) {
         CellTexts& row = wanted.rows.emplace_back();
         for (std::size_t column = 0; column < kColumns; ++column) {
-            row.at(column) = TextInTable(CellValue(part, configuration.column_order.at(column)));
+            row.at(column) = text::WithLineFeeds(
+                TextInCell(CellValue(part, configuration.column_order.at(column))));
         }
     }
     return wanted;

@@ -87,8 +87,12 @@ UINT LayoutDpi() {
     return layout_dpi;
 }
 
+UINT LayoutDpiOf(UINT monitor_dpi) {
+    return platform::LayoutDpi(monitor_dpi, TextSize());
+}
+
 void NoteMonitorDpi(UINT monitor_dpi) {
-    layout_dpi = platform::LayoutDpi(monitor_dpi, TextSize());
+    layout_dpi = LayoutDpiOf(monitor_dpi);
 }
 
 com::Owned<HFONT> MessageFont(UINT monitor_dpi) {
@@ -96,7 +100,8 @@ com::Owned<HFONT> MessageFont(UINT monitor_dpi) {
     metrics.cbSize = sizeof metrics;
     SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, monitor_dpi);
     LOGFONTW& font = metrics.lfMessageFont; // a negative height is that of its letters
-    font.lfHeight = std::max<LONG>(font.lfHeight, -Scaled(kDesignFontHeight, LayoutDpi()));
+    font.lfHeight =
+        std::max<LONG>(font.lfHeight, -Scaled(kDesignFontHeight, LayoutDpiOf(monitor_dpi)));
     return com::Owned<HFONT>(CreateFontIndirectW(&font));
 }
 

@@ -41,6 +41,8 @@ using platform::Twips;
 
 // The DPI that the window is laid out for: its monitor's, times the person's "text size".
 UINT LayoutDpi();
+// The same for a window on a monitor of that DPI; reads the text size anew.
+UINT LayoutDpiOf(UINT monitor_dpi);
 // Says what the monitor's DPI is, and reads the text size anew.
 void NoteMonitorDpi(UINT monitor_dpi);
 

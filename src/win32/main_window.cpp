@@ -267,8 +267,9 @@ int MainWindow::Run() {
 app::Focus MainWindow::FocusOf(HWND window) const {
     return window == pages_.Control(ID_ListView1)   ? app::Focus::kPartsList
            : window == pages_.Control(ID_ListView3) ? app::Focus::kSheetList
-           : IsField(window)                        ? app::Focus::kField
-                                                    : app::Focus::kElsewhere;
+           : IsField(window) || preview_.Holds(window)
+               ? app::Focus::kField // with undo of its own, or none
+               : app::Focus::kElsewhere;
 }
 
 // Only while nothing modal is open: boxes, menus and dialogs take their keys themselves.
@@ -346,7 +347,7 @@ void MainWindow::HandleMessage(MSG& message) {
         views_.StatusBar().HideBalloon();
     }
     if (window_ != nullptr && (between_yields_.TakeStopKey(message) || IsNoPress(message) ||
-                               preview_.TakeMessage(message) || TakeKey(message))) {
+                               TakeKey(message) || preview_.TakeMessage(message))) {
         return;
     }
     if (window_ == nullptr || IsDialogMessageW(window_, &message) == FALSE) {

@@ -47,14 +47,6 @@ HWND CreateChild(HWND parent, const wchar_t* window_class, const wchar_t* text, 
                            GetModuleHandleW(nullptr), nullptr);
 }
 
-// The system's font for messages, which follows the person's text size by itself.
-com::Owned<HFONT> MessageFontOf(UINT monitor_dpi) {
-    NONCLIENTMETRICSW metrics{};
-    metrics.cbSize = sizeof metrics;
-    SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, monitor_dpi);
-    return com::Owned<HFONT>(CreateFontIndirectW(&metrics.lfMessageFont));
-}
-
 int LineHeight(HWND window, HFONT font) {
     const HDC screen = GetDC(window);
     const HGDIOBJ before = SelectObject(screen, font);
@@ -109,8 +101,10 @@ void PreviewWindow::Create() {
                               nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     monitor_dpi_ = GetDpiForWindow(window_);
     CreateControls();
-    const int width = stood ? win32::Pixels(before.width, LayoutDpiHere()) : Pixels(kUsualWidth);
-    const int height = stood ? win32::Pixels(before.height, LayoutDpiHere()) : Pixels(kUsualHeight);
+    const int width =
+        stood ? win32::Pixels(before.width, LayoutDpiOf(monitor_dpi_)) : Pixels(kUsualWidth);
+    const int height =
+        stood ? win32::Pixels(before.height, LayoutDpiOf(monitor_dpi_)) : Pixels(kUsualHeight);
     RECT place;
     GetWindowRect(window_, &place);
     const RECT inside = MovedIn({place.left, place.top, place.left + width, place.top + height});
@@ -145,14 +139,8 @@ void PreviewWindow::CreateControls() {
     focused_ = canvas_->Window();
 }
 
-// What the person's text size makes of the monitor's DPI, as in the main window.
-UINT PreviewWindow::LayoutDpiHere() const {
-    return static_cast<UINT>(MulDiv(static_cast<int>(monitor_dpi_), static_cast<int>(LayoutDpi()),
-                                    static_cast<int>(GetDpiForWindow(main_window_))));
-}
-
 int PreviewWindow::Pixels(int design_pixels) const {
-    return Scaled(design_pixels, LayoutDpiHere());
+    return Scaled(design_pixels, LayoutDpiOf(monitor_dpi_));
 }
 
 void PreviewWindow::LayOut() {
@@ -195,7 +183,7 @@ void PreviewWindow::Refresh() {
     ShowTable();
     const bool in_sight = IsIconic(main_window_) == FALSE;
     if ((IsWindowVisible(window_) != FALSE) != in_sight) {
-        ShowWindow(window_, in_sight ? SW_SHOWNOACTIVATE : SW_HIDE);
+        ShowWindow(window_, in_sight ? SW_SHOWNA : SW_HIDE); // maximised where it was
     }
     if (in_sight) {
         static_cast<void>(MatchTopmost());
@@ -226,9 +214,12 @@ void PreviewWindow::FollowMainWindow() {
     }
 }
 
+bool PreviewWindow::Holds(HWND window) const {
+    return window_ != nullptr && (window == window_ || IsChild(window_, window) != FALSE);
+}
+
 bool PreviewWindow::TakeMessage(MSG& message) const {
-    if (window_ == nullptr ||
-        (message.hwnd != window_ && IsChild(window_, message.hwnd) == FALSE)) {
+    if (!Holds(message.hwnd)) {
         return false;
     }
     if (IsDialogMessageW(window_, &message) == FALSE) {
@@ -473,16 +464,16 @@ void PreviewWindow::NotePlace() {
     controls::Preview& preview = form_.preview;
     preview.left = place.left;
     preview.top = place.top;
-    preview.width = Twips(place.right - place.left, LayoutDpiHere());
-    preview.height = Twips(place.bottom - place.top, LayoutDpiHere());
+    preview.width = Twips(place.right - place.left, LayoutDpiOf(monitor_dpi_));
+    preview.height = Twips(place.bottom - place.top, LayoutDpiOf(monitor_dpi_));
 }
 
 void PreviewWindow::SetFont() {
-    com::Owned<HFONT> font = MessageFontOf(monitor_dpi_);
+    com::Owned<HFONT> font = MessageFont(monitor_dpi_);
     for (const HWND control : {summary_, current_row_only_, hints_list_, put_right_}) {
         SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
     }
-    canvas_->SetDpi(monitor_dpi_, LayoutDpiHere(), font.get());
+    canvas_->SetDpi(monitor_dpi_, LayoutDpiOf(monitor_dpi_), font.get());
     const int line = LineHeight(window_, font.get());
     ListBox_SetItemHeight(hints_list_, 0, line);
     font_ = std::move(font);

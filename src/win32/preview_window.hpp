@@ -38,7 +38,9 @@ class PreviewWindow {
     void Refresh();
     // The main window's place among the others has changed.
     void FollowMainWindow();
-    // Handles a message that is the preview's or its controls'.
+    // Whether a window is the preview or one of its controls.
+    [[nodiscard]] bool Holds(HWND window) const;
+    // Handles a message that is theirs.
     bool TakeMessage(MSG& message) const;
     void Destroy();
 
@@ -59,7 +61,6 @@ class PreviewWindow {
     void NotePlace();
     [[nodiscard]] bool MatchTopmost() const;
     [[nodiscard]] int Pixels(int design_pixels) const;
-    [[nodiscard]] UINT LayoutDpiHere() const;
     std::shared_ptr<const tables::CharacterWidths> WidthsOf(const std::string& face);
     static LRESULT CALLBACK HintsProcedure(HWND list, UINT message, WPARAM w, LPARAM l, UINT_PTR id,
                                            DWORD_PTR self);

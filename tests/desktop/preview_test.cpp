@@ -83,8 +83,13 @@ TEST_F(Preview, FollowsWhatIsTypedAndItsHintsLeadToTheirPlaces) {
     EXPECT_TRUE(Text(configuration).ends_with("/vyska1;4.9"));
     EXPECT_FALSE(IsWindowEnabled(Control(preview, ID_Preview_PutRight)));
 
+    // The keys that are wanted everywhere are taken here too.
+    BringToFront(preview);
+    PressKey('2', {VK_CONTROL});
+    WaitUntil("the page of the list",
+              [&] { return IsWindowVisible(dorvak[ID_ListView1]) != FALSE; });
+
     // The current row alone.
-    dorvak.OpenPage(kEditPage);
     SelectRow(dorvak[ID_ListView1], 2);
     BringToFront(preview);
     Click(Control(preview, ID_Preview_CurrentRow), {10, 10});

@@ -267,6 +267,17 @@ TEST(TableWanted, TakesTheColumnOrderAndTheHeadingsOfTheConfiguration) {
     EXPECT_EQ(wanted.diameter_sign, "ø");
 }
 
+TEST(TableWanted, HasPositionsAsCatiaWritesThem) {
+    tables::Configuration configuration;
+    configuration.column_order[0] = "1";
+    tables::Parts parts;
+    parts.rows = {{"name", "100000000000000000000", "1", "", "", "", ""},
+                  {"name", "0012.5", "1", "", "", "", ""}};
+    const WantedTable wanted = TableWanted(parts, configuration, "ø");
+    EXPECT_EQ(wanted.rows.at(0)[0], "1E+20");
+    EXPECT_EQ(wanted.rows.at(1)[0], "12.5");
+}
+
 TEST(TableWanted, RefusesAColumnOrderThatTheListDoesNotHave) {
     constexpr long kTypeMismatch = 13;
     constexpr long kInvalidPropertyValue = 380;
