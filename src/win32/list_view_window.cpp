@@ -671,7 +671,9 @@ LRESULT ListViewWindow::OnEditMessage(UINT message, WPARAM w, LPARAM l) {
     }
     case WM_KILLFOCUS: {
         const LRESULT result = DefSubclassProc(edit, message, w, l);
-        TakeEdit();
+        if (w != 0) { // not where another program has it: the person looks something up there
+            TakeEdit();
+        }
         return result;
     }
     default:

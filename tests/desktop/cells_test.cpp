@@ -127,3 +127,26 @@ TEST_F(Cells, AreEditedByADoubleClickWhichDragsNothing) {
     PressKey(VK_LEFT);
     KeepPicture("cells-cursor-144.png");
 }
+
+TEST_F(Cells, StayOpenWhileThePersonLooksIntoAnotherProgram) {
+    SelectRow(List(), 0);
+    for (int step = 0; step < 4; ++step) {
+        PressKey(VK_RIGHT);
+    }
+    PressKey(VK_F2);
+    WaitForField("");
+    TypeText("S235");
+    WaitForField("S235");
+    const HWND other =
+        CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"another program", WS_POPUP | WS_VISIBLE, 0, 0,
+                        60, 60, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    BringToFront(other);
+    Sleep(300); // the field would close now
+    EXPECT_EQ(FieldText(), "S235");
+    DestroyWindow(other);
+    BringToFront(dorvak_.Window());
+    WaitUntil("the focus in the field",
+              [&] { return FocusedControl(dorvak_.Window()) == Field(); });
+    TypeText("JR\r");
+    WaitForText("the material", "S235JR", [&] { return Cell(List(), 0, kMaterial); });
+}
