@@ -272,6 +272,17 @@ app::Focus MainWindow::FocusOf(HWND window) const {
                : app::Focus::kElsewhere;
 }
 
+// An enter key that leads to another control writes nothing there while it is still held.
+bool MainWindow::IsHeldElsewhere(const MSG& message) {
+    if (message.message != WM_KEYDOWN || message.wParam != VK_RETURN) {
+        return false;
+    }
+    if (!IsRepeated(message)) {
+        enter_pressed_in_ = message.hwnd;
+    }
+    return message.hwnd != enter_pressed_in_;
+}
+
 // Only while nothing modal is open: boxes, menus and dialogs take their keys themselves.
 bool MainWindow::TakeKey(const MSG& message) {
     if (message.message != WM_KEYDOWN) {
@@ -346,8 +357,9 @@ void MainWindow::HandleMessage(MSG& message) {
     if (is_press && window_ != nullptr) {
         views_.StatusBar().HideBalloon();
     }
-    if (window_ != nullptr && (between_yields_.TakeStopKey(message) || IsNoPress(message) ||
-                               TakeKey(message) || preview_.TakeMessage(message))) {
+    if (window_ != nullptr &&
+        (between_yields_.TakeStopKey(message) || IsNoPress(message) || IsHeldElsewhere(message) ||
+         TakeKey(message) || preview_.TakeMessage(message))) {
         return;
     }
     if (window_ == nullptr || IsDialogMessageW(window_, &message) == FALSE) {

@@ -56,6 +56,7 @@ class MainWindow {
     void MakeOtherPages();
     void RunEvent(const std::function<void()>& event);
     void RunAtOnce(const std::function<void()>& event);
+    bool IsHeldElsewhere(const MSG& message);
     bool TakeKey(const MSG& message);
     [[nodiscard]] app::Focus FocusOf(HWND window) const;
     void KeepRecovery();
@@ -69,6 +70,7 @@ class MainWindow {
     UINT laid_out_dpi_ = 0; // that the window has its size and layout for; 0 where it has none
     bool may_be_outside_ = false; // of the monitors, while it is minimised
     bool person_moves_it_ = false;
+    HWND enter_pressed_in_ = nullptr;
     Layout layout_;
     Pages pages_;
     ControlViews views_;

@@ -77,6 +77,14 @@ TEST_F(Preview, FollowsWhatIsTypedAndItsHintsLeadToTheirPlaces) {
     });
     EXPECT_TRUE(IsWindowVisible(configuration));
 
+    // So does the enter key, which writes nothing there while it is held.
+    BringToFront(preview);
+    Send(configuration, EM_SETSEL, 0, 0);
+    HoldKey(VK_RETURN, 4);
+    WaitUntil("the place again", [&] { return SelectedText(configuration) == "4,9"; });
+    Sleep(200);
+    EXPECT_TRUE(Text(configuration).ends_with("\n/vyska1;4,9"));
+
     Click(Control(preview, ID_Preview_PutRight));
     WaitUntil("no hint any more", [&] { return Hints(preview).empty(); });
     WaitForSummary(preview, fewer + kOnPosition);
