@@ -185,6 +185,16 @@ std::string WithSign(int number) {
     return (number > 0 ? "+" : "") + std::to_string(number);
 }
 
+// Asks whether the table is to be updated although that is so; says so where it is not.
+bool IsWanted(Form1& form, const std::string& concern) {
+    const bool wanted =
+        form.ports.message_boxes.AskYesNo(concern + " Přesto tabulku aktualizovat?");
+    if (!wanted) {
+        shell::Refuse(form, "Aktualizace prerusena");
+    }
+    return wanted;
+}
+
 // Whether the table is in the list's state now.
 bool UpdateTable(Form1& form, const WantedTable& wanted, bool without_redrawing,
                  const catia::DrawingTable& table) {
@@ -201,12 +211,14 @@ bool UpdateTable(Form1& form, const WantedTable& wanted, bool without_redrawing,
     Updating updating(form, table);
     CellTexts header = updating.Read(1);
     if (header != wanted.headings &&
-        !form.ports.message_boxes.AskYesNo("Hlavička vybrané tabulky není ta z nastavení. Přesto "
-                                           "tabulku aktualizovat?")) {
-        shell::Refuse(form, "Aktualizace prerusena");
+        !IsWanted(form, "Hlavička vybrané tabulky není ta z nastavení.")) {
         return false;
     }
     const TableUpdate update = UpdateOfTable(updating.ReadOthers(std::move(header), rows), wanted);
+    if (wanted.rows.empty() && !update.removed_rows.empty() &&
+        !IsWanted(form, "Seznam je prázdný: z tabulky zmizí všechny řádky s díly.")) {
+        return false;
+    }
     if (!update.cells.empty() || !update.removed_rows.empty() || !update.added_rows.empty()) {
         const TableInWork in_work(form);
         WithoutRedrawing redrawing(form, table, without_redrawing);

@@ -191,12 +191,26 @@ TEST_F(UpdateTable, MissingPartsGoFromUnderTheFreeRows) {
     EXPECT_EQ(session.Log().back(), "DrawingTable.RemoveRow(4)");
 }
 
-TEST_F(UpdateTable, AnEmptyListLeavesTheHeaderAndTheFreeRows) {
+TEST_F(UpdateTable, AnEmptyListLeavesTheHeaderAndTheFreeRowsIfThatIsWanted) {
+    const std::string question = "Seznam je prázdný: z tabulky zmizí všechny řádky s díly. Přesto "
+                                 "tabulku aktualizovat?";
     Open(kTwoParts);
+    const Texts before = DrawnRows();
     list.Clear();
+    message_boxes.answer = false;
+    Update();
+    EXPECT_EQ(message_boxes.questions, Texts{question});
+    EXPECT_EQ(Status(), "Aktualizace prerusena");
+    EXPECT_EQ(DrawnRows(), before);
+    EXPECT_EQ(Writes(), 0U);
+
+    message_boxes.answer = true;
     Update();
     EXPECT_EQ(Status(), "Aktualizovano bunek: 0, radku: -2");
     EXPECT_EQ(DrawnRows(), (Texts{kHeaderRow, kFreeRow, kFreeRow}));
+    message_boxes.questions.clear();
+    Update();
+    EXPECT_TRUE(message_boxes.questions.empty()) << "there is nothing to lose";
     AddTwoParts(list);
     Update();
     EXPECT_EQ(Status(), "Aktualizovano bunek: 12, radku: +2");
