@@ -50,7 +50,8 @@ POINT PointOf(LPARAM l) {
 } // namespace
 
 ListViewWindow::ListViewWindow(HWND window, controls::ListView& list, Look look, RunEvent run_event)
-    : View(window), list_(list), look_(std::move(look)), run_event_(std::move(run_event)) {
+    : View(window), list_(list), look_(std::move(look)), run_event_(std::move(run_event)),
+      field_(window, [this](CellField::Wish wish) { OnFieldWish(wish); }) {
     const DWORD check_boxes = look_.check_boxes ? LVS_EX_CHECKBOXES : 0U;
     ListView_SetExtendedListViewStyle(Window(), LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER |
                                                     LVS_EX_LABELTIP | check_boxes);
@@ -83,7 +84,7 @@ ListViewWindow::ListViewWindow(HWND window, controls::ListView& list, Look look,
 
 ListViewWindow::~ListViewWindow() {
     list_.HitTest = nullptr;
-    CloseEdit();
+    field_.Close();
     RemoveWindowSubclass(Window(), WindowProcedure, kSubclass);
 }
 
@@ -109,7 +110,7 @@ void ListViewWindow::SetDpi(UINT dpi) {
     if (look_.whole_rows) {
         EndAfterWholeRow();
     }
-    PlaceEdit();
+    PlaceField();
 }
 
 void ListViewWindow::EndAfterWholeRow() const {
@@ -361,13 +362,13 @@ LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         if (fills) {
             FillWidth();
         }
-        PlaceEdit();
+        PlaceField();
         return result;
     }
     case WM_NOTIFY: {
         const LRESULT result = DefSubclassProc(Window(), message, w, l);
         if (reinterpret_cast<const NMHDR*>(l)->code == HDN_ITEMCHANGEDW) {
-            PlaceEdit(); // a column has another width
+            PlaceField(); // a column has another width
         }
         return result;
     }
@@ -378,17 +379,17 @@ LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         TakeEdit();
         break;
     case WM_COMMAND:
-        if (edit_ != nullptr && reinterpret_cast<HWND>(l) == edit_) {
+        if (field_.IsOpen() && reinterpret_cast<HWND>(l) == field_.Window()) {
             return 0; // Windows would take it for its own field
         }
         break;
     case LVM_GETEDITCONTROL:
-        return reinterpret_cast<LRESULT>(edit_);
+        return reinterpret_cast<LRESULT>(field_.Window());
     case LVM_CANCELEDITLABEL:
-        CloseEdit();
+        field_.Close();
         return 0;
     case kRenameMessage:
-        if (edit_ == nullptr && GetFocus() == Window()) {
+        if (!field_.IsOpen() && GetFocus() == Window()) {
             BeginEdit({w + 1, 0}, false);
         }
         return 0;
@@ -506,22 +507,14 @@ LRESULT ListViewWindow::OnKey(UINT message, WPARAM w, LPARAM l) {
     return result;
 }
 
-// Over the cell, and a little higher: its text keeps its height inside the border.
-void ListViewWindow::PlaceEdit() {
-    if (edit_ == nullptr) {
+void ListViewWindow::PlaceField() {
+    if (!field_.IsOpen()) {
         return;
     }
-    const auto row = list_.RowWithId(edited_.row_id);
-    if (!row || *row > shown_count_) {
-        return;
+    const auto row = list_.RowWithId(field_.Begun().row_id);
+    if (row && *row <= shown_count_) {
+        field_.Place(CellRect({*row, field_.Begun().column}));
     }
-    RECT place = CellRect({*row, edited_.column});
-    RECT client;
-    GetClientRect(Window(), &client);
-    place.right = std::min(place.right, client.right);
-    SendMessageW(edit_, WM_SETFONT, reinterpret_cast<WPARAM>(GetWindowFont(Window())), TRUE);
-    SetWindowPos(edit_, HWND_TOP, place.left, place.top, place.right - place.left,
-                 place.bottom - place.top + 1, SWP_NOACTIVATE | SWP_SHOWWINDOW);
 }
 
 void ListViewWindow::BeginEdit(const controls::Cell& cell, bool goes_on) {
@@ -531,76 +524,47 @@ void ListViewWindow::BeginEdit(const controls::Cell& cell, bool goes_on) {
     }
     ListView_EnsureVisible(Window(), ToItem(cell.row), FALSE);
     ShowColumn(cell.column);
-    SetFocus(Window());
-    edit_ = CreateWindowExW(0, WC_EDITW, com::Widen(list_.TextOf(cell)).c_str(),
-                            WS_CHILD | WS_BORDER | WS_CLIPSIBLINGS | ES_AUTOHSCROLL, 0, 0, 0, 0,
-                            Window(), nullptr, GetModuleHandleW(nullptr), nullptr);
-    if (edit_ == nullptr) {
-        return;
-    }
-    SetWindowSubclass(edit_, EditProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
-    edited_ = {list_.Row(cell.row).id, cell.column, ReadText(edit_), false};
     edit_goes_on_ = goes_on;
-    AccessibleNames().SetName(edit_, list_.Columns()[cell.column]);
-    SendMessageW(edit_, EM_SETLIMITTEXT, 0, 0);
-    PlaceEdit();
-    SendMessageW(edit_, EM_SETSEL, 0, -1);
-    SetFocus(edit_);
+    field_.Open({list_.Row(cell.row).id, cell.column, list_.TextOf(cell), false},
+                list_.Columns()[cell.column]);
+    PlaceField();
 }
 
 // A row that is gone has nothing to be edited any more.
 void ListViewWindow::FollowEditedRow() {
-    if (edit_ == nullptr) {
+    if (!field_.IsOpen()) {
         return;
     }
-    if (list_.RowWithId(edited_.row_id)) {
-        PlaceEdit();
+    if (list_.RowWithId(field_.Begun().row_id)) {
+        PlaceField();
     } else {
-        CloseEdit();
+        field_.Close();
     }
-}
-
-std::optional<controls::TypedCell> ListViewWindow::CloseEdit() {
-    const HWND edit = std::exchange(edit_, nullptr);
-    if (edit == nullptr) {
-        return std::nullopt;
-    }
-    controls::TypedCell typed = edited_;
-    typed.text = ReadText(edit);
-    const bool has_changed = typed.text != edited_.text;
-    if (GetFocus() == edit) {
-        SetFocus(Window());
-    }
-    AccessibleNames().Clear(edit);
-    DestroyWindow(edit);
-    typed.text = text::WithLineFeeds(typed.text);
-    return has_changed ? std::optional(typed) : std::nullopt;
 }
 
 void ListViewWindow::EndEdit() {
-    if (const auto typed = CloseEdit()) {
+    if (const auto typed = field_.Close()) {
         list_.UserEdit(*typed);
     }
 }
 
 void ListViewWindow::TakeEdit() {
-    if (const auto typed = CloseEdit()) {
+    if (const auto typed = field_.Close()) {
         run_event_([this, typed = *typed] { list_.UserEdit(typed); });
     }
 }
 
 // Also a text that is as it was: other rows may have other ones.
 void ListViewWindow::TakeEditForSelectedRows() {
-    controls::TypedCell typed = edited_;
-    typed.text = text::WithLineFeeds(ReadText(edit_));
+    controls::TypedCell typed = field_.Typed();
     typed.for_selected_rows = true;
-    CloseEdit();
+    field_.Close();
     run_event_([this, typed] { list_.UserEdit(typed); });
 }
 
 // Takes the text and opens the field over another cell, where there is one.
 void ListViewWindow::GoOn(controls::CellStep step) {
-    const controls::TypedCell from = edited_;
+    const controls::TypedCell from = field_.Begun();
     TakeEdit();
     const auto row = list_.RowWithId(from.row_id);
     const auto next =
@@ -620,78 +584,31 @@ void ListViewWindow::GoOn(controls::CellStep step) {
     BeginEdit(*next, true);
 }
 
-// Whether the key is the field's, and not that of the text in it.
-bool ListViewWindow::OnEditKey(WPARAM key, bool repeated) {
-    const bool control = GetKeyState(VK_CONTROL) < 0;
-    switch (key) {
-    case VK_RETURN:
-        if (repeated) {
-            return true;
-        }
-        if (control) {
-            TakeEditForSelectedRows();
-        } else if (edit_goes_on_) {
+void ListViewWindow::OnFieldWish(CellField::Wish wish) {
+    switch (wish) {
+    case CellField::Wish::kTake:
+        TakeEdit();
+        break;
+    case CellField::Wish::kEnter:
+        if (edit_goes_on_) {
             GoOn(controls::CellStep::kBelow);
         } else {
             TakeEdit();
         }
-        return true;
-    case VK_TAB:
-        GoOn(GetKeyState(VK_SHIFT) < 0 ? controls::CellStep::kPrevious : controls::CellStep::kNext);
-        return true;
-    case VK_ESCAPE:
-        CloseEdit();
-        return true;
-    case 'A':
-        if (control) {
-            SendMessageW(edit_, EM_SETSEL, 0, -1);
-        }
-        return control;
-    default:
-        return false;
-    }
-}
-
-LRESULT ListViewWindow::OnEditMessage(UINT message, WPARAM w, LPARAM l) {
-    const HWND edit = edit_;
-    switch (message) {
-    case WM_GETDLGCODE:
-        return DefSubclassProc(edit, message, w, l) | DLGC_WANTALLKEYS;
-    case WM_KEYDOWN:
-        if (OnEditKey(w, (HIWORD(l) & KF_REPEAT) != 0)) {
-            return 0;
-        }
         break;
-    case WM_CHAR: {
-        constexpr WPARAM kControlA = 1;
-        if (w == kControlA || w == L'\r' || w == L'\n' || w == L'\t') {
-            return 0; // the key has done it already
-        }
+    case CellField::Wish::kForSelectedRows:
+        TakeEditForSelectedRows();
+        break;
+    case CellField::Wish::kNext:
+        GoOn(controls::CellStep::kNext);
+        break;
+    case CellField::Wish::kPrevious:
+        GoOn(controls::CellStep::kPrevious);
+        break;
+    case CellField::Wish::kCancel:
+        field_.Close();
         break;
     }
-    case WM_KILLFOCUS: {
-        const LRESULT result = DefSubclassProc(edit, message, w, l);
-        if (w != 0) { // not where another program has it: the person looks something up there
-            TakeEdit();
-        }
-        return result;
-    }
-    default:
-        break;
-    }
-    return DefSubclassProc(edit, message, w, l);
-}
-
-LRESULT CALLBACK ListViewWindow::EditProcedure(HWND edit, UINT message, WPARAM w, LPARAM l,
-                                               UINT_PTR id, DWORD_PTR self) {
-    auto& list = *reinterpret_cast<ListViewWindow*>(self);
-    if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(edit, EditProcedure, id);
-        list.edit_ = list.edit_ == edit ? nullptr : list.edit_;
-    } else if (edit == list.edit_) {
-        return list.OnEditMessage(message, w, l);
-    }
-    return DefSubclassProc(edit, message, w, l);
 }
 
 void ListViewWindow::StepCell(controls::CellStep step) {

@@ -4,12 +4,13 @@
 //
 // Windows leaves the check boxes of virtual lists to the program, and its own drag detection
 // swallows the release of the mouse button; this file has what it takes for both. Windows edits
-// nothing but names: the field for a cell's text is this file's own, for names as well.
+// nothing but names in place; the field for all cells is the program's own.
 #pragma once
 
 #include <vector>
 
 #include "controls/list_view.hpp"
+#include "win32/cell_field.hpp"
 #include "win32/tool_tips.hpp"
 #include "win32/views.hpp"
 
@@ -60,19 +61,14 @@ class ListViewWindow : public View {
     void RaiseMouseUp(int button, POINT at);
     void DragOver(POINT at);
 
-    // The field over a cell. `goes_on`: the enter key takes the text and goes on to the row below.
+    // `goes_on`: the enter key takes the text and goes on to the row below.
     void BeginEdit(const controls::Cell& cell, bool goes_on);
-    void PlaceEdit();
+    void PlaceField();
     void FollowEditedRow();
-    // What was typed into it; nothing where it was not changed.
-    std::optional<controls::TypedCell> CloseEdit();
     void TakeEdit();
     void TakeEditForSelectedRows();
     void GoOn(controls::CellStep step);
-    bool OnEditKey(WPARAM key, bool repeated);
-    LRESULT OnEditMessage(UINT message, WPARAM w, LPARAM l);
-    static LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM w, LPARAM l, UINT_PTR id,
-                                          DWORD_PTR self);
+    void OnFieldWish(CellField::Wish wish);
     void StepCell(controls::CellStep step);
     void ShowColumn(std::size_t column) const;
     [[nodiscard]] RECT CellRect(const controls::Cell& cell) const;
@@ -124,8 +120,7 @@ class ListViewWindow : public View {
     std::wstring display_text_;
     ToolTip tool_tip_;
 
-    HWND edit_ = nullptr;        // the field, while it is open
-    controls::TypedCell edited_; // what it began with
+    CellField field_;
     bool edit_goes_on_ = false;
     std::size_t shown_column_ = 0;
 
