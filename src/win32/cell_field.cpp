@@ -14,7 +14,7 @@ namespace win32 {
 CellField::CellField(HWND list, std::function<void(Wish)> on_wish)
     : list_(list), on_wish_(std::move(on_wish)) {}
 
-void CellField::Open(const controls::TypedCell& cell, const std::string& name) {
+void CellField::Open(const controls::TypedCell& cell, const std::string& name, const RECT& place) {
     SetFocus(list_);
     window_ = CreateWindowExW(0, WC_EDITW, com::Widen(cell.text).c_str(),
                               WS_CHILD | WS_BORDER | WS_CLIPSIBLINGS | ES_AUTOHSCROLL, 0, 0, 0, 0,
@@ -27,6 +27,7 @@ void CellField::Open(const controls::TypedCell& cell, const std::string& name) {
     begun_.text = ReadText(window_); // as the field shows it
     AccessibleNames().SetName(window_, name);
     SendMessageW(window_, EM_SETLIMITTEXT, 0, 0);
+    Place(place); // before the text is selected: without a width its beginning would scroll away
     SendMessageW(window_, EM_SETSEL, 0, -1);
     SetFocus(window_);
 }

@@ -23,8 +23,8 @@ class CellField {
     CellField& operator=(const CellField&) = delete;
 
     // Opens over a cell of that text, with all of it selected and the focus. `name` is for programs
-    // that read aloud. It is in sight once it has its place.
-    void Open(const controls::TypedCell& cell, const std::string& name);
+    // that read aloud.
+    void Open(const controls::TypedCell& cell, const std::string& name, const RECT& place);
     // Over the cell, and a little higher: its text keeps its height inside the border.
     void Place(const RECT& cell);
 

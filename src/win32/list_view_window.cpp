@@ -526,8 +526,7 @@ void ListViewWindow::BeginEdit(const controls::Cell& cell, bool goes_on) {
     ShowColumn(cell.column);
     edit_goes_on_ = goes_on;
     field_.Open({list_.Row(cell.row).id, cell.column, list_.TextOf(cell), false},
-                list_.Columns()[cell.column]);
-    PlaceField();
+                list_.Columns()[cell.column], CellRect(cell));
 }
 
 // A row that is gone has nothing to be edited any more.

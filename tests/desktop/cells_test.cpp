@@ -54,6 +54,8 @@ TEST_F(Cells, AreEditedPastedAndFoundByKeyboard) {
     KeepPicture("cells-field.png");
     PressKey(VK_TAB, {VK_SHIFT});
     WaitForField("C45");
+    const auto beginning = static_cast<DWORD>(Send(Field(), EM_POSFROMCHAR, 0));
+    EXPECT_GE(static_cast<short>(LOWORD(beginning)), 0) << "scrolled out of sight";
     TypeText("nothing");
     PressKey(VK_ESCAPE);
     WaitForField("no field");
