@@ -872,8 +872,15 @@ void SaveScreenshot(const std::string& path, const std::optional<RECT>& part) {
     for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
         const RECT bounds = Place(*window);
         const HDC source = GetWindowDC(*window);
+        const HRGN shape = CreateRectRgn(0, 0, 0, 0); // of a balloon
+        if (GetWindowRgn(*window, shape) != ERROR) {
+            OffsetRgn(shape, bounds.left - place.left, bounds.top - place.top);
+            SelectClipRgn(memory, shape);
+        }
         BitBlt(memory, bounds.left - place.left, bounds.top - place.top, bounds.right - bounds.left,
                bounds.bottom - bounds.top, source, 0, 0, SRCCOPY);
+        SelectClipRgn(memory, nullptr);
+        DeleteObject(shape);
         ReleaseDC(*window, source);
     }
     SelectObject(memory, before);
