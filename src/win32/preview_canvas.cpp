@@ -494,7 +494,8 @@ void PreviewCanvas::PaintRow(HDC dc, int row, bool with_texts) const {
     }
 }
 
-// Letters too small to be read are a grey bar.
+// Letters too small to be read are a grey bar; on the ground of a text that does not fit it has
+// that text's colour.
 void PreviewCanvas::PaintText(HDC dc, const tables::LaidOutCell& cell, const RECT& box) const {
     const int left = box.left + std::max(Pixel(kTextMargin * scale_), 1);
     const double letters = cell.font_size * scale_;
@@ -504,7 +505,7 @@ void PreviewCanvas::PaintText(HDC dc, const tables::LaidOutCell& cell, const REC
         const RECT bar{left, Pixel(middle - letters / 2),
                        std::min<LONG>(Pixel(left + wide), box.right - 1),
                        std::max(Pixel(middle + letters / 2), Pixel(middle - letters / 2) + 1)};
-        FillWith(dc, bar, GetSysColor(COLOR_GRAYTEXT));
+        FillWith(dc, bar, cell.fits ? GetSysColor(COLOR_GRAYTEXT) : GetTextColor(dc));
         return;
     }
     TEXTMETRICW metrics{};
