@@ -225,6 +225,11 @@ int PreviewCanvas::Y(double millimetres) const {
 
 // Scale, bars and where the table stands, after any of what they depend on has changed.
 void PreviewCanvas::Arrange() {
+    if (layout_.rows == 0) { // half a number is typed: the next table stands as the last one did
+        SetBar(SB_HORZ, 0, 0, 0);
+        SetBar(SB_VERT, 0, 0, 0);
+        return;
+    }
     const double whole = WholeScale();
     if (zoom_ && *zoom_ <= whole) {
         zoom_.reset();
@@ -260,6 +265,9 @@ void PreviewCanvas::SetBar(int bar, double extent, double page, double at) const
 }
 
 void PreviewCanvas::ScrollBy(double right, double down) {
+    if (layout_.rows == 0) {
+        return;
+    }
     const double x = scroll_x_;
     const double y = scroll_y_;
     scroll_x_ += right;
@@ -332,6 +340,9 @@ void PreviewCanvas::OnWheel(int delta, bool with_control, bool sideways, POINT a
 
 // What stands under `about` stays there.
 void PreviewCanvas::Zoom(double factor, POINT about) {
+    if (layout_.rows == 0) {
+        return;
+    }
     const double x = (about.x - origin_x_) / scale_;
     const double y = (about.y - origin_y_) / scale_;
     const double before = scale_;
