@@ -1,13 +1,13 @@
 #!/bin/bash
 # Measures the program in its real window under Wine, on the simulated session: against a bare client
 # that makes the same calls, against the macro walk_and_table.vbs, against notepad's start; long
-# lists and large trees. Prints tables in Markdown. All of it takes half an hour; a section alone
-# some minutes.
+# lists, the preview and large trees. Prints tables in Markdown. All of it takes half an hour; a
+# section alone some minutes.
 #
 #     benchmarks/measure.sh [PAIRS] [SECTION...]
 #
 # PAIRS is the number of interleaved pairs of runs, 10 where nothing is said. The sections are
-# start, walk, table, read, update, sheets, macro, lists, trees and large.
+# start, walk, table, read, update, sheets, macro, lists, preview, trees and large.
 #
 # All of it runs on one processor, as the tests do: waking a process on another one takes longer than
 # the call itself, and how long varies from run to run.

@@ -27,6 +27,7 @@ constexpr auto kSections = std::to_array<Section>({
     {"sheets", measuring::Sheets},
     {"macro", measuring::Macro},
     {"lists", measuring::Lists},
+    {"preview", measuring::Preview},
     {"trees", measuring::Trees},
     {"large", measuring::LargeWalk},
 });

@@ -1,4 +1,4 @@
-// The start, long lists and large trees: what the program does without calls.
+// The start, long lists, the preview and large trees: what the program does without calls.
 #include <algorithm>
 #include <array>
 #include <filesystem>
@@ -256,6 +256,113 @@ void MeasureList(int rows, int runs) {
     }
 }
 
+// Preview -----------------------------------------------------------------------------------------
+
+// The program with so many parts, and its preview beside it.
+class OpenedPreview {
+  public:
+    explicit OpenedPreview(int rows);
+
+    [[nodiscard]] const DorvakWindow& Dorvak() const { return dorvak_; }
+    [[nodiscard]] HWND Canvas() const { return Control(preview_, ID_Preview_Canvas); }
+    [[nodiscard]] std::string Summary() const {
+        return Text(Control(preview_, ID_Preview_Summary));
+    }
+    [[nodiscard]] std::vector<std::string> Hints() const {
+        return ListBoxItems(Control(preview_, ID_Preview_Hints));
+    }
+    // From the input to the painted preview, whose line or hints say something else then.
+    [[nodiscard]] double TimeOf(const std::string& what, const std::function<void()>& input) const;
+    void ZoomToTheRealSize() const;
+
+  private:
+    // And no preview that an earlier run has left open.
+    static std::shared_ptr<ProgramFolder> FolderWithParts(int rows);
+
+    DorvakWindow dorvak_;
+    HWND preview_;
+};
+
+OpenedPreview::OpenedPreview(int rows) : dorvak_(FolderWithParts(rows), kExportPage) {
+    SetWindowPos(dorvak_.Window(), nullptr, 0, 40, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    WaitTightly("the list", [&] { return RowCount(dorvak_[ID_ListView1]) == rows; });
+    dorvak_.Press(ID_Command36);
+    preview_ = dorvak_.Process().WaitForWindow("DorvakNahled");
+}
+
+std::shared_ptr<ProgramFolder> OpenedPreview::FolderWithParts(int rows) {
+    auto folder = std::make_shared<ProgramFolder>();
+    const std::string written = WriteTemporary("list.txt", ListFile(MakeParts(rows)));
+    std::filesystem::copy_file(written, folder->Path("list.txt"));
+    SettingKeeper::Write({}, kPreviewOpen);
+    SettingKeeper::Write({}, kPreviewPlace);
+    return folder;
+}
+
+double OpenedPreview::TimeOf(const std::string& what, const std::function<void()>& input) const {
+    const std::string summary = Summary();
+    const std::vector<std::string> hints = Hints();
+    WaitUntilDone(dorvak_.Window(), dorvak_[ID_Text7]);
+    return GestureTime(Canvas(), dorvak_[ID_Text7], "the preview after " + what, input,
+                       [&] { return Summary() != summary || Hints() != hints; });
+}
+
+void OpenedPreview::ZoomToTheRealSize() const {
+    constexpr int kSteps = 60;
+    Send(Canvas(), WM_MOUSEWHEEL, MAKEWPARAM(MK_CONTROL, kSteps * WHEEL_DELTA), 0, kLong);
+    if ((GetWindowLongPtrW(Canvas(), GWL_STYLE) & WS_VSCROLL) == 0) {
+        throw std::runtime_error("the preview shows the whole table in its real size");
+    }
+}
+
+constexpr std::array kPreviewChanges{
+    "a letter that makes the rows higher, the whole table in sight",
+    "the same in the table's real size",
+    "a letter that changes a hint, in the real size",
+    "a row of the list deleted, in the real size",
+    "nothing: what measuring itself takes",
+};
+using PreviewTimes = std::array<std::vector<double>, kPreviewChanges.size()>;
+
+PreviewTimes MeasurePreviewOf(int rows, int runs) {
+    PreviewTimes times;
+    const OpenedPreview preview(rows);
+    const DorvakWindow& dorvak = preview.Dorvak();
+    const auto press = [&](const std::vector<WORD>& keys) {
+        return preview.TimeOf("key " + std::to_string(keys.back()), [&] { PressKeys(keys); });
+    };
+    const auto type_letters = [&](WORD letter, std::vector<double>& into) {
+        for (int run = 0; run < runs; ++run) {
+            into.push_back(press({letter}));
+            press({VK_BACK});
+        }
+    };
+    Click(dorvak[ID_Text2]);
+    PressKey(VK_END, {VK_CONTROL});
+    TypeText("\r/vyska2;7.3");
+    WaitForText("the configuration", "/vyska2;7.3", [&] {
+        const std::string text = Text(dorvak[ID_Text2]);
+        return text.substr(text.rfind('/'));
+    });
+    type_letters('5', times[0]);
+    preview.ZoomToTheRealSize();
+    type_letters('5', times[1]);
+    TypeText("\r/vyska2");
+    type_letters('X', times[2]);
+
+    dorvak.OpenPage(kEditPage);
+    Click(dorvak[ID_ListView1], RowPoint(dorvak[ID_ListView1], 3));
+    for (int run = 0; run < runs; ++run) {
+        times[3].push_back(press({VK_DELETE}));
+        press({VK_CONTROL, 'Z'});
+        times[4].push_back(GestureTime(
+            preview.Canvas(), dorvak[ID_Text7], "nothing", [] {},
+            [&] { return !preview.Summary().empty(); }));
+    }
+    return times;
+}
+
 // Trees -------------------------------------------------------------------------------------------
 
 // The structure text of a top product with so many assemblies of ten parts each.
@@ -351,6 +458,15 @@ void StartOfTheProgram(const Options& options) {
 void Lists(const Options& options) {
     MeasureList(2'000, options.pairs);
     MeasureList(100'000, std::min(options.pairs, 3));
+}
+
+void Preview(const Options& options) {
+    const PreviewTimes few = MeasurePreviewOf(500, options.pairs);
+    const PreviewTimes many = MeasurePreviewOf(10'000, options.pairs);
+    PrintHeadings({"to the painted preview", "500 rows", "10,000 rows"});
+    for (std::size_t i = 0; i < kPreviewChanges.size(); ++i) {
+        PrintRow({kPreviewChanges.at(i), Shown(SpreadOf(few.at(i))), Shown(SpreadOf(many.at(i)))});
+    }
 }
 
 void Trees(const Options& options) {

@@ -27,6 +27,8 @@ void Macro(const Options& options);
 
 // A click, all rows selected, typing ahead and a page down, against a bare control.
 void Lists(const Options& options);
+// From a letter typed, and from a change of the list, to the painted preview.
+void Preview(const Options& options);
 // The tree shown and its root unchecked; memory.
 void Trees(const Options& options);
 

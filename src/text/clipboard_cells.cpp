@@ -48,6 +48,13 @@ ReadCell ReadClipboardCell(std::string_view whole, std::size_t begin) {
     return ReadPlainCell(whole, begin);
 }
 
+// What is left of a text when blanks, quotes and the ends of cells and lines are gone.
+std::string BareText(std::string whole) {
+    std::erase_if(
+        whole, [](char c) { return std::string_view(" \t\r\n\"").find(c) != std::string::npos; });
+    return whole;
+}
+
 } // namespace
 
 std::string ClipboardCell(std::string_view cell) {
@@ -80,6 +87,11 @@ std::vector<std::vector<std::string>> ClipboardCells(std::string_view whole) {
         }
     }
     return rows;
+}
+
+std::string TextWithLineBreaks(std::string plain, std::string with_line_breaks) {
+    return BareText(plain) == BareText(with_line_breaks) ? std::move(with_line_breaks)
+                                                         : std::move(plain);
 }
 
 } // namespace text

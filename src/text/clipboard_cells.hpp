@@ -17,4 +17,9 @@ std::string ClipboardCell(std::string_view cell);
 // are the cell's own. Line breaks inside a cell are line feeds.
 std::vector<std::vector<std::string>> ClipboardCells(std::string_view whole);
 
+// The cells' text of the two that LibreOffice Calc offers: its plain one has blanks for the line
+// breaks inside cells, and no quotes; the other one has both. Where that is not the same text
+// otherwise, it is not taken.
+std::string TextWithLineBreaks(std::string plain, std::string with_line_breaks);
+
 } // namespace text

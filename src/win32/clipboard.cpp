@@ -1,8 +1,12 @@
 #include "win32/clipboard.hpp"
 
+#include <array>
 #include <cstring>
+#include <string_view>
+#include <utility>
 
 #include "com/utf.hpp"
+#include "text/clipboard_cells.hpp"
 
 namespace win32 {
 
@@ -35,6 +39,24 @@ class OpenedClipboard {
     bool opened_ = false;
 };
 
+// A text of the opened clipboard. Another program's format may lack the zero at its end.
+std::optional<std::string> ReadText(UINT format) {
+    const HANDLE data =
+        IsClipboardFormatAvailable(format) != FALSE ? GetClipboardData(format) : nullptr;
+    const auto* const wide =
+        data != nullptr ? static_cast<const wchar_t*>(GlobalLock(data)) : nullptr;
+    if (wide == nullptr) {
+        return std::nullopt;
+    }
+    const std::wstring_view all(wide, GlobalSize(data) / sizeof(wchar_t));
+    std::string text = com::Narrow(all.substr(0, all.find(L'\0')));
+    GlobalUnlock(data);
+    return text;
+}
+
+// What LibreOffice Calc calls its second text: by its type, and as its own programs show it.
+constexpr std::array kTextsWithLineBreaks{L"application/x-libreoffice-tsvc", L"Text TSV-Calc"};
+
 } // namespace
 
 bool PutOnClipboard(HWND owner, std::string_view text) {
@@ -58,14 +80,18 @@ bool PutOnClipboard(HWND owner, std::string_view text) {
 
 std::optional<std::string> TextOnClipboard(HWND owner) {
     const OpenedClipboard clipboard(owner);
-    if (!clipboard) {
-        return std::nullopt;
-    }
-    std::optional<std::string> text;
-    if (const HANDLE data = GetClipboardData(CF_UNICODETEXT); data != nullptr) {
-        if (const auto* wide = static_cast<const wchar_t*>(GlobalLock(data)); wide != nullptr) {
-            text = com::Narrow(wide);
-            GlobalUnlock(data);
+    return clipboard ? ReadText(CF_UNICODETEXT) : std::nullopt;
+}
+
+std::optional<std::string> CellsOnClipboard(HWND owner) {
+    const OpenedClipboard clipboard(owner);
+    auto text = clipboard ? ReadText(CF_UNICODETEXT) : std::nullopt;
+    for (const wchar_t* const name : kTextsWithLineBreaks) {
+        if (!text) {
+            break;
+        }
+        if (auto other = ReadText(RegisterClipboardFormatW(name))) {
+            return text::TextWithLineBreaks(std::move(*text), std::move(*other));
         }
     }
     return text;

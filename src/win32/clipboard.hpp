@@ -13,5 +13,8 @@ namespace win32 {
 bool PutOnClipboard(HWND owner, std::string_view text);
 // Nothing where no text stands on it.
 std::optional<std::string> TextOnClipboard(HWND owner);
+// The same for the cells of a spreadsheet: with the line breaks inside them, where they stand there
+// besides.
+std::optional<std::string> CellsOnClipboard(HWND owner);
 
 } // namespace win32

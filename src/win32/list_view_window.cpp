@@ -874,7 +874,8 @@ void ListViewWindow::DrawDropMark(const NMLVCUSTOMDRAW& draw) const {
     } else {
         line.top = line.bottom - 2;
     }
-    FillRect(draw.nmcd.hdc, &line, GetSysColorBrush(COLOR_HIGHLIGHT));
+    const int edge = HasItemState(item, LVIS_SELECTED) ? COLOR_HIGHLIGHTTEXT : COLOR_HIGHLIGHT;
+    FillRect(draw.nmcd.hdc, &line, GetSysColorBrush(edge));
 }
 
 // Marked rows have a warm ground and slanted letters, which stay where they are selected too.

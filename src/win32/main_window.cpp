@@ -124,7 +124,7 @@ MainWindow::MainWindow(controls::Form1& form, const app::RecoveryPace& pace)
         ShowPopupMenu(window_, form_, menu, PopupAnchor(place));
     };
     form_.copy_text = [this](const std::string& text) { return PutOnClipboard(window_, text); };
-    form_.pasted_text = [this] { return TextOnClipboard(window_); };
+    form_.pasted_text = [this] { return CellsOnClipboard(window_); };
     form_.show_save_dialog = [this](controls::FileDialog& dialog) {
         app::KeepRecoveryNow(form_);
         return ShowSaveDialog(window_, dialog);

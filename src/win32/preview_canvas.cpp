@@ -225,6 +225,11 @@ int PreviewCanvas::Y(double millimetres) const {
 
 // Scale, bars and where the table stands, after any of what they depend on has changed.
 void PreviewCanvas::Arrange() {
+    if (layout_.rows == 0) { // half a number is typed: the next table stands as the last one did
+        SetBar(SB_HORZ, 0, 0, 0);
+        SetBar(SB_VERT, 0, 0, 0);
+        return;
+    }
     const double whole = WholeScale();
     if (zoom_ && *zoom_ <= whole) {
         zoom_.reset();
@@ -260,6 +265,9 @@ void PreviewCanvas::SetBar(int bar, double extent, double page, double at) const
 }
 
 void PreviewCanvas::ScrollBy(double right, double down) {
+    if (layout_.rows == 0) {
+        return;
+    }
     const double x = scroll_x_;
     const double y = scroll_y_;
     scroll_x_ += right;
@@ -332,6 +340,9 @@ void PreviewCanvas::OnWheel(int delta, bool with_control, bool sideways, POINT a
 
 // What stands under `about` stays there.
 void PreviewCanvas::Zoom(double factor, POINT about) {
+    if (layout_.rows == 0) {
+        return;
+    }
     const double x = (about.x - origin_x_) / scale_;
     const double y = (about.y - origin_y_) / scale_;
     const double before = scale_;
@@ -494,7 +505,8 @@ void PreviewCanvas::PaintRow(HDC dc, int row, bool with_texts) const {
     }
 }
 
-// Letters too small to be read are a grey bar.
+// Letters too small to be read are a grey bar; on the ground of a text that does not fit it has
+// that text's colour.
 void PreviewCanvas::PaintText(HDC dc, const tables::LaidOutCell& cell, const RECT& box) const {
     const int left = box.left + std::max(Pixel(kTextMargin * scale_), 1);
     const double letters = cell.font_size * scale_;
@@ -504,7 +516,7 @@ void PreviewCanvas::PaintText(HDC dc, const tables::LaidOutCell& cell, const REC
         const RECT bar{left, Pixel(middle - letters / 2),
                        std::min<LONG>(Pixel(left + wide), box.right - 1),
                        std::max(Pixel(middle + letters / 2), Pixel(middle - letters / 2) + 1)};
-        FillWith(dc, bar, GetSysColor(COLOR_GRAYTEXT));
+        FillWith(dc, bar, cell.fits ? GetSysColor(COLOR_GRAYTEXT) : GetTextColor(dc));
         return;
     }
     TEXTMETRICW metrics{};

@@ -1,4 +1,7 @@
 // The cells of the parts list: edited in place, filled from a spreadsheet, looked through.
+#include <cstring>
+#include <string_view>
+
 #include "fixture.hpp"
 
 using namespace driver;
@@ -8,6 +11,17 @@ namespace {
 using Rows = std::vector<std::string>;
 
 constexpr int kSize = 5;
+
+// The text under a name of its own beside what stands on the clipboard, without a zero at its end.
+void AddToClipboard(const wchar_t* format, std::wstring_view text) {
+    const std::size_t size = text.size() * sizeof(wchar_t);
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
+    std::memcpy(GlobalLock(memory), text.data(), size);
+    GlobalUnlock(memory);
+    WaitUntil("the clipboard", [] { return OpenClipboard(nullptr) != FALSE; });
+    SetClipboardData(RegisterClipboardFormatW(format), memory);
+    CloseClipboard();
+}
 
 class Cells : public DesktopTest {
   protected:
@@ -92,6 +106,13 @@ TEST_F(Cells, AreEditedPastedAndFoundByKeyboard) {
     WaitForField("Čep");
     PressKey(VK_F3);
     WaitForField("no field");
+
+    // One cell with a line break in it, as LibreOffice Calc gives it.
+    SelectRow(List(), 3);
+    PutTextOnClipboard("Čep\nM8");
+    AddToClipboard(L"application/x-libreoffice-tsvc", L"\"Čep\nM8\"");
+    PressKey('V', {VK_CONTROL});
+    WaitForColumn(List(), 0, {"101", "0012", "1-2\nb", "Čep\nM8"});
 }
 
 TEST_F(Cells, AreEditedByADoubleClickWhichDragsNothing) {

@@ -32,6 +32,10 @@ std::string SelectedText(HWND edit) {
     return Text(edit).substr(LOWORD(selection), HIWORD(selection) - LOWORD(selection));
 }
 
+bool HasVerticalBar(HWND window) {
+    return (GetWindowLongPtrW(window, GWL_STYLE) & WS_VSCROLL) != 0;
+}
+
 void KeepPaintedPicture(const std::string& file_name) {
     if (std::getenv("PICTURES") != nullptr) {
         Sleep(700);
@@ -90,6 +94,21 @@ TEST_F(Preview, FollowsWhatIsTypedAndItsHintsLeadToTheirPlaces) {
     WaitForSummary(preview, fewer + kOnPosition);
     EXPECT_TRUE(Text(configuration).ends_with("/vyska1;4.9"));
     EXPECT_FALSE(IsWindowEnabled(Control(preview, ID_Preview_PutRight)));
+
+    // A number that is none while it is typed takes neither the zoom nor the place.
+    const HWND canvas = Control(preview, ID_Preview_Canvas);
+    EXPECT_FALSE(HasVerticalBar(canvas));
+    Send(canvas, WM_MOUSEWHEEL, MAKEWPARAM(MK_CONTROL, 20 * WHEEL_DELTA));
+    EXPECT_TRUE(HasVerticalBar(canvas));
+    Click(configuration);
+    PressKey(VK_END, {VK_CONTROL});
+    TypeText("\r/vyska2;6.8x");
+    WaitUntil("no table", [&] { return !HasVerticalBar(canvas); });
+    PressKey(VK_BACK);
+    WaitForSummary(preview, fewer + kOnPosition);
+    EXPECT_TRUE(HasVerticalBar(canvas));
+    Send(canvas, WM_MOUSEWHEEL, MAKEWPARAM(MK_CONTROL, static_cast<WORD>(-20 * WHEEL_DELTA)));
+    EXPECT_FALSE(HasVerticalBar(canvas));
 
     // The keys that are wanted everywhere are taken here too.
     BringToFront(preview);

@@ -8,6 +8,7 @@ namespace {
 
 using text::ClipboardCell;
 using text::ClipboardCells;
+using text::TextWithLineBreaks;
 using Rows = std::vector<std::vector<std::string>>;
 
 TEST(ClipboardCells, LinesAreRowsAndTabsSeparateCells) {
@@ -74,6 +75,43 @@ TEST(ClipboardCells, EveryCellComesBackAsItWas) {
     }
     EXPECT_EQ(ClipboardCells(line + "\r\n"), all);
     EXPECT_EQ(ClipboardCells(line), all);
+}
+
+// Both texts as LibreOffice Calc 7.4 puts them on the clipboard, of cells that are texts.
+TEST(ClipboardCells, CalcsSecondTextKeepsLineBreaksThatItsPlainOneLacks) {
+    const std::string plain = "Jmeno\tkusů\tMaterial\n"
+                              "0012\t007\t1-2\t=A1\t6,8\n"
+                              "Hřídel „ě“ ŮŇ\t2\t+5\t'x\t-3\n"
+                              "kalit popustit\t1\ta b c\t\"Kolo\"\t5\"\n"
+                              "trailing  \t3\t  leading\t1e5\t12/5\n"
+                              "\"\"\t5\tx\"y z\"\t\"a\" b\t1 000\n"
+                              "'\t9\t'0012\t\"\t\"\"\"x\n"
+                              "''y\t8\t\t \tend \n";
+    const std::string quoted = "Jmeno\tkusů\tMaterial\n"
+                               "0012\t007\t1-2\t=A1\t6,8\n"
+                               "Hřídel „ě“ ŮŇ\t2\t+5\t'x\t-3\n"
+                               "\"kalit\npopustit\"\t1\t\"a\nb\nc\"\t\"Kolo\"\t5\"\n"
+                               "trailing  \t3\t  leading\t1e5\t12/5\n"
+                               "\"\"\t5\t\"x\"\"y\nz\"\"\"\t\"a\" b\t1 000\n"
+                               "'\t9\t'0012\t\"\t\"\"\"x\n"
+                               "''y\t8\t\t \t\"end\n\"\n";
+    EXPECT_EQ(ClipboardCells(TextWithLineBreaks(plain, quoted)),
+              (Rows{{"Jmeno", "kusů", "Material"},
+                    {"0012", "007", "1-2", "=A1", "6,8"},
+                    {"Hřídel „ě“ ŮŇ", "2", "+5", "'x", "-3"},
+                    {"kalit\npopustit", "1", "a\nb\nc", "\"Kolo\"", "5\""},
+                    {"trailing  ", "3", "  leading", "1e5", "12/5"},
+                    {"\"\"", "5", "x\"y\nz\"", "\"a\" b", "1 000"},
+                    {"'", "9", "'0012", "\"", "\"\"\"x"},
+                    {"''y", "8", "", " ", "end\n"}}));
+    // One cell alone: its plain text looks like two rows.
+    EXPECT_EQ(ClipboardCells(TextWithLineBreaks("a\nb", "\"a\nb\"")), (Rows{{"a\nb"}}));
+}
+
+TEST(ClipboardCells, ASecondTextThatIsAnotherOneIsNotTaken) {
+    EXPECT_EQ(TextWithLineBreaks("a\tb", "c\td"), "a\tb");
+    EXPECT_EQ(TextWithLineBreaks("a\tb", ""), "a\tb");
+    EXPECT_EQ(TextWithLineBreaks("C45", "㑃5"), "C45") << "in another encoding";
 }
 
 TEST(ClipboardCells, ManyRowsAndStrayQuotesTakeNoTime) {
