@@ -1,6 +1,7 @@
 // GuidePictures FOLDER: goes the road of the guide in the real windows, and leaves its pictures in
 // the folder.
 #include <algorithm>
+#include <array>
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -108,7 +109,7 @@ class Road {
         album_.Take("seznam", dorvak_.Window());
 
         const HWND list = dorvak_[ID_ListView1];
-        constexpr const char* kShafts[] = {"Hřídel vstupní", "Hřídel", "Hřídel výstupní"};
+        constexpr std::array kShafts{"Hřídel vstupní", "Hřídel", "Hřídel výstupní"};
         int sheet = 1;
         for (const char* shaft : kShafts) {
             const int row = RowNamed(list, shaft);
