@@ -1,5 +1,8 @@
 #include "app/keys.hpp"
 
+#include "app/form_events.hpp"
+#include "shell/guide.hpp"
+
 namespace app {
 
 namespace {
@@ -9,6 +12,7 @@ using controls::Form1;
 
 constexpr std::size_t kStructurePage = 0;
 constexpr std::size_t kPartsPage = 1;
+constexpr std::size_t kExportPage = 2;
 constexpr std::size_t kSheetsPage = 4;
 
 void ShowPage(Form1& form, std::size_t page) {
@@ -69,6 +73,8 @@ Event<> ActionOfControlKey(Form1& form, const Key& key, Focus focus) {
         return nullptr;
     }
     const bool sheets = form.SSTab1.Tab() == kSheetsPage;
+    // A field has undo of its own, and the preview none.
+    const bool undoes = focus != Focus::kField && focus != Focus::kPreview;
     switch (key.code) {
     case key_codes::kDelete:
         return focus == Focus::kPartsList ? Choose(form.m_Smazat_vybrane) : nullptr;
@@ -77,10 +83,9 @@ Event<> ActionOfControlKey(Form1& form, const Key& key, Focus focus) {
     case 'O':
         return Press(form.Command27);
     case 'Z':
-        return focus == Focus::kField ? nullptr : Choose(sheets ? form.m_Sheet_zpet : form.m_Zpet);
+        return undoes ? Choose(sheets ? form.m_Sheet_zpet : form.m_Zpet) : nullptr;
     case 'Y':
-        return focus == Focus::kField ? nullptr
-                                      : Choose(sheets ? form.m_Sheet_znovu : form.m_Znovu);
+        return undoes ? Choose(sheets ? form.m_Sheet_znovu : form.m_Znovu) : nullptr;
     case 'F':
         return FindInList(form, controls::Find::kAsk);
     case 'V':
@@ -90,7 +95,18 @@ Event<> ActionOfControlKey(Form1& form, const Key& key, Focus focus) {
     }
 }
 
+Event<> ShowGuide(Form1& form, Focus focus) {
+    const std::size_t page = focus == Focus::kPreview ? kExportPage : form.SSTab1.Tab();
+    return [&form, page] {
+        Dispatch(
+            form, [&form, page] { shell::ShowGuide(form, page); }, "Příručka");
+    };
+}
+
 Event<> ActionOfPress(Form1& form, const Key& key, Focus focus) {
+    if (key.code == key_codes::kF1 && !key.control && !key.shift) {
+        return ShowGuide(form, focus);
+    }
     if (key.control) {
         return ActionOfControlKey(form, key, focus);
     }

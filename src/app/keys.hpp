@@ -3,6 +3,7 @@
 //
 //   Ctrl+Tab, Ctrl+Shift+Tab   the next page, the one before
 //   Ctrl+1 to Ctrl+5           a page
+//   F1                         the guide, at the page of the tab that is shown
 //   F5                         "Načtení stromu", on its page
 //   Ctrl+S                     "Uložení  tabulky"
 //   Ctrl+O                     "Otevreni tabulky"
@@ -23,6 +24,7 @@ namespace key_codes {
 inline constexpr int kTab = 0x09;
 inline constexpr int kInsert = 0x2D;
 inline constexpr int kDelete = 0x2E;
+inline constexpr int kF1 = 0x70;
 inline constexpr int kF3 = 0x72;
 inline constexpr int kF5 = 0x74;
 } // namespace key_codes
@@ -35,7 +37,7 @@ struct Key {
     bool repeated = false; // held since it was pressed
 };
 
-enum class Focus { kPartsList, kSheetList, kField, kElsewhere };
+enum class Focus { kPartsList, kSheetList, kField, kPreview, kElsewhere };
 
 // What a key that is pressed there stands for; nothing where it is the control's own. With Alt no
 // key is taken: Czech keyboards write characters with Ctrl and Alt. A key that is held presses

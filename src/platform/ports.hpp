@@ -147,6 +147,16 @@ class Computer {
     virtual std::vector<Fact> Facts() = 0;
 };
 
+// The guide that comes with the program.
+class Guide {
+  public:
+    virtual ~Guide() = default;
+
+    // Opens one of its pages, named without an ending, for the person to read. Raises 53 (file not
+    // found) where it is not there.
+    virtual void Show(std::string_view page) = 0;
+};
+
 enum class Answer { kYes, kNo, kCancel };
 enum class AfterFailedSave { kTryAgain, kChooseFile, kCloseWithoutSaving };
 
@@ -225,6 +235,7 @@ struct Ports {
     Clock& clock;
     Log& log;
     Computer& computer;
+    Guide& guide;
 };
 
 } // namespace platform

@@ -393,4 +393,10 @@ std::string LinesSkipped(std::size_t lines, std::size_t first) {
            ": neznámý nadřízený, opakovaná cesta nebo chybějící pole.";
 }
 
+std::string GuideIsMissing() {
+    return "Vedle programu chybí složka prirucka s příručkou. Nainstalujte Dorvak znovu, nebo "
+           "rozbalte "
+           "celý soubor ZIP.";
+}
+
 } // namespace shell

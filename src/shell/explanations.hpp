@@ -78,4 +78,7 @@ std::string NewerListLoaded(const std::string& loaded, const std::string& kept);
 // The question about what the run before has left behind, from a time of day ("14:32").
 std::string RestoreQuestion(const std::string& time, std::size_t rows);
 
+// The guide does not stand beside the program.
+std::string GuideIsMissing();
+
 } // namespace shell

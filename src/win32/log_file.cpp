@@ -1,12 +1,12 @@
 #include "win32/log_file.hpp"
 
-#include <array>
 #include <utility>
 
 #include <windows.h>
 
 #include "com/owned.hpp"
 #include "com/utf.hpp"
+#include "win32/explorer.hpp"
 
 namespace win32 {
 
@@ -73,19 +73,7 @@ void LogFile::Write(std::string_view line) {
 
 void LogFile::ShowFolder() {
     MakeFolder(); // the shell shows another one where it is not there
-    std::array<wchar_t, MAX_PATH> windows{};
-    GetWindowsDirectoryW(windows.data(), static_cast<UINT>(windows.size()));
-    const std::wstring explorer = std::wstring(windows.data()) + L"\\explorer.exe";
-    std::wstring command = L"\"" + explorer + L"\" \"" + com::Widen(folder_) + L"\"";
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION process{};
-    if (CreateProcessW(explorer.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                       nullptr, &start, &process) == FALSE) {
-        throw automation::FileNotFound();
-    }
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
+    OpenInExplorer(com::Widen(folder_));
 }
 
 std::string LogFolder(const std::string& otherwise) {

@@ -5,6 +5,7 @@
 #include "win32/computer.hpp"
 #include "win32/data_folder.hpp"
 #include "win32/files.hpp"
+#include "win32/guide_pages.hpp"
 #include "win32/log_file.hpp"
 #include "win32/main_window.hpp"
 #include "win32/other_programs.hpp"
@@ -64,8 +65,9 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     win32::SystemClock clock;
     win32::LogFile log(win32::LogFolder(data_folder->path));
     win32::ThisComputer computer;
+    win32::GuidePages guide(win32::ProgramFolder());
     controls::Form1 form({desktop, settings, events, servers, programs, number_format,
-                          message_boxes, files, code_page, clock, log, computer});
+                          message_boxes, files, code_page, clock, log, computer, guide});
 
     win32::MainWindow window(form, PaceOf(GetCommandLineW()));
     const com::MessageFilterRegistration message_filter(window.Watch());

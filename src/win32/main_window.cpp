@@ -267,9 +267,9 @@ int MainWindow::Run() {
 app::Focus MainWindow::FocusOf(HWND window) const {
     return window == pages_.Control(ID_ListView1)   ? app::Focus::kPartsList
            : window == pages_.Control(ID_ListView3) ? app::Focus::kSheetList
-           : IsField(window) || preview_.Holds(window)
-               ? app::Focus::kField // with undo of its own, or none
-               : app::Focus::kElsewhere;
+           : preview_.Holds(window)                 ? app::Focus::kPreview
+           : IsField(window)                        ? app::Focus::kField
+                                                    : app::Focus::kElsewhere;
 }
 
 // An enter key that leads to another control writes nothing there while it is still held.

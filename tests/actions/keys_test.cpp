@@ -89,10 +89,10 @@ TEST_F(Keys, AreTheseAndNoOthers) {
         bool shift;
         bool in_field;
     };
-    std::vector<Taken> taken{{0x09, true, false, true}, {0x09, true, true, true},
-                             {'S', true, false, true},  {'O', true, false, true},
-                             {'Z', true, false, false}, {'Y', true, false, false},
-                             {0x74, false, false, true}};
+    std::vector<Taken> taken{{0x09, true, false, true},  {0x09, true, true, true},
+                             {'S', true, false, true},   {'O', true, false, true},
+                             {'Z', true, false, false},  {'Y', true, false, false},
+                             {0x70, false, false, true}, {0x74, false, false, true}};
     for (const int digit : {0x31, 0x32, 0x33, 0x34, 0x35}) {
         taken.push_back({digit, true, false, true});
         taken.push_back({digit, true, true, true});
@@ -166,6 +166,63 @@ TEST_F(Keys, F5ReadsTheStructureAndShowsItsPage) {
     EXPECT_EQ(Status(), "Sestav: 5 Partu: 24");
     EXPECT_EQ(form.TreeView1.Count(), 29U);
     EXPECT_EQ(form.SSTab1.Tab(), 0U);
+}
+
+TEST_F(Keys, F1OpensTheGuideAtThePageOfTheTabThatIsShown) {
+    const Key help{.code = app::key_codes::kF1};
+    Texts expected;
+    for (const std::size_t page : {0U, 1U, 2U, 3U, 4U}) {
+        form.SSTab1.UserClick(page);
+        EXPECT_TRUE(Press(help, page == 1 ? Focus::kPartsList : Focus::kField));
+        expected.push_back(
+            (Texts{"strom", "editace-tabulky", "export-tabulky", "import-tabulky", "sheet"})[page]);
+    }
+    EXPECT_EQ(guide.pages, expected);
+    EXPECT_EQ(Status(), "");
+    EXPECT_TRUE(message_boxes.shown.empty());
+    EXPECT_TRUE(Press({.code = app::key_codes::kF1, .repeated = true}));
+    EXPECT_EQ(guide.pages, expected) << "held, it opens nothing more";
+}
+
+TEST_F(Keys, InThePreviewAreThoseOfAFieldAndF1ShowsThePageOfTheExport) {
+    for (int code = 1; code < 256; ++code) {
+        for (const bool control : {false, true}) {
+            for (const bool shift : {false, true}) {
+                const Key key{.code = code, .control = control, .shift = shift};
+                EXPECT_EQ(static_cast<bool>(app::ActionOfKey(form, key, Focus::kPreview)),
+                          static_cast<bool>(app::ActionOfKey(form, key, Focus::kField)))
+                    << code;
+            }
+        }
+    }
+    form.SSTab1.UserClick(4);
+    Press({.code = app::key_codes::kF1}, Focus::kPreview);
+    EXPECT_EQ(guide.pages, Texts{"export-tabulky"});
+}
+
+TEST_F(Keys, F1SaysWhereTheGuideIsNotThere) {
+    guide.error = automation::FileNotFound();
+    Press({.code = app::key_codes::kF1});
+    EXPECT_EQ(Status(), "Prirucka neni vedle programu");
+    EXPECT_EQ(form.StatusBar1.ShownExplanation().text,
+              "Vedle programu chybí složka prirucka s příručkou. Nainstalujte Dorvak znovu, nebo "
+              "rozbalte celý soubor ZIP.");
+    EXPECT_EQ(form.StatusBar1.State(), controls::ActionState::kNone);
+    guide.error = automation::RunTimeError(70, "Permission denied");
+    Press({.code = app::key_codes::kF1});
+    EXPECT_EQ(Status(), "70 Permission denied");
+    EXPECT_EQ(form.StatusBar1.State(), controls::ActionState::kFailed);
+    EXPECT_TRUE(message_boxes.shown.empty());
+}
+
+// What runs goes on: the guide is read meanwhile.
+TEST_F(Keys, F1DuringAnActionDisturbsNothing) {
+    Open(testing_support::kSampleProduct);
+    events.at_yield[2] = [this] { Press({.code = app::key_codes::kF1}); };
+    Press({.code = app::key_codes::kF5});
+    EXPECT_EQ(guide.pages, Texts{"strom"});
+    EXPECT_EQ(Status(), "Sestav: 5 Partu: 24");
+    EXPECT_EQ(form.StatusBar1.State(), controls::ActionState::kDone);
 }
 
 TEST_F(Keys, AKeyThatIsHeldPressesOnceAndIsTakenAllTheSame) {

@@ -152,3 +152,18 @@ TEST_F(Preview, StandsAgainWhereItStoodAndGoesWithItsButton) {
     WaitUntil("the preview closed", [&] { return IsWindowVisible(preview) == FALSE; });
     EXPECT_EQ(SettingKeeper::Read(kPreviewOpen), "0");
 }
+
+// The tests' copy of the program has no guide beside it.
+TEST_F(Preview, AsksForTheGuideByF1AsTheWindowDoes) {
+    const DorvakWindow dorvak;
+    const HWND preview = OpenPreview(dorvak);
+    BringToFront(preview);
+    PressKey(VK_F1);
+    dorvak.WaitForStatus("Prirucka neni vedle programu");
+    dorvak.OpenPage(kStructurePage);
+    dorvak.Press(ID_Command26);
+    dorvak.WaitForStatus("Spusteni Catie = False");
+    Click(dorvak[ID_Text1]);
+    PressKey(VK_F1);
+    dorvak.WaitForStatus("Prirucka neni vedle programu");
+}

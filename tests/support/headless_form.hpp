@@ -229,6 +229,19 @@ struct FixedComputer : platform::Computer {
     std::vector<platform::Fact> Facts() override { return {{"Windows", "11"}, {"Jazyk", "cs"}}; }
 };
 
+// Keeps the pages that were opened.
+struct MemoryGuide : platform::Guide {
+    std::vector<std::string> pages;
+    std::optional<automation::RunTimeError> error; // of opening any of them
+
+    void Show(std::string_view page) override {
+        if (error) {
+            throw *error;
+        }
+        pages.emplace_back(page);
+    }
+};
+
 // Files by their paths. A path can be made to fail, in reading or in writing.
 struct MemoryFiles : platform::Files {
     std::map<std::string, std::string, std::less<>> stored;
@@ -314,7 +327,7 @@ class HeadlessForm {
   public:
     HeadlessForm()
         : form({desktop, settings, events, servers, programs, number_format, message_boxes, files,
-                code_page, clock, log, computer}) {
+                code_page, clock, log, computer, guide}) {
         form.hWnd = kFormWindow;
         form.Width = 9600;
         form.Height = 7155;
@@ -373,6 +386,7 @@ class HeadlessForm {
     FixedClock clock;
     MemoryLog log;
     FixedComputer computer;
+    MemoryGuide guide;
     std::vector<std::string> copied;      // to the clipboard
     std::optional<std::string> clipboard; // what other programs have put there
     // What the person does in the file dialog: the file chosen, nothing for cancelling.

@@ -7,39 +7,24 @@
 
 #include <algorithm>
 #include <array>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <regex>
 #include <set>
 
 #include "tests/support/headless_form.hpp"
+#include "tests/support/source_text.hpp"
 
 namespace {
+
+using testing_support::Matches;
+using testing_support::QuotedTexts;
+using testing_support::ReadSource;
 
 struct FormControl {
     std::string kind;
     std::string name;
     std::vector<std::string> captions; // the texts of its declaration
 };
-
-std::string ReadSource(const std::string& path) {
-    std::ifstream file(SOURCE_FOLDER "/" + path, std::ios::binary);
-    EXPECT_TRUE(file.is_open()) << path;
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::vector<std::smatch> Matches(const std::string& text, const std::regex& pattern) {
-    return {std::sregex_iterator(text.begin(), text.end(), pattern), {}};
-}
-
-std::vector<std::string> QuotedTexts(const std::string& text) {
-    std::vector<std::string> quoted;
-    for (const auto& match : Matches(text, std::regex("\"([^\"]*)\""))) {
-        quoted.push_back(match[1]);
-    }
-    return quoted;
-}
 
 // Every control that the form declares; separators of menus are none.
 std::vector<FormControl> FormControls() {
