@@ -141,7 +141,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
             result = Run();
         } catch (const std::runtime_error& error) {
             MessageBoxW(nullptr, com::Widen(error.what()).c_str(), L"CatiaSim",
-                        MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
+                        MB_OK | MB_ICONERROR | MB_SETFOREGROUND | MB_TOPMOST);
         }
         OleUninitialize();
     }

@@ -614,8 +614,9 @@ void SessionWindow::Trap(const std::function<void()>& action) {
     }
 }
 
+// Above a Dorvak that is kept on top.
 void SessionWindow::ShowError(const std::string& text) const {
-    MessageBoxW(window_, com::Widen(text).c_str(), kProgramName, MB_OK | MB_ICONERROR);
+    MessageBoxW(window_, com::Widen(text).c_str(), kProgramName, MB_OK | MB_ICONERROR | MB_TOPMOST);
 }
 
 std::string SessionWindow::AskPath(bool save, const wchar_t* title) const {

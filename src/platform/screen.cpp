@@ -67,8 +67,8 @@ SideBySide Beside(const Area& right, const Area& work_area) {
     const int left = std::max(work_area.right - width, work_area.left);
     const int middle = (work_area.top + work_area.bottom - height) / 2;
     const int top = std::max(middle, work_area.top);
-    const int half = (work_area.left + work_area.right) / 2;
-    return {.left = {work_area.left, work_area.top, std::max(left, half), work_area.bottom},
+    const int third = work_area.left + (work_area.right - work_area.left) / 3;
+    return {.left = {work_area.left, work_area.top, std::max(left, third), work_area.bottom},
             .right = {left, top, left + width, top + height}};
 }
 

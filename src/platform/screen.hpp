@@ -46,7 +46,8 @@ struct Area {
 Area MovedIn(const Area& window, const std::vector<Area>& work_areas);
 
 // Two windows side by side in a work area: the right one keeps its size, the left one has the rest
-// at full height. Where that is less than half, it has half, and the right one covers some of it.
+// at full height. Where that is less than a third, it has a third, and the right one covers some of
+// it.
 struct SideBySide {
     Area left;
     Area right;

@@ -109,12 +109,13 @@ TEST(Places, BesideATaskbarAtTheLeftAndAboveTheyBeginBehindIt) {
     EXPECT_EQ(places.right, Sized(960, 300, 700, 480));
 }
 
-TEST(Places, WhereTheRestIsLessThanHalfTheRightWindowCoversSomeOfTheLeft) {
-    const auto places = platform::Beside(Sized(0, 0, 875, 900), {0, 0, 1366, 728});
-    EXPECT_EQ(places.left, (Area{0, 0, 683, 728}));
-    EXPECT_EQ(places.right, Sized(491, 0, 875, 900));
-    EXPECT_EQ(platform::Beside(Sized(0, 0, 2000, 900), {0, 0, 1366, 728}).right,
-              Sized(0, 0, 2000, 900));
+TEST(Places, WhereTheRestIsLessThanAThirdTheRightWindowCoversSomeOfTheLeft) {
+    const platform::Area screen{0, 0, 1366, 728};
+    EXPECT_EQ(platform::Beside(Sized(0, 0, 875, 600), screen).left, (Area{0, 0, 491, 728}));
+    const auto places = platform::Beside(Sized(0, 0, 1050, 900), screen);
+    EXPECT_EQ(places.left, (Area{0, 0, 455, 728}));
+    EXPECT_EQ(places.right, Sized(316, 0, 1050, 900));
+    EXPECT_EQ(platform::Beside(Sized(0, 0, 2000, 900), screen).right, Sized(0, 0, 2000, 900));
 }
 
 TEST(Places, WithoutAMonitorTheWindowStays) {
