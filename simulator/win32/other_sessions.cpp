@@ -17,7 +17,7 @@ namespace simulator {
 
 namespace {
 
-constexpr const wchar_t* kProgramName = L"CATIA.Application";
+constexpr const wchar_t* kCatiaName = L"CATIA.Application";
 
 std::string TitleOf(HWND window) {
     std::array<wchar_t, 256> title{};
@@ -41,7 +41,7 @@ BOOL CALLBACK FindCatia(HWND window, LPARAM found) {
 bool ObjectAnswers() {
     CLSID class_id{};
     ComPtr<IUnknown> running;
-    if (FAILED(CLSIDFromProgID(kProgramName, &class_id)) ||
+    if (FAILED(CLSIDFromProgID(kCatiaName, &class_id)) ||
         FAILED(GetActiveObject(class_id, nullptr, &running))) {
         return false;
     }
@@ -57,7 +57,7 @@ std::string RunningCatia() {
     std::string title;
     EnumWindows(FindCatia, reinterpret_cast<LPARAM>(&title));
     if (title.empty() && ObjectAnswers()) {
-        title = com::Narrow(kProgramName);
+        title = com::Narrow(kCatiaName);
     }
     return title;
 }
