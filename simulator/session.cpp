@@ -97,6 +97,11 @@ std::string Session::ActiveDocumentName() const {
     return model_->active != nullptr ? model_->active->name : std::string();
 }
 
+std::string Session::WindowTitle() const {
+    const std::string name = ActiveDocumentName();
+    return (name.empty() ? "CATIA V5" : "CATIA V5 - [" + name + "]") + " - simulace";
+}
+
 void Session::Activate(std::string_view document_name) {
     const auto found = FindNamed(model_->documents, document_name);
     if (found == model_->documents.end()) {

@@ -74,6 +74,8 @@ class Session {
     // Empty when no document is open.
     [[nodiscard]] std::string ActiveDocumentName() const;
     void Activate(std::string_view document_name);
+    // The title of the window that shows the session; it says that it is a simulation.
+    [[nodiscard]] std::string WindowTitle() const;
 
     // The application object, as the Running Object Table hands it out. Raises 429 after the
     // session has vanished.

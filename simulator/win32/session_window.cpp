@@ -21,12 +21,14 @@ namespace simulator {
 
 namespace {
 
-constexpr const wchar_t* kClassName = L"CatiaSimWindow";
 constexpr const wchar_t* kProgramName = L"CatiaSim";
 
 // Changes come by the thousand while a table is filled: they show a few times a second.
 constexpr UINT_PTR kShowTimer = 1;
 constexpr UINT kShowEvery = 60; // milliseconds
+
+constexpr UINT_PTR kCompanionTimer = 2;
+constexpr UINT kLookEvery = 50; // milliseconds
 
 enum MenuPlace { kFileMenu, kDocumentMenu, kSheetMenu, kSelectionMenu, kFaultsMenu, kMannerMenu };
 
@@ -65,8 +67,10 @@ void FillList(HMENU menu, const std::vector<std::string>& names, std::size_t che
 
 } // namespace
 
-SessionWindow::SessionWindow(HINSTANCE program, Session& session)
+SessionWindow::SessionWindow(HINSTANCE program, Session& session, com::Purpose purpose)
     : program_(program), session_(session) {
+    const wchar_t* const class_name =
+        purpose == com::Purpose::kTrial ? com::kTrialStandInWindow : com::kStandInWindow;
     WNDCLASSEXW window_class{};
     window_class.cbSize = sizeof window_class;
     window_class.style = CS_HREDRAW | CS_VREDRAW;
@@ -78,12 +82,13 @@ SessionWindow::SessionWindow(HINSTANCE program, Session& session)
                                                          GetSystemMetrics(SM_CYSMICON), LR_SHARED));
     window_class.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512)); // the arrow
     window_class.lpszMenuName = MAKEINTRESOURCEW(IDR_MENU);
-    window_class.lpszClassName = kClassName;
+    window_class.lpszClassName = class_name;
     RegisterClassExW(&window_class);
 
     const int dpi = static_cast<int>(GetDpiForSystem());
-    CreateWindowExW(0, kClassName, L"CATIA V5", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                    CW_USEDEFAULT, CW_USEDEFAULT, MulDiv(860, dpi, USER_DEFAULT_SCREEN_DPI),
+    CreateWindowExW(WS_EX_ACCEPTFILES, class_name, com::Widen(session.WindowTitle()).c_str(),
+                    WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
+                    MulDiv(860, dpi, USER_DEFAULT_SCREEN_DPI),
                     MulDiv(680, dpi, USER_DEFAULT_SCREEN_DPI), nullptr, nullptr, program, this);
     if (window_ == nullptr) {
         throw std::runtime_error("the window cannot be created");
@@ -117,8 +122,54 @@ int SessionWindow::Run() {
     return static_cast<int>(message.wParam);
 }
 
-void SessionWindow::Open(const std::string& path) {
-    Trap([&] { session_.LoadDocument(path, ReadWholeFile(path)); });
+void SessionWindow::Open(const std::vector<std::string>& paths) {
+    std::string first;
+    for (const std::string& path : paths) {
+        try {
+            session_.LoadDocument(path, ReadWholeFile(path));
+            if (first.empty()) {
+                first = session_.ActiveDocumentName();
+            }
+        } catch (const std::runtime_error& error) {
+            ShowError("Dokument se nepodařilo otevřít.\n\n" + std::string(error.what()));
+        }
+    }
+    if (!first.empty()) {
+        first_line_ = 0;
+        session_.Activate(first);
+        ShowChanges();
+    }
+}
+
+// The names are taken before anything of them is opened: a message would keep the memory.
+void SessionWindow::OpenDropped(HDROP drop) {
+    constexpr UINT kHowMany = 0xFFFFFFFF;
+    const UINT count = DragQueryFileW(drop, kHowMany, nullptr, 0);
+    std::vector<std::string> paths;
+    paths.reserve(count);
+    for (UINT i = 0; i < count; ++i) {
+        std::wstring path(DragQueryFileW(drop, i, nullptr, 0) + 1, L'\0');
+        path.resize(DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size())));
+        paths.push_back(com::Narrow(path));
+    }
+    DragFinish(drop);
+    SetForegroundWindow(window_);
+    Open(paths);
+}
+
+void SessionWindow::StartCompanion() {
+    Trap([this] {
+        companion_.Start();
+        SetTimer(window_, kCompanionTimer, kLookEvery, nullptr);
+    });
+}
+
+void SessionWindow::ComeForward() {
+    if (IsIconic(window_) != FALSE) {
+        ShowWindow(window_, SW_RESTORE);
+    }
+    SetForegroundWindow(window_);
+    StartCompanion();
 }
 
 LRESULT CALLBACK SessionWindow::WindowProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
@@ -153,8 +204,18 @@ LRESULT SessionWindow::Handle(UINT message, WPARAM w, LPARAM l) {
         Paint();
         return 0;
     case WM_TIMER:
-        KillTimer(window_, kShowTimer);
-        ShowChanges();
+        if (w == kShowTimer) {
+            KillTimer(window_, kShowTimer);
+            ShowChanges();
+        } else if (companion_.PlaceBeside(window_)) {
+            KillTimer(window_, kCompanionTimer);
+        }
+        return 0;
+    case WM_DROPFILES:
+        OpenDropped(reinterpret_cast<HDROP>(w));
+        return 0;
+    case kComeForward:
+        ComeForward();
         return 0;
     case WM_VSCROLL:
         Scroll(w);
@@ -237,9 +298,7 @@ void SessionWindow::Changed() {
 
 void SessionWindow::ShowChanges() {
     show_pending_ = false;
-    const std::string name = session_.ActiveDocumentName();
-    const std::string own_title = name.empty() ? "CATIA V5" : "CATIA V5 - [" + name + "]";
-    const std::wstring title = com::Widen(title_.empty() ? own_title : title_);
+    const std::wstring title = com::Widen(title_.empty() ? session_.WindowTitle() : title_);
     std::wstring shown(title.size() + 2, L'\0');
     shown.resize(static_cast<std::size_t>(
         GetWindowTextW(window_, shown.data(), static_cast<int>(shown.size()))));
@@ -438,7 +497,7 @@ void SessionWindow::Do(int command) {
     switch (command) {
     case ID_OPEN:
         if (const std::string path = AskPath(false, L"Open a document"); !path.empty()) {
-            Open(path);
+            Open({path});
         }
         break;
     case ID_CLOSE_ALL:
@@ -551,8 +610,13 @@ void SessionWindow::Trap(const std::function<void()>& action) {
     try {
         action();
     } catch (const std::runtime_error& error) {
-        MessageBoxW(window_, com::Widen(error.what()).c_str(), kProgramName, MB_OK | MB_ICONERROR);
+        ShowError(error.what());
     }
+}
+
+// Above a Dorvak that is kept on top.
+void SessionWindow::ShowError(const std::string& text) const {
+    MessageBoxW(window_, com::Widen(text).c_str(), kProgramName, MB_OK | MB_ICONERROR | MB_TOPMOST);
 }
 
 std::string SessionWindow::AskPath(bool save, const wchar_t* title) const {

@@ -149,6 +149,9 @@ void Form_Load(Form1& form) {
         [&form] {
             shell::Vycentruj(form);
             form.Caption = "Dorvak pro Catii " DORVAK_VERSION_TEXT;
+            if (form.on_trial) {
+                form.Caption += " - na zkoušku";
+            }
             shell::LoadConfigurationSetting(form);
             shell::LoadRedrawingSetting(form);
             tables::OfferLayouts(form);

@@ -1,6 +1,13 @@
 #include "catia/session.hpp"
 
+#include "text/text.hpp"
+
 namespace catia {
+
+bool IsSessionTitle(std::string_view title) {
+    return text::StartsWithIgnoringCase(title, "CATIASessionWnd") ||
+           text::StartsWithIgnoringCase(title, "CATIA V5");
+}
 
 std::string Document::Name() const {
     return object_->get({"Document", "Name"}).AsText();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "automation/object.hpp"
@@ -10,6 +11,10 @@
 #include "catia/product.hpp"
 
 namespace catia {
+
+// Whether a window of this title belongs to a CATIA V5 session: the title begins with
+// "CATIASessionWnd" or "CATIA V5", in any letter case. The words further in do not count.
+bool IsSessionTitle(std::string_view title);
 
 class Document {
   public:

@@ -327,13 +327,20 @@ class MessageFilter : public Implementation<IMessageFilter> {
 
 ObjectPtr GetActiveObject(std::string_view program_id) {
     CLSID class_id{};
+    if (FAILED(CLSIDFromProgID(Widen(program_id).c_str(), &class_id))) {
+        throw automation::CannotCreateObject();
+    }
+    return GetActiveObject(class_id);
+}
+
+ObjectPtr GetActiveObject(const CLSID& class_id) {
     ComPtr<IUnknown> running;
     ComPtr<IDispatch> application;
     const auto find = [&] {
         const HRESULT found = ::GetActiveObject(class_id, nullptr, &running);
         return FAILED(found) ? found : running.As(&application);
     };
-    if (FAILED(CLSIDFromProgID(Widen(program_id).c_str(), &class_id)) || FAILED(Retrying(find))) {
+    if (FAILED(Retrying(find))) {
         throw automation::CannotCreateObject();
     }
     auto connection = std::make_shared<Connection>();

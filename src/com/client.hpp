@@ -19,6 +19,8 @@ namespace com {
 // The application that runs registered under `program_id`; never starts one. Raises 429 where there
 // is none. Waits for it as a call does.
 automation::ObjectPtr GetActiveObject(std::string_view program_id);
+// The same of the application that runs under a class.
+automation::ObjectPtr GetActiveObject(const CLSID& class_id);
 
 // What goes on while a call waits for its answer.
 class CallWatch {

@@ -109,6 +109,7 @@ struct Form1 {
     // sets the design size before the form loads and carries later changes to the screen.
     platform::WindowHandle hWnd = 0;
     std::string Caption;
+    bool on_trial = false; // with CATIA's stand-in
     int Left = 0;
     int Top = 0;
     int Width = 0;

@@ -27,6 +27,9 @@ class DesktopWindows {
     // The first 255 bytes of the window's title in the system's code page, as UTF-8. Never waits
     // for the window's program.
     virtual std::string GetWindowTitle(WindowHandle window) = 0;
+    // Whether a window with a title of CATIA's may be that of the CATIA that the program works
+    // with: on trial only its stand-in's, else any but that one.
+    virtual bool MayBeOfCatia(WindowHandle window) = 0;
     // Puts the window above all others, or back among them. Ignores a failure.
     virtual void SetTopmost(WindowHandle window, bool topmost) = 0;
     // The size of the primary screen in twips.

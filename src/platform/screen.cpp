@@ -61,4 +61,15 @@ Area MovedIn(const Area& window, const std::vector<Area>& work_areas) {
     return {left, top, left + width, top + height};
 }
 
+SideBySide Beside(const Area& right, const Area& work_area) {
+    const int width = right.right - right.left;
+    const int height = right.bottom - right.top;
+    const int left = std::max(work_area.right - width, work_area.left);
+    const int middle = (work_area.top + work_area.bottom - height) / 2;
+    const int top = std::max(middle, work_area.top);
+    const int third = work_area.left + (work_area.right - work_area.left) / 3;
+    return {.left = {work_area.left, work_area.top, std::max(left, third), work_area.bottom},
+            .right = {left, top, left + width, top + height}};
+}
+
 } // namespace platform

@@ -45,4 +45,13 @@ struct Area {
 // than that begins at its left or upper edge, so that the title bar is in reach.
 Area MovedIn(const Area& window, const std::vector<Area>& work_areas);
 
+// Two windows side by side in a work area: the right one keeps its size, the left one has the rest
+// at full height. Where that is less than a third, it has a third, and the right one covers some of
+// it.
+struct SideBySide {
+    Area left;
+    Area right;
+};
+SideBySide Beside(const Area& right, const Area& work_area);
+
 } // namespace platform

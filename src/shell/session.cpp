@@ -13,7 +13,7 @@ std::vector<platform::WindowHandle> WindowsOfCatia(Form1& form) {
     platform::DesktopWindows& desktop = form.ports.desktop_windows;
     std::vector<platform::WindowHandle> windows;
     desktop.EnumWindows([&](platform::WindowHandle window) {
-        if (IsCatiaTitle(desktop.GetWindowTitle(window))) {
+        if (IsWindowOfCatia(desktop, window, desktop.GetWindowTitle(window))) {
             windows.push_back(window);
         }
         return 1L;
@@ -42,17 +42,18 @@ UnreachableCatia WhatKeepsCatiaApart(Form1& form,
 
 } // namespace
 
-bool IsCatiaTitle(std::string_view title) {
-    return text::StartsWithIgnoringCase(title, "CATIASessionWnd") ||
-           text::StartsWithIgnoringCase(title, "CATIA V5");
+bool IsWindowOfCatia(platform::DesktopWindows& desktop, platform::WindowHandle window,
+                     std::string_view title) {
+    return catia::IsSessionTitle(title) && desktop.MayBeOfCatia(window);
 }
 
 long Projdi_Okno(Form1& form, platform::WindowHandle window) {
-    const std::string title = form.ports.desktop_windows.GetWindowTitle(window);
+    platform::DesktopWindows& desktop = form.ports.desktop_windows;
+    const std::string title = desktop.GetWindowTitle(window);
     if (!title.empty()) {
         form.List1.AddItem(title);
     }
-    if (IsCatiaTitle(title)) {
+    if (IsWindowOfCatia(desktop, window, title)) {
         form.CatiaNalezena = true;
         form.catia_windows.push_back(window);
     }

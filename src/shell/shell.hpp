@@ -115,9 +115,9 @@ void TrapToStatus(Form1& form, Body&& body) {
 // The class of CATIA's application object.
 inline constexpr const char* kCatia = "Catia.application";
 
-// Whether a window of this title belongs to a CATIA V5 session: the title begins with
-// "CATIASessionWnd" or "CATIA V5", in any letter case. The words further in do not count.
-bool IsCatiaTitle(std::string_view title);
+// Whether the window of that title belongs to the CATIA V5 session that the program works with.
+bool IsWindowOfCatia(platform::DesktopWindows& desktop, platform::WindowHandle window,
+                     std::string_view title);
 
 // Whether a CATIA V5 session runs; where none does, the action has nothing to work on. Says so on
 // the status line, lists the titles of all windows in List1 and puts the program's window back on

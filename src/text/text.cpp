@@ -276,4 +276,24 @@ std::string_view ProgramOf(std::string_view command_line) {
     return command_line;
 }
 
+bool HasArgument(std::string_view command_line, std::string_view argument) {
+    std::string word;
+    bool quoted = false;
+    bool is_program = true;
+    for (const char c : std::string(TrimBlanks(command_line)) + ' ') {
+        if (c == '"') {
+            quoted = !quoted;
+        } else if (c != ' ' || quoted) {
+            word += c;
+        } else {
+            if (!is_program && word == argument) {
+                return true;
+            }
+            is_program = false;
+            word.clear();
+        }
+    }
+    return false;
+}
+
 } // namespace text

@@ -69,5 +69,8 @@ std::string WithSmallLetters(std::string_view whole);
 // The path of the program that a command line starts: between quotes where it begins with one, else
 // up to its ".exe", blanks included.
 std::string_view ProgramOf(std::string_view command_line);
+// Whether the argument stands among those of a command line, whose first word is the program.
+// Blanks between quotes part no words.
+bool HasArgument(std::string_view command_line, std::string_view argument);
 
 } // namespace text

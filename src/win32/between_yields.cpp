@@ -109,7 +109,7 @@ void BetweenYields::GoBehindCatia() {
     desktop.EnumWindows([&](platform::WindowHandle window) {
         auto* const candidate = reinterpret_cast<HWND>(window);
         if (IsWindowVisible(candidate) != FALSE &&
-            shell::IsCatiaTitle(desktop.GetWindowTitle(window))) {
+            shell::IsWindowOfCatia(desktop, window, desktop.GetWindowTitle(window))) {
             session = candidate;
         }
         return session == nullptr ? 1 : 0;

@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "com/utf.hpp"
-#include "win32/main_window.hpp"
 
 namespace win32 {
 
@@ -35,6 +34,16 @@ std::wstring PersonsFolder() {
         return path;
     }
     path += L"\\Dorvak";
+    CreateDirectoryW(path.c_str(), nullptr);
+    return path;
+}
+
+// The folder in `folder` that is for trials; it is made where it is not there.
+std::wstring TrialFolder(const std::wstring& folder) {
+    if (folder.empty()) {
+        return folder;
+    }
+    std::wstring path = folder + L"\\Zkouska";
     CreateDirectoryW(path.c_str(), nullptr);
     return path;
 }
@@ -99,7 +108,7 @@ DWORD TakeLock(const std::wstring& folder, com::OwnedHandle& lock) {
 
 bool BringForward(DWORD process) {
     HWND window = nullptr;
-    while ((window = FindWindowExW(nullptr, window, kMainWindowClass, nullptr)) != nullptr) {
+    while ((window = FindWindowExW(nullptr, window, com::kDorvakWindow, nullptr)) != nullptr) {
         DWORD owner = 0;
         GetWindowThreadProcessId(window, &owner);
         if (owner == process && IsWindowVisible(window) != FALSE) {
@@ -151,9 +160,10 @@ std::string ProgramFolder() {
     return com::Narrow(FolderOfThisFile());
 }
 
-std::optional<DataFolder> ClaimDataFolder() {
-    const std::wstring program = FolderOfThisFile();
-    const std::wstring persons = PersonsFolder();
+std::optional<DataFolder> ClaimDataFolder(com::Purpose purpose) {
+    const bool on_trial = purpose == com::Purpose::kTrial;
+    const std::wstring program = on_trial ? TrialFolder(FolderOfThisFile()) : FolderOfThisFile();
+    const std::wstring persons = on_trial ? TrialFolder(PersonsFolder()) : PersonsFolder();
     for (const bool own : {true, false}) {
         const std::wstring& folder = own ? program : persons;
         if (folder.empty()) {

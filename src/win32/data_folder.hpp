@@ -1,12 +1,13 @@
 // The folder that the program keeps its files in: the program's own where it can be written, else
-// %APPDATA%\Dorvak. It belongs to one running copy, which holds the file "dorvak.lock" open there;
-// the file says whose it is.
+// %APPDATA%\Dorvak; on trial the folder Zkouska in either of them. It belongs to one running copy,
+// which holds the file "dorvak.lock" open there; the file says whose it is.
 #pragma once
 
 #include <optional>
 #include <string>
 
 #include "com/owned.hpp"
+#include "com/trial.hpp"
 
 namespace win32 {
 
@@ -22,6 +23,6 @@ struct DataFolder {
 // Claims the folder for as long as the result lives. Nothing where another copy of this person on
 // this computer has it: that one has been brought forward, and this one is to end. Where none of
 // the folders can be claimed, the result is the program's own without a lock.
-std::optional<DataFolder> ClaimDataFolder();
+std::optional<DataFolder> ClaimDataFolder(com::Purpose purpose = com::Purpose::kWork);
 
 } // namespace win32

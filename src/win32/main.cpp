@@ -1,7 +1,8 @@
-// The program: its surroundings on Windows, the form, its window.
+// The program: its surroundings on Windows, the form, its window. `--zkouska` starts it on trial.
 #include "app/form_events.hpp"
 #include "com/client.hpp"
 #include "com/safety.hpp"
+#include "com/trial.hpp"
 #include "win32/computer.hpp"
 #include "win32/data_folder.hpp"
 #include "win32/files.hpp"
@@ -45,7 +46,9 @@ app::RecoveryPace PaceOf(std::wstring_view command_line) {
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     com::LoadLibrariesOfTheSystemOnly();
-    const auto data_folder = win32::ClaimDataFolder();
+    const com::Purpose purpose = com::PurposeOf(GetCommandLineW());
+    const bool on_trial = purpose == com::Purpose::kTrial;
+    const auto data_folder = win32::ClaimDataFolder(purpose);
     if (!data_folder) {
         return 0; // the copy that runs has been brought forward
     }
@@ -53,21 +56,22 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
     InitCommonControlsEx(&classes);
 
-    win32::WindowsDesktop desktop;
-    win32::RegistrySettings settings;
+    win32::WindowsDesktop desktop(purpose);
+    win32::RegistrySettings settings(purpose);
     win32::WindowEventPump events;
-    win32::ComServers servers;
-    win32::OtherPrograms programs;
+    win32::ComServers servers(purpose);
+    win32::OtherPrograms programs(purpose);
     win32::UserNumberFormat number_format;
     win32::WindowMessageBoxes message_boxes;
     win32::CodePageFiles files(data_folder->path, data_folder->other);
     win32::SystemCodePage code_page;
     win32::SystemClock clock;
-    win32::LogFile log(win32::LogFolder(data_folder->path));
+    win32::LogFile log(on_trial ? data_folder->path : win32::LogFolder(data_folder->path));
     win32::ThisComputer computer;
     win32::GuidePages guide(win32::ProgramFolder());
     controls::Form1 form({desktop, settings, events, servers, programs, number_format,
                           message_boxes, files, code_page, clock, log, computer, guide});
+    form.on_trial = on_trial;
 
     win32::MainWindow window(form, PaceOf(GetCommandLineW()));
     const com::MessageFilterRegistration message_filter(window.Watch());

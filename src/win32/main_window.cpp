@@ -40,7 +40,7 @@ HWND CreateMainWindow(WNDPROC procedure) {
     window_class.hInstance = GetModuleHandleW(nullptr);
     window_class.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     window_class.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    window_class.lpszClassName = kMainWindowClass;
+    window_class.lpszClassName = com::kDorvakWindow;
     RegisterClassExW(&window_class);
     const HWND window = CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_FORM1),
                                            nullptr, nullptr, 0);

@@ -7,6 +7,7 @@
 #include "app/keys.hpp"
 #include "app/recovery.hpp"
 #include "com/owned.hpp"
+#include "com/trial.hpp"
 #include "controls/form1.hpp"
 #include "win32/between_yields.hpp"
 #include "win32/control_views.hpp"
@@ -17,8 +18,6 @@
 #include "win32/taskbar.hpp"
 
 namespace win32 {
-
-inline constexpr const wchar_t* kMainWindowClass = L"DorvakForm1";
 
 class MainWindow {
   public:

@@ -97,6 +97,10 @@ std::string OtherPrograms::PathOf(platform::WindowHandle window) {
 }
 
 platform::Registration OtherPrograms::RegisteredUnder(std::string_view program_id) {
+    if (purpose_ == com::Purpose::kTrial) {
+        const HWND stand_in = FindWindowW(com::kTrialStandInWindow, nullptr);
+        return {stand_in != nullptr, PathOf(reinterpret_cast<platform::WindowHandle>(stand_in))};
+    }
     CLSID class_id{};
     if (FAILED(CLSIDFromProgID(com::Widen(program_id).c_str(), &class_id))) {
         return {};

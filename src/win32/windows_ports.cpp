@@ -24,10 +24,6 @@ constexpr const wchar_t* kTitle = L"Dorvak";
 
 using Callback = std::function<long(platform::WindowHandle)>;
 
-std::wstring KeyPath(std::string_view application, std::string_view section) {
-    return L"Software\\" + com::Widen(application) + L"\\" + com::Widen(section);
-}
-
 BOOL CALLBACK VisitWindow(HWND window, LPARAM callback) {
     return (*reinterpret_cast<const Callback*>(callback))(
                reinterpret_cast<platform::WindowHandle>(window)) != 0
@@ -58,6 +54,11 @@ std::string WindowsDesktop::GetWindowTitle(platform::WindowHandle window) {
     return com::FromSystemCodePage({title.data(), static_cast<std::size_t>(length)});
 }
 
+bool WindowsDesktop::MayBeOfCatia(platform::WindowHandle window) {
+    return com::IsTrialStandIn(reinterpret_cast<HWND>(window)) ==
+           (purpose_ == com::Purpose::kTrial);
+}
+
 void WindowsDesktop::SetTopmost(platform::WindowHandle window, bool topmost) {
     SetWindowPos(reinterpret_cast<HWND>(window), topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0,
                  0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
@@ -69,6 +70,12 @@ int WindowsDesktop::ScreenWidth() {
 
 int WindowsDesktop::ScreenHeight() {
     return ScreenTwips(SM_CYSCREEN);
+}
+
+std::wstring RegistrySettings::KeyPath(std::string_view application,
+                                       std::string_view section) const {
+    return L"Software\\" + com::Widen(application) + L"\\" +
+           (purpose_ == com::Purpose::kTrial ? L"Zkouska\\" : L"") + com::Widen(section);
 }
 
 std::string RegistrySettings::GetSetting(std::string_view application, std::string_view section,
@@ -106,7 +113,8 @@ void RegistrySettings::SaveSetting(std::string_view application, std::string_vie
 }
 
 automation::ObjectPtr ComServers::GetActiveObject(std::string_view program_id) {
-    return com::GetActiveObject(program_id);
+    return purpose_ == com::Purpose::kTrial ? com::GetActiveObject(com::kTrialClass)
+                                            : com::GetActiveObject(program_id);
 }
 
 std::optional<double> UserNumberFormat::ReadNumber(std::string_view text) {

@@ -2,26 +2,42 @@
 #pragma once
 
 #include "com/owned.hpp"
+#include "com/trial.hpp"
 #include "platform/ports.hpp"
 
 namespace win32 {
 
 class WindowsDesktop : public platform::DesktopWindows {
   public:
+    explicit WindowsDesktop(com::Purpose purpose = com::Purpose::kWork) : purpose_(purpose) {}
+
     void EnumWindows(const std::function<long(platform::WindowHandle)>& callback) override;
     std::string GetWindowTitle(platform::WindowHandle window) override;
+    bool MayBeOfCatia(platform::WindowHandle window) override;
     void SetTopmost(platform::WindowHandle window, bool topmost) override;
     int ScreenWidth() override;
     int ScreenHeight() override;
+
+  private:
+    com::Purpose purpose_;
 };
 
-// HKEY_CURRENT_USER\Software\<application>\<section>, value <key>.
+// HKEY_CURRENT_USER\Software\<application>\<section>, value <key>; on trial the section stands in
+// the key Zkouska of the application.
 class RegistrySettings : public platform::SettingsStore {
   public:
+    explicit RegistrySettings(com::Purpose purpose = com::Purpose::kWork) : purpose_(purpose) {}
+
     std::string GetSetting(std::string_view application, std::string_view section,
                            std::string_view key, std::string_view fallback) override;
     void SaveSetting(std::string_view application, std::string_view section, std::string_view key,
                      std::string_view value) override;
+
+  private:
+    [[nodiscard]] std::wstring KeyPath(std::string_view application,
+                                       std::string_view section) const;
+
+    com::Purpose purpose_;
 };
 
 class WindowEventPump : public platform::EventPump {
@@ -37,7 +53,13 @@ class WindowEventPump : public platform::EventPump {
 
 class ComServers : public platform::AutomationServers {
   public:
+    explicit ComServers(com::Purpose purpose = com::Purpose::kWork) : purpose_(purpose) {}
+
+    // On trial CATIA's stand-in, whatever the name.
     automation::ObjectPtr GetActiveObject(std::string_view program_id) override;
+
+  private:
+    com::Purpose purpose_;
 };
 
 class UserNumberFormat : public platform::NumberFormat {

@@ -14,26 +14,26 @@ using testing_support::kFormWindow;
 struct Detection : testing::Test, HeadlessForm {};
 
 TEST(CatiaTitle, BeginsWithCatiaV5InAnyLetterCase) {
-    EXPECT_TRUE(shell::IsCatiaTitle("CATIA V5 - [Product1.CATProduct]"));
-    EXPECT_TRUE(shell::IsCatiaTitle("catia v5"));
-    EXPECT_TRUE(shell::IsCatiaTitle("CaTiA v5R21"));
+    EXPECT_TRUE(catia::IsSessionTitle("CATIA V5 - [Product1.CATProduct]"));
+    EXPECT_TRUE(catia::IsSessionTitle("catia v5"));
+    EXPECT_TRUE(catia::IsSessionTitle("CaTiA v5R21"));
 }
 
 TEST(CatiaTitle, BeginsWithTheSessionWindowsName) {
-    EXPECT_TRUE(shell::IsCatiaTitle("CATIASessionWnd"));
-    EXPECT_TRUE(shell::IsCatiaTitle("catiasessionwnd 2"));
+    EXPECT_TRUE(catia::IsSessionTitle("CATIASessionWnd"));
+    EXPECT_TRUE(catia::IsSessionTitle("catiasessionwnd 2"));
 }
 
 TEST(CatiaTitle, WithTheWordsFurtherInDoesNotCount) {
-    EXPECT_FALSE(shell::IsCatiaTitle("C:\\CATIA V5"));
-    EXPECT_FALSE(shell::IsCatiaTitle(" CATIA V5"));
-    EXPECT_FALSE(shell::IsCatiaTitle("My CATIASessionWnd"));
+    EXPECT_FALSE(catia::IsSessionTitle("C:\\CATIA V5"));
+    EXPECT_FALSE(catia::IsSessionTitle(" CATIA V5"));
+    EXPECT_FALSE(catia::IsSessionTitle("My CATIASessionWnd"));
 }
 
 TEST(CatiaTitle, ShorterOrOtherTextsDoNotCount) {
-    EXPECT_FALSE(shell::IsCatiaTitle(""));
-    EXPECT_FALSE(shell::IsCatiaTitle("CATIA V"));
-    EXPECT_FALSE(shell::IsCatiaTitle("CATIA V6"));
+    EXPECT_FALSE(catia::IsSessionTitle(""));
+    EXPECT_FALSE(catia::IsSessionTitle("CATIA V"));
+    EXPECT_FALSE(catia::IsSessionTitle("CATIA V6"));
 }
 
 TEST_F(Detection, FindsASessionWindowWhenNoWindowBeginsWithCatiaV5) {
@@ -61,6 +61,17 @@ TEST_F(Detection, GoesOnAfterTheWindowIsFound) {
     EXPECT_TRUE(shell::Hledani_Catie(form));
     EXPECT_EQ(form.List1.Items().back(), "Later");
     EXPECT_EQ(shell::Projdi_Okno(form, 1), 1);
+}
+
+TEST_F(Detection, AWindowThatIsNotOfTheCatiaWorkedWithIsListedAndNoSession) {
+    desktop.titles = {"CATIA V5 - [a]", "Notepad"};
+    desktop.not_of_catia = {1};
+    EXPECT_FALSE(shell::Spusteni_Catie(form));
+    EXPECT_EQ(form.List1.Items(), desktop.titles);
+    EXPECT_TRUE(form.catia_windows.empty());
+    desktop.titles.emplace_back("CATIA V5 - [b]");
+    EXPECT_TRUE(shell::Spusteni_Catie(form));
+    EXPECT_EQ(form.catia_windows, std::vector<platform::WindowHandle>{3});
 }
 
 TEST_F(Detection, ForgetsAnEarlierSession) {

@@ -31,6 +31,12 @@ TEST_F(StartUp, CaptionHoldsTheVersion) {
     EXPECT_EQ(form.Caption, "Dorvak pro Catii " DORVAK_VERSION_TEXT);
 }
 
+TEST_F(StartUp, OnTrialTheCaptionSaysSo) {
+    form.on_trial = true;
+    app::Form_Load(form);
+    EXPECT_EQ(form.Caption, "Dorvak pro Catii " DORVAK_VERSION_TEXT " - na zkoušku");
+}
+
 TEST_F(StartUp, FirstStartWithNoSettingKeepsTheDesignTimeConfiguration) {
     app::Form_Load(form);
     EXPECT_EQ(form.Text2.Text(), controls::kDefaultConfiguration);

@@ -51,7 +51,7 @@ TEST_F(Detection, NoCatiaWindowGivesFalseAndListsTheTitles) {
 TEST_F(Detection, ACatiaSessionGivesTrue) {
     const CatiaSession catia({"gearbox-assembly.txt"});
     ExpectFound(true);
-    EXPECT_EQ(TimesListed("CATIA V5 - [Gearbox.CATProduct]"), 1U);
+    EXPECT_EQ(TimesListed("CATIA V5 - [Gearbox.CATProduct] - simulace"), 1U);
 }
 
 TEST_F(Detection, TheWordsFurtherInTheTitleDoNotCount) {

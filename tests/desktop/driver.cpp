@@ -1,6 +1,7 @@
 #include "driver.hpp"
 
 #include <objidl.h>
+#include <shlobj.h>
 
 #include <algorithm>
 #include <array>
@@ -21,6 +22,7 @@ using std::min;
 #include <stdexcept>
 #include <thread>
 
+#include "com/owned.hpp"
 #include "com/utf.hpp"
 
 namespace driver {
@@ -566,6 +568,36 @@ void Drag(HWND window, POINT from, POINT to) {
                     window);
     }
     Input({MouseInput(end, MOUSEEVENTF_LEFTUP)});
+}
+
+// The program that is told of the drop gives the memory back.
+void DropFiles(HWND window, const std::vector<std::string>& paths) {
+    std::wstring names;
+    for (const std::string& path : paths) {
+        names += com::Widen(path) + L'\0';
+    }
+    names += L'\0';
+    DROPFILES head{};
+    head.pFiles = sizeof head;
+    head.fWide = TRUE;
+    std::vector<char> drop(sizeof head + names.size() * sizeof(wchar_t));
+    std::memcpy(drop.data(), &head, sizeof head);
+    std::memcpy(drop.data() + sizeof head, names.data(), names.size() * sizeof(wchar_t));
+
+    void* memory = nullptr;
+    if (GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") == nullptr) {
+        memory = GlobalAlloc(GMEM_FIXED, drop.size());
+        std::memcpy(memory, drop.data(), drop.size());
+    } else { // which does not carry it to the other process
+        DWORD process_id = 0;
+        GetWindowThreadProcessId(window, &process_id);
+        const com::OwnedHandle process(
+            OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_WRITE, FALSE, process_id));
+        memory = VirtualAllocEx(process.get(), nullptr, drop.size(), MEM_COMMIT | MEM_RESERVE,
+                                PAGE_READWRITE);
+        WriteProcessMemory(process.get(), memory, drop.data(), drop.size(), nullptr);
+    }
+    PostMessageW(window, WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
 }
 
 void PressKey(WORD virtual_key, const std::vector<WORD>& held) {

@@ -93,6 +93,9 @@ void DoubleClick(HWND control);
 void DoubleClick(HWND window, POINT point);
 void Drag(HWND window, POINT from, POINT to);
 
+// Drops files on a window that takes them.
+void DropFiles(HWND window, const std::vector<std::string>& paths);
+
 // Presses and releases a key while the given ones are held.
 void PressKey(WORD virtual_key, const std::vector<WORD>& held = {});
 // The same, but those that are held go up before the key does, as fast fingers have it.

@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,7 @@ constexpr const char* kWorkingFile = "C:\\Dorvak\\list.txt";
 
 struct MemoryDesktop : platform::DesktopWindows {
     std::vector<std::string> titles; // of the top-level windows, in the system's order
+    std::set<platform::WindowHandle> not_of_catia; // whatever their titles
     std::map<platform::WindowHandle, bool> topmost;
     int times_put_on_top = 0;
     int screen_width = 19200; // twips: 1280 pixels
@@ -36,6 +38,9 @@ struct MemoryDesktop : platform::DesktopWindows {
     }
     std::string GetWindowTitle(platform::WindowHandle window) override {
         return titles.at(window - 1);
+    }
+    bool MayBeOfCatia(platform::WindowHandle window) override {
+        return !not_of_catia.contains(window);
     }
     void SetTopmost(platform::WindowHandle window, bool on) override {
         topmost[window] = on;

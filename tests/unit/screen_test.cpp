@@ -97,6 +97,27 @@ TEST(Places, AWindowLargerThanTheWorkAreaKeepsItsTitleBarInReach) {
     EXPECT_EQ(MovedIn(Sized(200, 300, 1048, 954), small), Sized(200, 40, 1048, 954));
 }
 
+TEST(Places, TwoWindowsSideBySideFillTheWorkArea) {
+    const auto places = platform::Beside(Sized(5, 5, 700, 477), {0, 0, 1920, 1032});
+    EXPECT_EQ(places.left, (Area{0, 0, 1220, 1032}));
+    EXPECT_EQ(places.right, Sized(1220, 277, 700, 477));
+}
+
+TEST(Places, BesideATaskbarAtTheLeftAndAboveTheyBeginBehindIt) {
+    const auto places = platform::Beside(Sized(0, 0, 700, 480), {60, 40, 1660, 1040});
+    EXPECT_EQ(places.left, (Area{60, 40, 960, 1040}));
+    EXPECT_EQ(places.right, Sized(960, 300, 700, 480));
+}
+
+TEST(Places, WhereTheRestIsLessThanAThirdTheRightWindowCoversSomeOfTheLeft) {
+    const platform::Area screen{0, 0, 1366, 728};
+    EXPECT_EQ(platform::Beside(Sized(0, 0, 875, 600), screen).left, (Area{0, 0, 491, 728}));
+    const auto places = platform::Beside(Sized(0, 0, 1050, 900), screen);
+    EXPECT_EQ(places.left, (Area{0, 0, 455, 728}));
+    EXPECT_EQ(places.right, Sized(316, 0, 1050, 900));
+    EXPECT_EQ(platform::Beside(Sized(0, 0, 2000, 900), screen).right, Sized(0, 0, 2000, 900));
+}
+
 TEST(Places, WithoutAMonitorTheWindowStays) {
     EXPECT_EQ(MovedIn(Sized(5, 6, 7, 8), {}), Sized(5, 6, 7, 8));
 }

@@ -75,6 +75,18 @@ void ExpectNumber(long number, const std::function<void()>& action) {
     EXPECT_EQ(testing_support::ErrorOf(action), number);
 }
 
+TEST(SessionTitle, NamesTheActiveDocumentAndSaysThatItIsASimulation) {
+    Session session;
+    EXPECT_EQ(session.WindowTitle(), "CATIA V5 - simulace");
+    session.LoadDocument("p.txt", kProduct);
+    session.LoadDocument("d.txt", kDrawing);
+    EXPECT_EQ(session.WindowTitle(), "CATIA V5 - [Drawing1.CATDrawing] - simulace");
+    session.Activate("Product1.CATProduct");
+    EXPECT_EQ(session.WindowTitle(), "CATIA V5 - [Product1.CATProduct] - simulace");
+    session.CloseAllDocuments();
+    EXPECT_EQ(session.WindowTitle(), "CATIA V5 - simulace");
+}
+
 int CountInstances(const ObjectPtr& product) {
     const ObjectPtr products = GetObject(product, "Products");
     int instances = 0;

@@ -53,6 +53,21 @@ TEST(ProgramOf, TakesBlanksUpToTheExtension) {
     EXPECT_EQ(text::ProgramOf(""), "");
 }
 
+TEST(HasArgument, LooksBehindTheProgramForAWholeWord) {
+    EXPECT_TRUE(text::HasArgument("\"C:\\A b\\Dorvak.exe\" --zkouska", "--zkouska"));
+    EXPECT_TRUE(text::HasArgument("Dorvak --pace 5  --zkouska ", "--zkouska"));
+    EXPECT_TRUE(text::HasArgument("Dorvak \"--zkouska\"", "--zkouska"));
+    EXPECT_FALSE(text::HasArgument("Dorvak", "--zkouska"));
+    EXPECT_FALSE(text::HasArgument("--zkouska", "--zkouska"));
+    EXPECT_FALSE(text::HasArgument("Dorvak --zkouska2 x--zkouska", "--zkouska"));
+    EXPECT_FALSE(text::HasArgument("", "--zkouska"));
+}
+
+TEST(HasArgument, TakesNoPartOfAQuotedPath) {
+    EXPECT_FALSE(text::HasArgument("\"C:\\A --zkouska b\\Dorvak.exe\" x", "--zkouska"));
+    EXPECT_FALSE(text::HasArgument("Dorvak \"C:\\A --zkouska b.txt\"", "--zkouska"));
+}
+
 TEST(LeadingNumber, ReadsSignDigitsFractionAndExponent) {
     EXPECT_EQ(text::LeadingNumber("12"), 12);
     EXPECT_EQ(text::LeadingNumber("-12.5"), -12.5);
