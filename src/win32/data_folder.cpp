@@ -15,7 +15,7 @@ namespace {
 constexpr ULONGLONG kPatience = 5000;
 constexpr DWORD kPause = 50;
 
-std::wstring ProgramFolder() {
+std::wstring FolderOfThisFile() {
     std::wstring path(MAX_PATH, L'\0');
     DWORD length = 0;
     while ((length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()))) ==
@@ -147,8 +147,12 @@ Claim ClaimFolder(const std::wstring& folder, com::OwnedHandle& lock) {
 
 } // namespace
 
+std::string ProgramFolder() {
+    return com::Narrow(FolderOfThisFile());
+}
+
 std::optional<DataFolder> ClaimDataFolder() {
-    const std::wstring program = ProgramFolder();
+    const std::wstring program = FolderOfThisFile();
     const std::wstring persons = PersonsFolder();
     for (const bool own : {true, false}) {
         const std::wstring& folder = own ? program : persons;

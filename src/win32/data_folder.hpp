@@ -10,6 +10,9 @@
 
 namespace win32 {
 
+// The folder of the program's file.
+std::string ProgramFolder();
+
 struct DataFolder {
     std::string path;
     std::string other; // where an earlier run may have kept files; empty where there is none
