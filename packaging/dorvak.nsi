@@ -63,12 +63,14 @@ VIAddVersionKey /LANG=1029 "LegalCopyright" "Dorvak"
 ; The programs that run from the installation's folder are closed as by their person, who may be
 ; asked something. Nothing is changed before they have ended.
 !macro CLOSE_PROGRAMS un
-  Function ${un}CloseProgram ; $0: the class of its window, $1: its file
+  ; $0: the class of its window, $1: its file; $9: 1 where it does not end, else 0
+  Function ${un}CloseProgram
     Push $2
     Push $3
     Push $4
     Push $5
     Push $6
+    StrCpy $6 0
     System::Call 'kernel32::GetLongPathNameW(w "$INSTDIR\$1", w .r2, i ${NSIS_MAX_STRLEN})'
     StrCpy $3 0
     ${Do}
@@ -88,12 +90,16 @@ VIAddVersionKey /LANG=1029 "LegalCopyright" "Dorvak"
           StrCpy $3 0 ; that window may be gone, and the search begins anew
           ${If} $6 != 0
             System::Call 'kernel32::CloseHandle(p r4)'
-            ${ExitDo} ; it does not end now
+            ${ExitDo}
           ${EndIf}
         ${EndIf}
         System::Call 'kernel32::CloseHandle(p r4)'
       ${EndIf}
     ${Loop}
+    StrCpy $9 0
+    ${If} $6 != 0
+      StrCpy $9 1
+    ${EndIf}
     Pop $6
     Pop $5
     Pop $4
@@ -101,11 +107,15 @@ VIAddVersionKey /LANG=1029 "LegalCopyright" "Dorvak"
     Pop $2
   FunctionEnd
 
-  Function ${un}CheckFree ; $1: a program's file; sets the error flag where it runs
-    ClearErrors
+  ; $1: a program's file; $9: 1 where it runs, also without a window yet, else 0
+  Function ${un}CheckFree
+    StrCpy $9 0
     ${If} ${FileExists} "$INSTDIR\$1"
+      ClearErrors
       FileOpen $0 "$INSTDIR\$1" a
-      ${IfNot} ${Errors}
+      ${If} ${Errors}
+        StrCpy $9 1
+      ${Else}
         FileClose $0
       ${EndIf}
     ${EndIf}
@@ -114,23 +124,33 @@ VIAddVersionKey /LANG=1029 "LegalCopyright" "Dorvak"
   Function ${un}ClosePrograms
     Push $0
     Push $1
+    Push $9
     ${Do}
       StrCpy $0 "DorvakForm1"
       StrCpy $1 "Dorvak.exe"
       Call ${un}CloseProgram
-      Call ${un}CheckFree
-      ${IfNot} ${Errors}
+      ${If} $9 == 0
+        Call ${un}CheckFree
+      ${EndIf}
+      ${If} $9 == 0
         StrCpy $0 "CatiaSimWindow"
         StrCpy $1 "CatiaSim.exe"
         Call ${un}CloseProgram
+      ${EndIf}
+      ${If} $9 == 0
+        StrCpy $0 "CatiaSimZkouska" ; on trial
+        Call ${un}CloseProgram
+      ${EndIf}
+      ${If} $9 == 0
         Call ${un}CheckFree
       ${EndIf}
-      ${IfNot} ${Errors}
+      ${If} $9 == 0
         ${ExitDo}
       ${EndIf}
       MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "Program $1 ještě běží.$\r$\n$\r$\nUkončete ho prosím a zvolte Opakovat. Zatím se nic nezměnilo." /SD IDCANCEL IDRETRY +2
       Abort "Program $1 ještě běží. Nic se nezměnilo."
     ${Loop}
+    Pop $9
     Pop $1
     Pop $0
   FunctionEnd
@@ -253,17 +273,30 @@ Section "Uninstall"
     ; What it may have left in the registry. One that does not end is not waited for.
     nsExec::Exec /TIMEOUT=20000 '"$INSTDIR\CatiaSim.exe" --unregister'
     Pop $0
+    StrCpy $1 "CatiaSim.exe"
+    ${For} $2 1 50
+      Call un.CheckFree
+      ${If} $9 == 0
+        ${ExitFor}
+      ${EndIf}
+      Sleep 100
+    ${Next}
   ${EndIf}
   Call un.RemoveContent
   Delete "$DESKTOP\Dorvak.lnk"
   Delete "$INSTDIR\odinstalovat.exe"
   SetOutPath "$TEMP" ; the folder that is worked in cannot be removed
+  ; The log of what was tried out; the lists that were made stay as others do.
+  Delete "$INSTDIR\Zkouska\dorvak.log"
+  Delete "$INSTDIR\Zkouska\dorvak.old.log"
+  RMDir "$INSTDIR\Zkouska"
   RMDir "$INSTDIR"
   ; The log and what the program makes only to have a place for files.
   Delete "$LOCALAPPDATA\Dorvak\dorvak.log"
   Delete "$LOCALAPPDATA\Dorvak\dorvak.old.log"
   Delete "$LOCALAPPDATA\Dorvak\diagnostika.txt"
   RMDir "$LOCALAPPDATA\Dorvak"
+  RMDir "$APPDATA\Dorvak\Zkouska"
   RMDir "$APPDATA\Dorvak"
   DeleteRegKey HKCU "${UNINSTALL_KEY}"
 SectionEnd

@@ -13,6 +13,7 @@ windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest)
 wine_packages=(wine wine64 wine64-preloader fonts-wine locales)
 screen_packages=(xvfb)
 package_packages=(nsis zip)
+package_test_packages=(p7zip-full)
 
 say() { printf '== %s\n' "$*"; }
 
