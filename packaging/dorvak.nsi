@@ -147,7 +147,7 @@ VIAddVersionKey /LANG=1029 "LegalCopyright" "Dorvak"
       ${If} $9 == 0
         ${ExitDo}
       ${EndIf}
-      MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "Program $1 ještě běží.$\r$\n$\r$\nUkončete ho prosím a zvolte Opakovat. Zatím se nic nezměnilo." /SD IDCANCEL IDRETRY +2
+      MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "Program $1 ještě běží.$\r$\n$\r$\nOdpovězte prosím, ptá-li se na něco, nebo ho ukončete, a zkuste to znovu. Zatím se nic nezměnilo." /SD IDCANCEL IDRETRY +2
       Abort "Program $1 ještě běží. Nic se nezměnilo."
     ${Loop}
     Pop $9

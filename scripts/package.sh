@@ -23,7 +23,7 @@ while (($#)); do
 done
 
 need_packages "${windows_packages[@]}" "${package_packages[@]}"
-SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}
+SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct || stat -c %Y CMakeLists.txt)}
 export SOURCE_DATE_EPOCH TZ=UTC
 
 if [[ ! $built ]]; then

@@ -2,6 +2,7 @@
 // SETUP_BEFORE and SETUP name the two setups. It all happens in the real places of the person who
 // runs it, so that it is for a Wine prefix alone.
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <iostream>
 #include <iterator>
@@ -82,11 +83,13 @@ void AddKeys(HKEY parent, const std::wstring& name, const std::wstring& path, Na
     }
 }
 
-// The registry's keys but those of the person's settings.
+// The registry's keys but those of the person's settings and Wine's own.
 Names RegistryKeys() {
     Names keys;
     AddKeys(HKEY_CURRENT_USER, L"Software", L"Software", keys);
-    std::erase_if(keys, [](const std::string& key) { return key.starts_with("Software\\Lumsek"); });
+    std::erase_if(keys, [](const std::string& key) {
+        return key.starts_with("Software\\Lumsek") || key.starts_with("Software\\Wine");
+    });
     AddKeys(HKEY_CLASSES_ROOT, L"CATIA.Application", L"CATIA.Application", keys);
     return keys;
 }
@@ -245,7 +248,7 @@ TEST_F(Installation, KeepsThePersonsListThroughAnUpdateAndAfterwards) {
     EXPECT_EQ(session.WaitForEnd(), 0U) << "the session was closed";
     const std::string folder = "AppData\\Local\\Programs\\Dorvak";
     Names left{folder, folder + "\\Zkouska", folder + "\\list.strom", folder + "\\list.txt"};
-    for (const std::string values : {"\\Material.txt", "\\Poznamka.txt", "\\Velikost.txt"}) {
+    for (const char* const values : {"\\Material.txt", "\\Poznamka.txt", "\\Velikost.txt"}) {
         left.insert(folder + values);
         left.insert(folder + "\\Zkouska" + values);
     }
