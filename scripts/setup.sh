@@ -12,6 +12,8 @@ windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest)
 # heap there once in some thousand starts, and ends before it has begun.
 wine_packages=(wine wine64 wine64-preloader fonts-wine locales)
 screen_packages=(xvfb)
+package_packages=(nsis zip)
+package_test_packages=(p7zip-full)
 
 say() { printf '== %s\n' "$*"; }
 

@@ -21,7 +21,8 @@ for option in "$@"; do
 done
 
 need_packages "${native_packages[@]}" "${windows_packages[@]}" "${wine_packages[@]}" \
-    "${screen_packages[@]}" "${fuzz_packages[@]}"
+    "${screen_packages[@]}" "${fuzz_packages[@]}" "${package_packages[@]}" \
+    "${package_test_packages[@]}"
 build native
 build fuzz
 build windows

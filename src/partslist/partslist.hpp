@@ -74,8 +74,9 @@ void Command13_Click(Form1& form);
 void Command14_Click(Form1& form);
 void Command15_Click(Form1& form);
 
-// Load and save the remembered values of a picker, one per line in the file of its tag's name
-// beside the program. What fails is shown on the status line, by both in the words of saving.
+// Load and save the remembered values of a picker, one per line in the file of its tag's name in
+// the data folder. Where there is none, those that the program brings along in its folder "Hodnoty"
+// are taken over. What fails is shown on the status line, by both in the words of saving.
 void Nacist_List(Form1& form, controls::ComboBox& list);
 void Ulozit_List(Form1& form, const controls::ComboBox& list);
 

@@ -52,6 +52,11 @@ void ForgetItem(Form1& form, ComboBox& picker, std::size_t item) {
     }
 }
 
+// The file of values that the program brings along for those who have none; it may be missing.
+std::string InitialFile(Form1& form, const std::string& name) {
+    return form.ports.files.ProgramFolder() + "\\Hodnoty\\" + name;
+}
+
 bool IsBlank(std::string_view value) {
     return text::TrimBlanks(value).empty();
 }
@@ -99,14 +104,24 @@ void Command15_Click(Form1& form) {
 
 void Nacist_List(Form1& form, ComboBox& list) {
     shell::TrapSaving(form, [&] {
-        const std::string path = shell::NewestDataFile(form, ValueFileName(list));
+        platform::Files& files = form.ports.files;
+        std::string path = shell::NewestDataFile(form, ValueFileName(list));
+        const std::string initial = InitialFile(form, ValueFileName(list));
+        const bool is_first = !files.Exists(path) && files.Exists(initial);
+        if (is_first) {
+            path = initial;
+        }
         form.unread_files.insert(ValueFileName(list));
-        const std::string file = form.ports.files.Read(path);
+        const std::string file = files.Read(path);
         form.unread_files.erase(ValueFileName(list));
         for (const std::string_view line : text::Lines(file)) {
             if (!IsBlank(line)) {
                 list.AddItem(std::string(line));
             }
+        }
+        if (is_first) {
+            // From now on they are the person's, who may also forget all of them.
+            files.Copy(initial, shell::DataFile(form, ValueFileName(list)));
         }
         shell::stat(form, "Nacteni ok " + path);
     });

@@ -199,6 +199,9 @@ class Files {
     virtual std::string DataFolder() = 0;
     // The folder that an earlier run may have kept them in; empty where there is none.
     virtual std::string OtherDataFolder() = 0;
+    // The folder that the program stands in with all that it brings along, without a backslash at
+    // its end.
+    virtual std::string ProgramFolder() = 0;
     virtual bool Exists(std::string_view path) = 0;
     // Whether a file was written later than another one; a file that is not there never was.
     virtual bool IsNewer(std::string_view path, std::string_view than) = 0;

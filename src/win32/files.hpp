@@ -7,12 +7,18 @@ namespace win32 {
 
 class CodePageFiles : public platform::Files {
   public:
-    // The folders that the program keeps its files in, now and perhaps in an earlier run.
-    explicit CodePageFiles(std::string data_folder = {}, std::string other_folder = {})
-        : data_folder_(std::move(data_folder)), other_folder_(std::move(other_folder)) {}
+    struct Folders {
+        std::string data;    // that the program keeps its files in
+        std::string other;   // and perhaps kept them in, in an earlier run
+        std::string program; // that it stands in
+    };
 
-    std::string DataFolder() override { return data_folder_; }
-    std::string OtherDataFolder() override { return other_folder_; }
+    CodePageFiles() = default;
+    explicit CodePageFiles(Folders folders) : folders_(std::move(folders)) {}
+
+    std::string DataFolder() override { return folders_.data; }
+    std::string OtherDataFolder() override { return folders_.other; }
+    std::string ProgramFolder() override { return folders_.program; }
     bool Exists(std::string_view path) override;
     bool IsNewer(std::string_view path, std::string_view than) override;
     std::string DateOf(std::string_view path) override;
@@ -25,8 +31,7 @@ class CodePageFiles : public platform::Files {
                const platform::Writing& writing = {}) override;
 
   private:
-    std::string data_folder_;
-    std::string other_folder_;
+    Folders folders_;
 };
 
 } // namespace win32

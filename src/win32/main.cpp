@@ -63,7 +63,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     win32::OtherPrograms programs(purpose);
     win32::UserNumberFormat number_format;
     win32::WindowMessageBoxes message_boxes;
-    win32::CodePageFiles files(data_folder->path, data_folder->other);
+    win32::CodePageFiles files({data_folder->path, data_folder->other, win32::ProgramFolder()});
     win32::SystemCodePage code_page;
     win32::SystemClock clock;
     win32::LogFile log(on_trial ? data_folder->path : win32::LogFolder(data_folder->path));

@@ -184,6 +184,54 @@ TEST_F(Pickers, StartUpLoadsAndClosingSavesAllFourInOrder) {
     EXPECT_EQ(files.stored["C:\\Dorvak\\Velikost.txt"], "Velikost1\r\n20x40\r\n");
 }
 
+constexpr const char* kInitialMaterials = "C:\\Program\\Hodnoty\\Material.txt";
+
+TEST_F(Pickers, TheFirstStartTakesTheValuesThatTheProgramBrings) {
+    files.stored[kInitialMaterials] = "S235JR\r\nC45\r\n";
+    app::Form_Load(form);
+    EXPECT_EQ(form.Combo1.Items(), (Texts{"S235JR", "C45"}));
+    EXPECT_EQ(messages.front(), std::string("Nacteni ok ") + kInitialMaterials);
+    EXPECT_TRUE(form.Combo2.Items().empty()) << "it brings none of these";
+    EXPECT_EQ(files.stored[kMaterialFile], "S235JR\r\nC45\r\n")
+        << "they are the person's at once, whatever happens before the end";
+}
+
+TEST_F(Pickers, ThePersonsValuesStandBeforeThoseThatTheProgramBrings) {
+    files.stored[kInitialMaterials] = "S235JR\r\n";
+    files.stored[kMaterialFile] = "dub\r\n";
+    app::Form_Load(form);
+    EXPECT_EQ(form.Combo1.Items(), Texts{"dub"});
+    EXPECT_EQ(files.stored[kMaterialFile], "dub\r\n");
+}
+
+TEST_F(Pickers, ValuesOfAnEarlierRunElsewhereStandBeforeThoseThatTheProgramBrings) {
+    files.stored[kInitialMaterials] = "S235JR\r\n";
+    files.other_folder = "C:\\Other";
+    files.stored["C:\\Other\\Material.txt"] = "dub\r\n";
+    app::Form_Load(form);
+    EXPECT_EQ(form.Combo1.Items(), Texts{"dub"});
+}
+
+TEST_F(Pickers, InitialValuesThatWereForgottenDoNotComeBack) {
+    files.stored[kInitialMaterials] = "S235JR\r\n";
+    app::Form_Load(form);
+    ASSERT_EQ(form.Combo1.Items(), Texts{"S235JR"});
+    form.Combo1.Forget(0);
+    app::RequestClose(form);
+    HeadlessForm next;
+    next.files.stored = files.stored;
+    app::Form_Load(next.form);
+    EXPECT_TRUE(next.form.Combo1.Items().empty());
+}
+
+TEST_F(Pickers, InitialValuesAreOfferedAlsoWhereTheyCannotBeKept) {
+    files.stored[kInitialMaterials] = "S235JR\r\n";
+    files.failing.emplace(kMaterialFile, automation::RunTimeError(61, "Disk full"));
+    app::Form_Load(form);
+    EXPECT_EQ(form.Combo1.Items(), Texts{"S235JR"});
+    EXPECT_EQ(messages.front(), "Ulozeni Error 61 Disk full");
+}
+
 TEST_F(Pickers, AForgottenValueIsNotInTheFileAtTheEnd) {
     files.stored[kMaterialFile] = "C45\r\nS235\r\nC45\r\n";
     app::Form_Load(form);

@@ -80,7 +80,11 @@ std::string ProgramFolder::Path(const std::string& file_name) const {
 
 DorvakWindow::DorvakWindow(std::shared_ptr<const ProgramFolder> folder, int page,
                            const std::vector<std::string>& arguments)
-    : folder_(std::move(folder)), program_(folder_->Path("Dorvak.exe"), arguments),
+    : DorvakWindow(folder->Path("Dorvak.exe"), folder, page, arguments) {}
+
+DorvakWindow::DorvakWindow(const std::string& path, std::shared_ptr<const ProgramFolder> folder,
+                           int page, const std::vector<std::string>& arguments)
+    : folder_(std::move(folder)), program_(path, arguments),
       window_(program_.WaitForWindow("DorvakForm1")) {
     BringToFront(window_);
     WaitUntil("all pages", [&] { return GetDlgItem(window_, ID_PAGE1 + kSheetPage) != nullptr; });

@@ -53,6 +53,9 @@ class DorvakWindow {
     explicit DorvakWindow(std::shared_ptr<const ProgramFolder> folder, int page = kStructurePage,
                           const std::vector<std::string>& arguments = {});
 
+    // The program of that path, where it stands.
+    explicit DorvakWindow(const std::string& path) : DorvakWindow(path, {}, kStructurePage, {}) {}
+
     [[nodiscard]] HWND Window() const { return window_; }
     [[nodiscard]] const Program& Process() const { return program_; }
     [[nodiscard]] HWND operator[](int id) const { return Control(window_, id); }
@@ -70,6 +73,9 @@ class DorvakWindow {
     void Close() const;
 
   private:
+    DorvakWindow(const std::string& path, std::shared_ptr<const ProgramFolder> folder, int page,
+                 const std::vector<std::string>& arguments);
+
     std::shared_ptr<const ProgramFolder> folder_; // goes after the program
     Program program_;
     HWND window_;

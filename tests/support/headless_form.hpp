@@ -259,6 +259,7 @@ struct MemoryFiles : platform::Files {
 
     std::string DataFolder() override { return "C:\\Dorvak"; }
     std::string OtherDataFolder() override { return other_folder; }
+    std::string ProgramFolder() override { return R"(C:\Program)"; }
     bool Exists(std::string_view path) override { return stored.contains(path); }
     bool IsNewer(std::string_view path, std::string_view than) override {
         const auto order = [this](std::string_view name) {
