@@ -30,7 +30,7 @@ constexpr DWORD kAborted = 2; // the exit code of a setup that gives up
 fs::path FolderOf(const KNOWNFOLDERID& id) {
     PWSTR path = nullptr;
     SHGetKnownFolderPath(id, 0, nullptr, &path);
-    const fs::path folder(path);
+    fs::path folder(path);
     CoTaskMemFree(path);
     return folder;
 }
@@ -66,7 +66,7 @@ Names PersonsFiles() {
 
 void AddKeys(HKEY parent, const std::wstring& name, const std::wstring& path, Names& keys) {
     HKEY opened = nullptr;
-    if (RegOpenKeyExW(parent, name.c_str(), 0, KEY_READ, &opened) != ERROR_SUCCESS) {
+    if (RegOpenKeyExW(parent, name.c_str(), 0, KEY_ENUMERATE_SUB_KEYS, &opened) != ERROR_SUCCESS) {
         return;
     }
     const com::Owned<HKEY> key(opened);
@@ -79,7 +79,10 @@ void AddKeys(HKEY parent, const std::wstring& name, const std::wstring& path, Na
             return;
         }
         const std::wstring child_name = child.substr(0, length);
-        AddKeys(key.get(), child_name, path + L"\\" + child_name, keys);
+        std::wstring child_path = path;
+        child_path += L"\\";
+        child_path += child_name;
+        AddKeys(key.get(), child_name, child_path, keys);
     }
 }
 
@@ -124,7 +127,7 @@ Target TargetOf(const fs::path& link) {
         return target;
     }
     if (SUCCEEDED(shell_link->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(&file)))) {
-        if (SUCCEEDED(file->Load(link.c_str(), STGM_READ))) {
+        if (SUCCEEDED(file->Load(link.c_str(), 0))) {
             std::array<wchar_t, 1024> text{};
             const auto size = static_cast<int>(text.size());
             shell_link->GetPath(text.data(), size, nullptr, 0);
@@ -246,7 +249,7 @@ TEST_F(Installation, KeepsThePersonsListThroughAnUpdateAndAfterwards) {
     WaitUntil("the gearbox", [&] { return Text(window).starts_with("CATIA V5 - [Gearbox."); });
     Uninstall();
     EXPECT_EQ(session.WaitForEnd(), 0U) << "the session was closed";
-    const std::string folder = "AppData\\Local\\Programs\\Dorvak";
+    const std::string folder = R"(AppData\Local\Programs\Dorvak)";
     Names left{folder, folder + "\\Zkouska", folder + "\\list.strom", folder + "\\list.txt"};
     for (const char* const values : {"\\Material.txt", "\\Poznamka.txt", "\\Velikost.txt"}) {
         left.insert(folder + values);
