@@ -48,11 +48,9 @@ VIAddVersionKey /LANG=1029 "LegalCopyright" "Dorvak"
 !insertmacro MUI_PAGE_INSTFILES
 !define MUI_FINISHPAGE_RUN "$INSTDIR\Dorvak.exe"
 !define MUI_FINISHPAGE_RUN_TEXT "Spustit Dorvak"
-!if /FileExists "${CONTENT}/prirucka/index.html"
-  !define MUI_FINISHPAGE_SHOWREADME "$INSTDIR\prirucka\index.html"
-  !define MUI_FINISHPAGE_SHOWREADME_TEXT "Otevřít příručku"
-  !define MUI_FINISHPAGE_SHOWREADME_NOTCHECKED
-!endif
+!define MUI_FINISHPAGE_SHOWREADME "$INSTDIR\prirucka\index.html"
+!define MUI_FINISHPAGE_SHOWREADME_TEXT "Otevřít příručku"
+!define MUI_FINISHPAGE_SHOWREADME_NOTCHECKED
 !insertmacro MUI_PAGE_FINISH
 
 !define MUI_UNCONFIRMPAGE_TEXT_TOP "Odinstaluje se program a všechno, co s ním přišlo. Vaše seznamy, hodnoty, rozložení a nastavení zůstanou."
@@ -204,9 +202,7 @@ Section "Dorvak" MainSection
   SetOutPath "$INSTDIR" ; where the entries of the start menu start their programs
   CreateDirectory "${START_MENU}"
   CreateShortCut "${START_MENU}\Dorvak.lnk" "$INSTDIR\Dorvak.exe"
-  !if /FileExists "${CONTENT}/prirucka/index.html"
-    CreateShortCut "${START_MENU}\Příručka.lnk" "$INSTDIR\prirucka\index.html"
-  !endif
+  CreateShortCut "${START_MENU}\Příručka.lnk" "$INSTDIR\prirucka\index.html"
   WriteUninstaller "$INSTDIR\odinstalovat.exe"
   WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayName" "Dorvak"
   WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayVersion" "${VERSION}"

@@ -39,7 +39,7 @@ if [[ ! $built ]]; then
     cmake --build "$built" --target Dorvak CatiaSim
 fi
 version=$(sed -n 's/^#define DORVAK_VERSION_TEXT "\(.*\)"$/\1/p' "$built/src/version/version.h")
-[[ ! -e scripts/guide.sh ]] || scripts/guide.sh
+scripts/guide.sh
 
 # The folder as it is unpacked and installed.
 name=Dorvak-$version
@@ -50,10 +50,9 @@ cp "$built/src/win32/Dorvak.exe" "$built/simulator/CatiaSim.exe" "$content/"
 cp -r packaging/Hodnoty "$content/"
 cp samples/*.txt "$content/samples/"
 cp samples/lists/prevodovka.tab "$content/samples/lists/"
-[[ ! -d build/guide ]] || cp -r build/guide "$content/prirucka"
-[[ ! -e CHANGES.md ]] ||
-    pandoc --standalone --metadata lang=cs --metadata pagetitle="Dorvak: změny" \
-        --output "$content/ZMENY.html" CHANGES.md
+cp -r build/guide "$content/prirucka"
+pandoc --standalone --metadata lang=cs --metadata pagetitle="Dorvak: změny" \
+    --output "$content/ZMENY.html" CHANGES.md
 {
     cat packaging/licence-tretich-stran.txt
     for part in gcc-mingw-w64-base mingw-w64-x86-64-dev nsis; do

@@ -42,6 +42,20 @@ TEST_F(StartUp, FirstStartWithNoSettingKeepsTheDesignTimeConfiguration) {
     EXPECT_EQ(form.Text2.Text(), controls::kDefaultConfiguration);
 }
 
+TEST_F(StartUp, AListThatWasNeverSavedIsNoFailure) {
+    app::BindActions(form);
+    app::Form_Load(form);
+    EXPECT_EQ(Status(), "Nacteni Error 53 File not found");
+    EXPECT_EQ(form.StatusBar1.State(), controls::ActionState::kNone);
+}
+
+TEST_F(StartUp, AListThatCannotBeReadIsOne) {
+    app::BindActions(form);
+    files.stored["C:\\Dorvak\\list.txt"] = "no separator\r\n";
+    app::Form_Load(form);
+    EXPECT_EQ(form.StatusBar1.State(), controls::ActionState::kFailed);
+}
+
 TEST_F(StartUp, AStoredSettingReplacesTheConfiguration) {
     settings.stored[kSetting] = "/volny;2\r\n";
     app::Form_Load(form);

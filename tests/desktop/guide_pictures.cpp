@@ -7,6 +7,7 @@
 #include <iostream>
 #include <stdexcept>
 
+#include "com/trial.hpp"
 #include "com/utf.hpp"
 #include "programs.hpp"
 #include "win32/resource.h"
@@ -144,7 +145,7 @@ class Road {
         album_.Take("bunka", dorvak_.Window());
         PressKey(VK_ESCAPE);
 
-        Click(list, RowPoint(list, shaft), MouseButton::kRight);
+        RightClick(list, RowPoint(list, shaft));
         const HWND menu = WaitForPopupMenu();
         album_.Take("nabidka", Joined(Place(dorvak_.Window()), Place(menu)));
         PressKey(VK_ESCAPE);
@@ -256,7 +257,7 @@ class Road {
         Sleep(500);
 
         const HWND status = dorvak_[ID_StatusBar1];
-        Click(status, {60, 8}, MouseButton::kRight);
+        RightClick(status, {60, 8});
         const HWND menu = WaitForPopupMenu();
         album_.Take("stavova-nabidka", Joined(Place(dorvak_.Window()), Place(menu)));
         PressKey(VK_ESCAPE);
@@ -269,6 +270,13 @@ class Road {
             throw std::runtime_error("not in the structure: " + part);
         }
         return tab + 1;
+    }
+
+    // In a window that has come forward for good: one that does so later covers the menu.
+    void RightClick(HWND control, POINT point) const {
+        BringToFront(dorvak_.Window());
+        Sleep(500);
+        Click(control, point, MouseButton::kRight);
     }
 
     void TakeWithBalloon(const std::string& name) const {
@@ -288,6 +296,23 @@ class Road {
     CatiaSession catia_{{"gearbox-assembly.txt", "gearbox-drawing.txt"}};
     DorvakWindow dorvak_;
 };
+
+// What the start menu's entry opens.
+void PlayTrial(const Album& album) {
+    const InstalledFolder folder;
+    const Program session(folder.Session(), {"--zkouska"});
+    const HWND window = session.WaitForWindow(com::Narrow(com::kTrialStandInWindow));
+    HWND dorvak = nullptr;
+    WaitUntil("Dorvak", [&] { return (dorvak = FindDorvak()) != nullptr; });
+    WaitUntil("the places", [&] { return Place(dorvak).right == GetSystemMetrics(SM_CXSCREEN); });
+    album.Take("zkouska", Joined(Place(window), Place(dorvak)));
+    for (const HWND ended : {dorvak, window}) {
+        PostMessageW(ended, WM_CLOSE, 0, 0);
+    }
+    session.WaitForEnd();
+    WaitUntil("Dorvak's end", [] { return FindDorvak() == nullptr; });
+    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Lumsek\\Zkouska");
+}
 
 // What stands there at a start after a crash.
 void PlayRecovery(const Album& album) {
@@ -320,6 +345,7 @@ int main(int argc, char** argv) {
         const SettingKeeper settings;
         const Album album(argv[1]);
         try {
+            PlayTrial(album);
             Road(album).Play();
             PlayRecovery(album);
             result = 0;

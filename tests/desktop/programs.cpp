@@ -7,6 +7,7 @@
 #include <functional>
 #include <stdexcept>
 
+#include "com/trial.hpp"
 #include "com/utf.hpp"
 #include "text/text.hpp"
 #include "win32/resource.h"
@@ -76,6 +77,25 @@ ProgramFolder::~ProgramFolder() {
 
 std::string ProgramFolder::Path(const std::string& file_name) const {
     return file_name.empty() ? path_ : path_ + '\\' + file_name;
+}
+
+InstalledFolder::InstalledFolder() {
+    const auto copy = [](const std::string& from, const std::string& to) {
+        std::filesystem::copy_file(com::Widen(from), com::Widen(to));
+    };
+    copy(Environment("CATIASIM_EXE"), Session());
+    std::filesystem::create_directory(com::Widen(Path("samples")));
+    for (const char* sample : {"gearbox-assembly.txt", "gearbox-drawing.txt"}) {
+        copy(SamplePath(sample), Path(std::string("samples\\") + sample));
+    }
+}
+
+HWND FindDorvak() {
+    const HWND found = FindWindowW(com::kDorvakWindow, nullptr);
+    return found != nullptr && IsWindowVisible(found) != FALSE &&
+                   GetDlgItem(found, ID_PAGE1 + kSheetPage) != nullptr
+               ? found
+               : nullptr;
 }
 
 DorvakWindow::DorvakWindow(std::shared_ptr<const ProgramFolder> folder, int page,

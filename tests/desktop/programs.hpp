@@ -38,6 +38,16 @@ class ProgramFolder {
     std::string path_;
 };
 
+// The programs as they are installed: in one folder, the gearbox in its samples.
+class InstalledFolder : public ProgramFolder {
+  public:
+    InstalledFolder();
+    [[nodiscard]] std::string Session() const { return Path("CatiaSim.exe"); }
+};
+
+// The window of a Dorvak that somebody else has started, complete; nullptr while none is there.
+HWND FindDorvak();
+
 inline constexpr int kStructurePage = 0;
 inline constexpr int kEditPage = 1;
 inline constexpr int kExportPage = 2;

@@ -32,29 +32,6 @@ bool CatiaIsRegistered() {
     return KeyIsThere(L"CATIA.Application");
 }
 
-// The programs as they are installed: in one folder, the samples beside them.
-class InstalledFolder : public ProgramFolder {
-  public:
-    InstalledFolder() {
-        std::filesystem::copy_file(PathOf(Environment("CATIASIM_EXE")), PathOf(Session()));
-        std::filesystem::create_directory(PathOf(Path("samples")));
-        for (const char* sample : {kProduct, kDrawing}) {
-            std::filesystem::copy_file(PathOf(SamplePath(sample)),
-                                       PathOf(Path(std::string("samples\\") + sample)));
-        }
-    }
-    [[nodiscard]] std::string Session() const { return Path("CatiaSim.exe"); }
-};
-
-// A Dorvak that somebody else has started; null while none is there.
-HWND FindDorvak() {
-    const HWND found = FindWindowW(com::kDorvakWindow, nullptr);
-    return found != nullptr && IsWindowVisible(found) != FALSE &&
-                   GetDlgItem(found, ID_PAGE1 + kSheetPage) != nullptr
-               ? found
-               : nullptr;
-}
-
 // Dorvak's process, ended with the test.
 class Started {
   public:
