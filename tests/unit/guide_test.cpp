@@ -761,3 +761,21 @@ TEST(Guide, LinksLeadToItsPagesAndTheirHeadings) {
         {"b", "# Začátek\n\n## B č\n"}};
     EXPECT_EQ(BrokenLinks("a", broken), (WordSet{"c.md", "#e", "http://g"}));
 }
+
+TEST(Guide, ShowsThePicturesThatAreThereAndNoOthers) {
+    WordSet shown;
+    for (const auto& [name, page] : GuidePages()) {
+        for (const std::string& picture : Marked(page, R"(!\[[^\]]+\]\(obrazky/([^)]+)\))")) {
+            shown.insert(picture);
+        }
+    }
+    EXPECT_GT(shown.size(), 10U);
+    WordSet there;
+    const fs::path folder = fs::path(SOURCE_FOLDER) / kGuideFolder / "obrazky";
+    if (fs::exists(folder)) {
+        for (const auto& file : fs::directory_iterator(folder)) {
+            there.insert(file.path().filename().string());
+        }
+    }
+    EXPECT_EQ(shown, there);
+}
