@@ -773,7 +773,7 @@ class Person::Life {
         }
         Require(form().Text2.Text() == configuration || configuration.empty() || ended,
                 "the configuration was not kept");
-        RequireLoaded(kWorkingFile, "Nacteni listu ok ");
+        RequireLoaded(kWorkingFile, "Nacteni listu ok ", ActionState::kNone);
         Good("restart");
     }
 
@@ -1543,7 +1543,13 @@ class Person::Life {
 
     // ---- list files
 
-    void RequireLoaded(const std::string& path, const std::string& words) {
+    [[nodiscard]] bool IsNotThere(const std::string& path) const {
+        return !program_->files.stored.contains(path) && !program_->files.failing.contains(path);
+    }
+
+    // `missing`: the state that a file that is not there leaves.
+    void RequireLoaded(const std::string& path, const std::string& words,
+                       ActionState missing = ActionState::kFailed) {
         const auto& stored = program_->files.stored;
         const auto file = stored.find(path);
         const ReadFile expected = file == stored.end() || program_->files.failing.contains(path)
@@ -1558,7 +1564,8 @@ class Person::Life {
             Good("list from file");
         } else {
             Require(program_->Status().starts_with("Nacteni Error ") &&
-                        form().StatusBar1.State() == ActionState::kFailed,
+                        form().StatusBar1.State() ==
+                            (IsNotThere(path) ? missing : ActionState::kFailed),
                     "a bad file was read without a word");
         }
     }
