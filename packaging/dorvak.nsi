@@ -36,6 +36,7 @@ VIAddVersionKey /LANG=1029 "LegalCopyright" "Dorvak"
 
 !define MUI_ICON "${PICTURES}/dorvak.ico"
 !define MUI_UNICON "${PICTURES}/dorvak.ico"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "wizard.bmp"
 !define MUI_ABORTWARNING
 
 !define MUI_WELCOMEPAGE_TITLE "Instalace programu Dorvak ${VERSION}"

@@ -77,3 +77,8 @@ draw running "16 20 24 32" "$running"
 draw done "16 20 24 32" "$done"
 draw failed "16 20 24 32" "$failed"
 draw dorvak "16 20 24 32 48 64 256" "$program"
+
+# Beside the setup's first and last page, in the size that it has there at 96 dpi.
+convert -size 164x314 gradient:'#2f6db5'-'#163a68' \
+    \( -size 768x768 xc:none -draw "scale 48,48 $program" -filter Box -resize 96x96 \) \
+    -gravity center -geometry +0-40 -composite BMP3:../../../packaging/wizard.bmp
