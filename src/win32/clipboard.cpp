@@ -40,7 +40,7 @@ class OpenedClipboard {
 };
 
 // A text of the opened clipboard. Another program's format may lack the zero at its end.
-std::optional<std::string> ReadText(UINT format) {
+std::optional<std::string> ReadAs(UINT format) {
     const HANDLE data =
         IsClipboardFormatAvailable(format) != FALSE ? GetClipboardData(format) : nullptr;
     const auto* const wide =
@@ -80,17 +80,17 @@ bool PutOnClipboard(HWND owner, std::string_view text) {
 
 std::optional<std::string> TextOnClipboard(HWND owner) {
     const OpenedClipboard clipboard(owner);
-    return clipboard ? ReadText(CF_UNICODETEXT) : std::nullopt;
+    return clipboard ? ReadAs(CF_UNICODETEXT) : std::nullopt;
 }
 
 std::optional<std::string> CellsOnClipboard(HWND owner) {
     const OpenedClipboard clipboard(owner);
-    auto text = clipboard ? ReadText(CF_UNICODETEXT) : std::nullopt;
+    auto text = clipboard ? ReadAs(CF_UNICODETEXT) : std::nullopt;
     for (const wchar_t* const name : kTextsWithLineBreaks) {
         if (!text) {
             break;
         }
-        if (auto other = ReadText(RegisterClipboardFormatW(name))) {
+        if (auto other = ReadAs(RegisterClipboardFormatW(name))) {
             return text::TextWithLineBreaks(std::move(*text), std::move(*other));
         }
     }

@@ -184,7 +184,7 @@ TEST_F(Pickers, StartUpLoadsAndClosingSavesAllFourInOrder) {
     EXPECT_EQ(files.stored["C:\\Dorvak\\Velikost.txt"], "Velikost1\r\n20x40\r\n");
 }
 
-constexpr const char* kInitialMaterials = "C:\\Program\\Hodnoty\\Material.txt";
+constexpr const char* kInitialMaterials = R"(C:\Program\Hodnoty\Material.txt)";
 
 TEST_F(Pickers, TheFirstStartTakesTheValuesThatTheProgramBrings) {
     files.stored[kInitialMaterials] = "S235JR\r\nC45\r\n";

@@ -98,7 +98,7 @@ HWND FindDorvak() {
                : nullptr;
 }
 
-DorvakWindow::DorvakWindow(std::shared_ptr<const ProgramFolder> folder, int page,
+DorvakWindow::DorvakWindow(const std::shared_ptr<const ProgramFolder>& folder, int page,
                            const std::vector<std::string>& arguments)
     : DorvakWindow(folder->Path("Dorvak.exe"), folder, page, arguments) {}
 

@@ -60,7 +60,8 @@ class DorvakWindow {
     // In a new folder, without a file beside it.
     DorvakWindow() : DorvakWindow(std::make_shared<ProgramFolder>()) {}
     // In a folder that stays for the next one; a page that is not the first is opened.
-    explicit DorvakWindow(std::shared_ptr<const ProgramFolder> folder, int page = kStructurePage,
+    explicit DorvakWindow(const std::shared_ptr<const ProgramFolder>& folder,
+                          int page = kStructurePage,
                           const std::vector<std::string>& arguments = {});
 
     // The program of that path, where it stands.

@@ -241,7 +241,7 @@ struct MemoryGuide : platform::Guide {
 
     void Show(std::string_view page) override {
         if (error) {
-            throw *error;
+            throw automation::RunTimeError(*error);
         }
         pages.emplace_back(page);
     }

@@ -13,6 +13,7 @@
 #include <optional>
 #include <regex>
 #include <set>
+#include <tuple>
 
 #include "tests/support/headless_form.hpp"
 #include "tests/support/source_text.hpp"
@@ -233,6 +234,7 @@ std::vector<StatusText> TextsOf(std::string arguments, const std::string& source
         return {{.pieces = pieces, .whole = whole}};
     }
     std::vector<StatusText> alternatives;
+    alternatives.reserve(pieces.size());
     for (const std::string& piece : pieces) {
         alternatives.push_back({.pieces = {piece}, .whole = true});
     }
@@ -394,7 +396,10 @@ struct AccessKey {
     std::string page;
     std::string key;
     std::string caption;
-    auto operator<=>(const AccessKey&) const = default;
+    bool operator==(const AccessKey&) const = default;
+    bool operator<(const AccessKey& other) const {
+        return std::tie(page, key, caption) < std::tie(other.page, other.key, other.caption);
+    }
 };
 
 void PrintTo(const AccessKey& key, std::ostream* out) {
