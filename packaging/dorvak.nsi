@@ -14,8 +14,9 @@ AllowSkipFiles off
 
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Dorvak"
 !define START_MENU "$SMPROGRAMS\Dorvak"
-; What is installed, so that it can be removed by name: a file a line, then the folders.
-!define CONTENT_LIST "obsah.txt"
+; What is installed, so that it can be removed by name: a file a line, then the folders. Its own name
+; is one that no list of a person's has: what stands in it is deleted.
+!define CONTENT_LIST "odinstalovat.dat"
 !define PATIENCE 15000 ; milliseconds that a program has to end
 
 Name "Dorvak"
@@ -252,8 +253,16 @@ Function .onInit
   ${EndIf}
 FunctionEnd
 
-; The page of the folder is not left for a place where nothing can be written.
+; The page of the folder is not left for a place where nothing can be written, nor for another one
+; than that of the version before: the person's files stand there.
 Function CheckFolder
+  ReadRegStr $0 HKCU "${UNINSTALL_KEY}" "InstallLocation"
+  ${If} $0 != ""
+  ${AndIf} $0 != $INSTDIR
+  ${AndIf} ${FileExists} "$0\odinstalovat.exe"
+    MessageBox MB_OK|MB_ICONEXCLAMATION "Dorvak už je ve složce $0, i s vašimi soubory. Nainstalujte ho zase tam, nebo ho nejdřív odinstalujte."
+    Abort
+  ${EndIf}
   ClearErrors
   CreateDirectory "$INSTDIR"
   GetTempFileName $0 "$INSTDIR"
@@ -286,6 +295,7 @@ Section "Uninstall"
   ; The log of what was tried out; the lists that were made stay as others do.
   Delete "$INSTDIR\Zkouska\dorvak.log"
   Delete "$INSTDIR\Zkouska\dorvak.old.log"
+  Delete "$INSTDIR\Zkouska\diagnostika.txt"
   RMDir "$INSTDIR\Zkouska"
   RMDir "$INSTDIR"
   ; The log and what the program makes only to have a place for files.

@@ -73,10 +73,14 @@ mkdir -p "$scratch"
 {
     list_of -type f
     list_of -type d | LC_ALL=C sort -r | sed 's|$|/|'
-} | sed 's|/|\\|g; s|$|\r|' >"$scratch/obsah.txt"
-touch -d "@$SOURCE_DATE_EPOCH" "$scratch/obsah.txt"
+} | sed 's|/|\\|g; s|$|\r|' >"$scratch/odinstalovat.dat"
+touch -d "@$SOURCE_DATE_EPOCH" "$scratch/odinstalovat.dat"
+if LC_ALL=C grep -n '[^ -~]' <(tr -d '\r' <"$scratch/odinstalovat.dat") >&2; then
+    echo "package.sh: the uninstaller would not find these: it reads names without Czech letters" >&2
+    exit 1
+fi
 {
-    printf 'SetOutPath "$INSTDIR"\nFile "%s"\n' "$scratch/obsah.txt"
+    printf 'SetOutPath "$INSTDIR"\nFile "%s"\n' "$scratch/odinstalovat.dat"
     list_of -type f ! -name CatiaSim.exe | while read -r file; do
         folder=$(dirname "$file")
         folder=${folder#.}

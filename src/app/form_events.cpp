@@ -167,7 +167,9 @@ void Form_Load(Form1& form) {
     // Before the first save there is nothing to load.
     if (form.last_error && form.last_error->error.number == automation::FileNotFound().number) {
         form.last_error.reset();
-        form.StatusBar1.SetState(controls::ActionState::kNone);
+        if (form.StatusBar1.State() == controls::ActionState::kFailed) {
+            form.StatusBar1.SetState(controls::ActionState::kNone);
+        }
     }
     // What was loaded is where the person begins.
     form.parts_history.Start();

@@ -49,6 +49,15 @@ TEST_F(StartUp, AListThatWasNeverSavedIsNoFailure) {
     EXPECT_EQ(form.StatusBar1.State(), controls::ActionState::kNone);
 }
 
+TEST_F(StartUp, AListThatIsLoadedIsDoneAlsoWithoutRememberedValues) {
+    app::BindActions(form);
+    files.stored["C:\\Dorvak\\list.txt"] = "Šroub@@True@@0001@@4@@@@@@@@\r\n";
+    app::Form_Load(form);
+    EXPECT_EQ(Status(), "Nacteni listu ok 1");
+    EXPECT_EQ(form.StatusBar1.State(), controls::ActionState::kDone);
+    EXPECT_FALSE(form.last_error);
+}
+
 TEST_F(StartUp, AListThatCannotBeReadIsOne) {
     app::BindActions(form);
     files.stored["C:\\Dorvak\\list.txt"] = "no separator\r\n";
