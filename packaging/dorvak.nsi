@@ -41,7 +41,7 @@ VIAddVersionKey /LANG=1029 "LegalCopyright" "Dorvak"
 !define MUI_ABORTWARNING
 
 !define MUI_WELCOMEPAGE_TITLE "Instalace programu Dorvak ${VERSION}"
-!define MUI_WELCOMEPAGE_TEXT "Dorvak čte strukturu sestavy v CATIA V5, udělá z ní kusovník a zapíše ho jako tabulku do výkresu.$\r$\n$\r$\nNainstaluje se jen pro vás, práva správce nejsou potřeba.$\r$\n$\r$\nBěží-li Dorvak, instalace ho zavře. Seznam přitom uloží.$\r$\n$\r$\n$_CLICK"
+!define MUI_WELCOMEPAGE_TEXT "Dorvak čte strukturu sestavy v CATII V5, udělá z ní kusovník a zapíše ho jako tabulku do výkresu.$\r$\n$\r$\nNainstaluje se jen pro vás, práva správce nejsou potřeba.$\r$\n$\r$\nBěží-li Dorvak, instalace ho zavře. Seznam přitom uloží.$\r$\n$\r$\n$_CLICK"
 !insertmacro MUI_PAGE_WELCOME
 !define MUI_COMPONENTSPAGE_SMALLDESC
 !insertmacro MUI_PAGE_COMPONENTS
