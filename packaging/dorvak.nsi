@@ -201,6 +201,8 @@ Section "Dorvak" MainSection
   Call ClosePrograms
   Call RemoveContent ; of the version before
   !include "${FILES}"
+  ; A list that a person saves over it would go with the next update.
+  SetFileAttributes "$INSTDIR\samples\lists\prevodovka.tab" READONLY
   SetOutPath "$INSTDIR" ; where the entries of the start menu start their programs
   CreateDirectory "${START_MENU}"
   CreateShortCut "${START_MENU}\Dorvak.lnk" "$INSTDIR\Dorvak.exe"

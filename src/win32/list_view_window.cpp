@@ -389,7 +389,8 @@ LRESULT ListViewWindow::OnMessage(UINT message, WPARAM w, LPARAM l) {
         field_.Close();
         return 0;
     case kRenameMessage:
-        if (!field_.IsOpen() && GetFocus() == Window()) {
+        // Not by a click on another cell of a row that is selected.
+        if (!field_.IsOpen() && GetFocus() == Window() && list_.CurrentColumn() == 0) {
             BeginEdit({w + 1, 0}, false);
         }
         return 0;

@@ -107,7 +107,11 @@ void PreviewWindow::Create() {
         stood ? win32::Pixels(before.height, LayoutDpiOf(monitor_dpi_)) : Pixels(kUsualHeight);
     RECT place;
     GetWindowRect(window_, &place);
-    const RECT inside = MovedIn({place.left, place.top, place.left + width, place.top + height});
+    RECT inside = MovedIn({place.left, place.top, place.left + width, place.top + height});
+    if (!stood && inside.left < main.right) { // it would cover the buttons
+        const RECT left = MovedIn({main.left - width, main.top, main.left, main.top + height});
+        inside = left.right <= main.left ? left : inside;
+    }
     SetWindowPos(window_, nullptr, inside.left, inside.top, width, height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
     monitor_dpi_ = GetDpiForWindow(window_);

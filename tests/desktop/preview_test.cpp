@@ -47,6 +47,18 @@ constexpr const char* kOnPosition = "\nKotva vlevo nahoře na 100; 100";
 
 } // namespace
 
+TEST_F(Preview, StandsOnTheLeftWhereThereIsNoRoomOnTheRight) {
+    const DorvakWindow dorvak;
+    const RECT main = Place(dorvak.Window());
+    SetWindowPos(dorvak.Window(), nullptr, GetSystemMetrics(SM_CXSCREEN) - (main.right - main.left),
+                 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    dorvak.OpenPage(kExportPage);
+    dorvak.Press(ID_Command36);
+    const HWND preview = dorvak.Process().WaitForWindow(kPreviewClass);
+    EXPECT_LE(Place(preview).right, Place(dorvak.Window()).left);
+    EXPECT_EQ(Place(preview).top, 40);
+}
+
 TEST_F(Preview, FollowsWhatIsTypedAndItsHintsLeadToTheirPlaces) {
     const DorvakWindow dorvak;
     dorvak.Press(ID_Command1);
