@@ -209,13 +209,16 @@ TEST_F(Stopping, WhatIsPressedWithoutTheQueueBetweenYieldsWaits) {
     EXPECT_FALSE(Ticked(dorvak_[ID_Check2]));
 }
 
-TEST_F(Stopping, ARenameThatEndsWithTheFocusDuringACallIsTaken) {
+TEST_F(Stopping, ARenameOutlastsALookIntoTheSessionDuringACall) {
     const CatiaSession catia({WriteProduct("assemblies.txt", 300, true)});
     const HWND list = dorvak_[ID_ListView1];
     RenameInAWalk(dorvak_, "Kolo");
     catia.Do("fail 1 slow 2000");
     Sleep(300);
     RequestFront(catia.Window());
+    Sleep(300);
+    EXPECT_EQ(Text(reinterpret_cast<HWND>(Send(list, LVM_GETEDITCONTROL))), "Kolo");
+    Click(list, RowPoint(list, 1));
     WaitUntil("no edit field", [&] { return Send(list, LVM_GETEDITCONTROL) == 0; });
     WaitForColumn(list, 0, {"Kolo", "Part 2"});
     EXPECT_TRUE(dorvak_.Status().starts_with("Product: ")) << dorvak_.Status();
