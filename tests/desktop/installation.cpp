@@ -174,6 +174,9 @@ class Installation : public DesktopTest {
     Installation() {
         fs::remove_all(Installed());
         fs::create_directories(Installed().parent_path()); // which may be there or not
+        HKEY entry = nullptr; // so that the key of all entries is there, as it may be or not
+        RegCreateKeyW(HKEY_CURRENT_USER, kEntry, &entry);
+        RegCloseKey(entry);
         RegDeleteTreeW(HKEY_CURRENT_USER, kEntry);
         files_before_ = PersonsFiles();
         keys_before_ = RegistryKeys();
